@@ -1,0 +1,427 @@
+#include "Database.h"
+
+#include "Csv.h"
+#include "DbError.h"
+#include "Money.h"
+#include "sql/Parser.h"
+#include "store/ValueConversion.h"
+
+#include <QFile>
+#include <QTextStream>
+
+namespace kb {
+
+struct Database::Compiled
+{
+    sql::ParsedStatement parsed;
+    bool translated = false;
+    quint64 generation = 0;
+    sql::TranslatedStatement translation;
+    std::vector<std::unique_ptr<StoreStatement>> prepared; // one per step, made on first run
+};
+
+struct Database::CompiledText
+{
+    std::vector<Compiled> statements;
+};
+
+// ---- Query ----
+
+Query::Query(Database* database, QString text) : m_database(database), m_text(std::move(text)) {}
+
+Query& Query::bind(const QString& name, const QVariant& value)
+{
+    for (auto& [key, v] : m_values) {
+        if (key.compare(name, Qt::CaseInsensitive) == 0) {
+            v = value;
+            return *this;
+        }
+    }
+    m_values.emplace_back(name, value);
+    return *this;
+}
+
+Query& Query::bind(const Params& params)
+{
+    for (const auto& [name, value] : params)
+        bind(name, value);
+    return *this;
+}
+
+void Query::clearBindings() { m_values.clear(); }
+
+ResultSet Query::exec() { return m_database->run(m_text, m_values, true); }
+
+qint64 Query::execCommand() { return m_database->run(m_text, m_values, false).rowsAffected(); }
+
+// ---- Database ----
+
+Database::Database(std::unique_ptr<Store> store, const Catalogue& catalogue, const Clock& clock)
+    : m_store(std::move(store)), m_catalogue(catalogue), m_clock(clock)
+{
+    registerMoneyType();
+}
+
+Database::~Database()
+{
+    if (m_inTransaction) {
+        try {
+            m_store->rollback();
+        } catch (...) {
+            // The connection is closing; the store discards the work anyway.
+        }
+    }
+    m_cache.clear();
+}
+
+const TableDef* Database::persistentTable(QStringView name) const { return m_catalogue.table(name); }
+
+const TableDef* Database::memoryTable(QStringView name) const
+{
+    const auto it = m_memoryTables.constFind(name.toString().toLower());
+    return it == m_memoryTables.constEnd() ? nullptr : &*it;
+}
+
+std::shared_ptr<Database::CompiledText> Database::compiledText(const QString& text)
+{
+    const auto it = m_cache.constFind(text);
+    if (it != m_cache.constEnd())
+        return *it;
+    auto compiled = std::make_shared<CompiledText>();
+    for (sql::ParsedStatement& parsed : sql::parseStatements(text)) {
+        Compiled c;
+        c.parsed = std::move(parsed);
+        compiled->statements.push_back(std::move(c));
+    }
+    // Screens build many one-off texts; keep the cache from growing without end.
+    if (m_cache.size() > 2000)
+        m_cache.clear();
+    m_cache.insert(text, compiled);
+    return compiled;
+}
+
+Database::Compiled& Database::compiled(CompiledText& text, size_t index)
+{
+    Compiled& c = text.statements[index];
+    const bool stale = c.translated && !c.translation.memoryTablesUsed.isEmpty() && c.generation != m_memoryGeneration;
+    if (!c.translated || stale) {
+        c.prepared.clear();
+        c.translation = sql::translate(c.parsed, dialect(), *this);
+        c.generation = m_memoryGeneration;
+        c.translated = true;
+    }
+    return c;
+}
+
+QVariant Database::paramValue(const sql::ParamInfo& info, const Params& params) const
+{
+    switch (info.source) {
+    case sql::ParamSource::CurrentDate: return m_clock.today();
+    case sql::ParamSource::CurrentTime:
+    case sql::ParamSource::CurrentTimestamp: return m_clock.now();
+    case sql::ParamSource::Caller: break;
+    }
+    for (const auto& [name, value] : params)
+        if (name.compare(info.name, Qt::CaseInsensitive) == 0)
+            return toCanonical(value, info.type, info.name);
+    throw DbError(DbErrorCode::ParameterType, QStringLiteral("Parameter :%1 has no value").arg(info.name));
+}
+
+ResultSet Database::execute(const QString& text, const Params& params) { return run(text, params, true); }
+
+ResultSet Database::run(const QString& text, const Params& params, bool keepRows)
+{
+    const std::shared_ptr<CompiledText> compiledStatements = compiledText(text);
+    ResultSet result;
+    for (size_t i = 0; i < compiledStatements->statements.size(); ++i) {
+        Compiled& c = compiled(*compiledStatements, i);
+        ResultSet one;
+        runStatement(c, c.parsed.text, params, one, keepRows);
+        if (one.hasRows() || !result.hasRows())
+            result = std::move(one);
+    }
+    return result;
+}
+
+void Database::runStatement(Compiled& c, const QString& statementText, const Params& params, ResultSet& result,
+                            bool keepRows)
+{
+    const sql::TranslatedStatement& t = c.translation;
+    const bool several = t.steps.size() > 1;
+    bool ownTransaction = false;
+    bool wrapped = false; // a savepoint or transaction of our own is open
+    std::vector<QVariant> values;
+    try {
+        // Every value is checked before anything runs, so a wrong one changes nothing.
+        values.reserve(t.params.size());
+        for (const sql::ParamInfo& info : t.params)
+            values.push_back(paramValue(info, params));
+        if (several) {
+            if (m_inTransaction) {
+                m_store->exec(QStringLiteral("SAVEPOINT kb_statement"));
+            } else {
+                m_store->begin();
+                ownTransaction = true;
+            }
+            wrapped = true;
+        }
+        if (c.prepared.size() != t.steps.size())
+            c.prepared.resize(t.steps.size());
+        for (size_t s = 0; s < t.steps.size(); ++s) {
+            const sql::StoreSql& step = t.steps[s];
+            if (!c.prepared[s])
+                c.prepared[s] = m_store->prepare(step.text);
+            StoreStatement& stmt = *c.prepared[s];
+            struct Resetter
+            {
+                StoreStatement& statement;
+                ~Resetter() { statement.reset(); }
+            } resetter{stmt};
+            for (size_t p = 0; p < step.params.size(); ++p) {
+                const sql::ParamInfo& info = t.params[step.params[p]];
+                stmt.bind(int(p), values[step.params[p]], info.type);
+            }
+            stmt.execute();
+            if (step.returnsRows) {
+                result = ResultSet(t.columns);
+                result.setHasRows(true);
+                const int n = int(t.columns.size());
+                while (stmt.next()) {
+                    if (!keepRows)
+                        continue;
+                    QVariantList row;
+                    row.reserve(n);
+                    for (int col = 0; col < n; ++col)
+                        row.append(stmt.value(col, t.columns[col].type));
+                    result.appendRow(std::move(row));
+                }
+            } else {
+                result.setRowsAffected(stmt.rowsAffected());
+            }
+        }
+        if (several) {
+            if (ownTransaction)
+                m_store->commit();
+            else
+                m_store->exec(QStringLiteral("RELEASE kb_statement"));
+        }
+    } catch (const DbError& e) {
+        if (wrapped) {
+            try {
+                if (ownTransaction)
+                    m_store->rollback();
+                else
+                    m_store->exec(QStringLiteral("ROLLBACK TO kb_statement; RELEASE kb_statement"));
+            } catch (const DbError&) {
+                // The original failure is what the caller needs to see.
+            }
+        }
+        throw DbError(e.code(), e.message(), statementText);
+    }
+    applyMemoryEffects(t);
+}
+
+void Database::applyMemoryEffects(const sql::TranslatedStatement& t)
+{
+    if (t.createsMemoryTable) {
+        m_memoryTables.insert(t.createsMemoryTable->name().toLower(), *t.createsMemoryTable);
+        ++m_memoryGeneration;
+    }
+    if (!t.dropsMemoryTable.isEmpty()) {
+        m_memoryTables.remove(t.dropsMemoryTable.toLower());
+        ++m_memoryGeneration;
+    }
+}
+
+void Database::dropMemoryTables()
+{
+    const auto tables = m_memoryTables;
+    for (const TableDef& def : tables)
+        m_store->exec(QStringLiteral("DROP TABLE IF EXISTS ") +
+                      sql::quoteIdentifier(sql::physicalTableName(def.name(), true, dialect()), dialect()));
+    m_memoryTables.clear();
+    ++m_memoryGeneration;
+}
+
+void Database::startTransaction()
+{
+    if (m_inTransaction)
+        throw DbError(DbErrorCode::Other, QStringLiteral("A transaction is already active"));
+    m_store->begin();
+    m_inTransaction = true;
+}
+
+void Database::commit()
+{
+    if (!m_inTransaction)
+        throw DbError(DbErrorCode::Other, QStringLiteral("No transaction is active"));
+    m_store->commit();
+    m_inTransaction = false;
+}
+
+void Database::rollback()
+{
+    if (!m_inTransaction)
+        return;
+    m_inTransaction = false;
+    m_store->rollback();
+    // Memory tables made inside the transaction are gone with it.
+    QHash<QString, TableDef> kept;
+    for (auto it = m_memoryTables.cbegin(); it != m_memoryTables.cend(); ++it)
+        if (m_store->tableExists(sql::physicalTableName(it.value().name(), true, dialect())))
+            kept.insert(it.key(), it.value());
+    m_memoryTables = kept;
+    ++m_memoryGeneration;
+}
+
+TransactionGuard::~TransactionGuard()
+{
+    if (!m_done) {
+        try {
+            m_database.rollback();
+        } catch (...) {
+            // Rolling back during unwinding must not throw; the store drops
+            // the work when the connection ends in any case.
+        }
+    }
+}
+
+void TransactionGuard::commit()
+{
+    m_database.commit();
+    m_done = true;
+}
+
+// ---- tables ----
+
+namespace {
+
+struct TableTarget
+{
+    const TableDef* def = nullptr;
+    bool memory = false;
+};
+
+} // namespace
+
+static TableTarget findTable(const Database& db, const QString& name)
+{
+    if (const TableDef* def = db.persistentTable(name))
+        return {def, false};
+    if (const TableDef* def = db.memoryTable(name))
+        return {def, true};
+    throw DbError(DbErrorCode::UnknownName, QStringLiteral("Table %1 does not exist").arg(name));
+}
+
+bool Database::exists(const QString& table)
+{
+    if (const TableDef* def = persistentTable(table))
+        return m_store->tableExists(def->name());
+    return memoryTable(table) != nullptr;
+}
+
+void Database::createTable(const TableDef& table)
+{
+    for (const QString& ddl : sql::createTableSql(table, dialect(), false, false))
+        m_store->exec(ddl);
+}
+
+void Database::createCatalogue()
+{
+    TransactionGuard guard(*this);
+    for (const TableDef& table : m_catalogue.tables())
+        createTable(table);
+    guard.commit();
+}
+
+void Database::deleteTable(const QString& table)
+{
+    const TableTarget target = findTable(*this, table);
+    if (target.memory) {
+        execute(QStringLiteral("DROP TABLE IF EXISTS MEMORY ") + sql::quoteIdentifier(target.def->name(), dialect()));
+        return;
+    }
+    m_store->exec(QStringLiteral("DROP TABLE IF EXISTS ") + sql::quoteIdentifier(target.def->name(), dialect()));
+    m_cache.clear();
+}
+
+void Database::emptyTable(const QString& table)
+{
+    const TableTarget target = findTable(*this, table);
+    execute(QStringLiteral("DELETE FROM %1%2")
+                .arg(target.memory ? QStringLiteral("MEMORY ") : QString(), target.def->name()));
+}
+
+qint64 Database::recordCount(const QString& table)
+{
+    const TableTarget target = findTable(*this, table);
+    const ResultSet r = execute(QStringLiteral("SELECT COUNT(*) AS N FROM %1%2")
+                                    .arg(target.memory ? QStringLiteral("MEMORY ") : QString(), target.def->name()));
+    return r.value(0, 0).toLongLong();
+}
+
+void Database::exportTable(const QString& table, const QString& path)
+{
+    const TableTarget target = findTable(*this, table);
+    const ResultSet rows = execute(QStringLiteral("SELECT * FROM %1%2")
+                                       .arg(target.memory ? QStringLiteral("MEMORY ") : QString(), target.def->name()));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        throw DbError(DbErrorCode::Other, QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));
+    QTextStream out(&file);
+    writeCsv(out, rows);
+    out.flush();
+    if (out.status() != QTextStream::Ok || !file.flush())
+        throw DbError(DbErrorCode::Other, QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));
+}
+
+qint64 Database::importTable(const QString& table, const QString& path)
+{
+    const TableTarget target = findTable(*this, table);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        throw DbError(DbErrorCode::Other, QStringLiteral("Cannot read %1: %2").arg(path, file.errorString()));
+    QTextStream in(&file);
+    CsvRecord header;
+    if (!readCsvRecord(in, header))
+        return 0;
+    QStringList names;
+    QStringList placeholders;
+    for (const QString& name : header.fields) {
+        if (!target.def->column(name))
+            throw DbError(DbErrorCode::UnknownName,
+                          QStringLiteral("Column %1 of %2 does not exist in table %3").arg(name, path, target.def->name()));
+        names.append(name);
+        placeholders.append(QLatin1Char(':') + QStringLiteral("p%1").arg(placeholders.size()));
+    }
+    Query insert = query(QStringLiteral("INSERT INTO %1%2 (%3) VALUES (%4)")
+                             .arg(target.memory ? QStringLiteral("MEMORY ") : QString(), target.def->name(),
+                                  names.join(QLatin1String(", ")), placeholders.join(QLatin1String(", "))));
+    // All rows or none.
+    std::optional<TransactionGuard> guard;
+    if (!m_inTransaction)
+        guard.emplace(*this);
+    qint64 count = 0;
+    CsvRecord record;
+    while (readCsvRecord(in, record)) {
+        if (record.fields.size() == 1 && record.fields.front().isEmpty() && !record.quoted.front())
+            continue; // a blank line
+        if (record.fields.size() != names.size())
+            throw DbError(DbErrorCode::Other, QStringLiteral("Line %1 of %2 has %3 fields; the header has %4")
+                                                  .arg(count + 2)
+                                                  .arg(path)
+                                                  .arg(record.fields.size())
+                                                  .arg(names.size()));
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            const bool null = record.fields[i].isEmpty() && !record.quoted[i];
+            insert.bind(placeholders[i].mid(1), null ? QVariant() : QVariant(record.fields[i]));
+        }
+        insert.execCommand();
+        ++count;
+    }
+    if (guard)
+        guard->commit();
+    return count;
+}
+
+} // namespace kb

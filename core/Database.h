@@ -1,0 +1,126 @@
+#pragma once
+
+#include "Clock.h"
+#include "ResultSet.h"
+#include "catalogue/Catalogue.h"
+#include "sql/Translator.h"
+#include "store/Store.h"
+
+#include <QHash>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace kb {
+
+// Named values for the :Name parameters of a statement.
+using Params = std::vector<std::pair<QString, QVariant>>;
+
+class Database;
+
+// A statement text made ready once and run many times with new values,
+// the way screens run their queries.
+class Query
+{
+public:
+    Query() = default;
+    Query(Database* database, QString text);
+
+    const QString& text() const { return m_text; }
+    // Sets :name for the following runs; a name the text lacks is ignored.
+    Query& bind(const QString& name, const QVariant& value);
+    Query& bind(const Params& params);
+    void clearBindings();
+    // Runs every statement of the text; the rows of the last select.
+    ResultSet exec();
+    // Runs the text and tells how many rows it changed.
+    qint64 execCommand();
+
+private:
+    Database* m_database = nullptr;
+    QString m_text;
+    Params m_values;
+};
+
+// The engine session over one store: the dialect's statements, the
+// catalogue, the memory tables private to this session, and transactions.
+class Database final : public sql::SchemaLookup
+{
+public:
+    Database(std::unique_ptr<Store> store, const Catalogue& catalogue, const Clock& clock);
+    ~Database() override;
+
+    Dialect dialect() const { return m_store->dialect(); }
+    const Catalogue& catalogue() const { return m_catalogue; }
+    const Clock& clock() const { return m_clock; }
+    Store& store() { return *m_store; }
+
+    // Runs the statements of a text in order with the named values; gives
+    // the rows of the last statement that returns rows, or the count of rows
+    // that the last statement changed.
+    ResultSet execute(const QString& text, const Params& params = {});
+    Query query(const QString& text) { return Query(this, text); }
+
+    void startTransaction();
+    void commit();
+    void rollback();
+    bool inTransaction() const { return m_inTransaction; }
+
+    // Tables of the catalogue, and memory tables by their names.
+    bool exists(const QString& table);
+    void createTable(const TableDef& table);
+    void createCatalogue();
+    void deleteTable(const QString& table);
+    void emptyTable(const QString& table);
+    qint64 recordCount(const QString& table);
+    // CSV with a header line of column names.
+    void exportTable(const QString& table, const QString& path);
+    qint64 importTable(const QString& table, const QString& path);
+
+    const TableDef* persistentTable(QStringView name) const override;
+    const TableDef* memoryTable(QStringView name) const override;
+    // Drops every memory table of the session.
+    void dropMemoryTables();
+
+private:
+    friend class Query;
+    struct Compiled;
+    struct CompiledText;
+
+    std::shared_ptr<CompiledText> compiledText(const QString& text);
+    Compiled& compiled(CompiledText& text, size_t index);
+    ResultSet run(const QString& text, const Params& params, bool keepRows);
+    void runStatement(Compiled& statement, const QString& statementText, const Params& params, ResultSet& result,
+                      bool keepRows);
+    QVariant paramValue(const sql::ParamInfo& info, const Params& params) const;
+    void applyMemoryEffects(const sql::TranslatedStatement& t);
+
+    std::unique_ptr<Store> m_store;
+    const Catalogue& m_catalogue;
+    const Clock& m_clock;
+    bool m_inTransaction = false;
+    quint64 m_memoryGeneration = 0;
+    QHash<QString, TableDef> m_memoryTables; // by lower-case name
+    QHash<QString, std::shared_ptr<CompiledText>> m_cache;
+};
+
+// Starts a transaction and rolls it back when it goes out of scope without
+// commit(), also when an error unwinds the work.
+class TransactionGuard
+{
+public:
+    explicit TransactionGuard(Database& database) : m_database(database) { m_database.startTransaction(); }
+    ~TransactionGuard();
+    TransactionGuard(const TransactionGuard&) = delete;
+    TransactionGuard& operator=(const TransactionGuard&) = delete;
+    void commit();
+
+private:
+    Database& m_database;
+    bool m_done = false;
+};
+
+} // namespace kb

@@ -1,0 +1,286 @@
+#include "store/SqliteStore.h"
+
+#include "DbError.h"
+#include "Money.h"
+#include "store/ValueConversion.h"
+
+#include <QDate>
+#include <QDateTime>
+
+#include <sqlite3.h>
+
+#include <climits>
+#include <cmath>
+
+namespace kb {
+
+namespace {
+
+// The session waits this long for another workstation's write lock before
+// the error reaches the record services: 15 tries, 100 ms apart.
+constexpr int BusyTimeoutMs = 1500;
+
+DbErrorCode codeFor(int extended)
+{
+    switch (extended) {
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+        return DbErrorCode::DuplicateKey;
+    case SQLITE_BUSY_SNAPSHOT:
+        return DbErrorCode::ChangedSinceRead;
+    default:
+        break;
+    }
+    switch (extended & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return DbErrorCode::TableLocked;
+    default:
+        return DbErrorCode::Other;
+    }
+}
+
+[[noreturn]] void fail(sqlite3* db, int rc, const QString& sql)
+{
+    const int extended = db ? sqlite3_extended_errcode(db) : rc;
+    const QString message = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
+    throw DbError(codeFor(extended), message, sql);
+}
+
+class SqliteStatement final : public StoreStatement
+{
+public:
+    SqliteStatement(sqlite3* db, sqlite3_stmt* stmt, QString sql) : m_db(db), m_stmt(stmt), m_sql(std::move(sql)) {}
+    ~SqliteStatement() override { sqlite3_finalize(m_stmt); }
+
+    void bind(int position, const QVariant& value, FieldType type) override
+    {
+        const int index = position + 1;
+        if (index > sqlite3_bind_parameter_count(m_stmt))
+            return;
+        int rc = SQLITE_OK;
+        if (!value.isValid() || value.isNull()) {
+            rc = sqlite3_bind_null(m_stmt, index);
+        } else {
+            const int id = value.typeId();
+            if (id == qMetaTypeId<Money>()) {
+                const Money m = value.value<Money>();
+                rc = type == FieldType::Currency ? sqlite3_bind_int64(m_stmt, index, m.units())
+                                                 : sqlite3_bind_double(m_stmt, index, m.toDouble());
+            } else if (id == QMetaType::QDate) {
+                const QByteArray text = dateText(value.toDate()).toUtf8();
+                rc = sqlite3_bind_text(m_stmt, index, text.constData(), int(text.size()), SQLITE_TRANSIENT);
+            } else if (id == QMetaType::QDateTime) {
+                const QByteArray text = dateTimeText(value.toDateTime()).toUtf8();
+                rc = sqlite3_bind_text(m_stmt, index, text.constData(), int(text.size()), SQLITE_TRANSIENT);
+            } else if (id == QMetaType::Bool) {
+                rc = sqlite3_bind_int(m_stmt, index, value.toBool() ? 1 : 0);
+            } else if (id == QMetaType::LongLong || id == QMetaType::Int || id == QMetaType::UInt ||
+                       id == QMetaType::ULongLong) {
+                rc = sqlite3_bind_int64(m_stmt, index, value.toLongLong());
+            } else if (id == QMetaType::Double || id == QMetaType::Float) {
+                rc = sqlite3_bind_double(m_stmt, index, value.toDouble());
+            } else if (id == QMetaType::QByteArray) {
+                const QByteArray bytes = value.toByteArray();
+                rc = sqlite3_bind_blob(m_stmt, index, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+            } else {
+                const QString s = value.toString();
+                rc = sqlite3_bind_text16(m_stmt, index, s.utf16(), int(s.size() * 2), SQLITE_TRANSIENT);
+            }
+        }
+        if (rc != SQLITE_OK)
+            fail(m_db, rc, m_sql);
+    }
+
+    void execute() override
+    {
+        m_pending = false;
+        const int rc = sqlite3_step(m_stmt);
+        if (rc == SQLITE_ROW) {
+            m_pending = true;
+            m_done = false;
+        } else if (rc == SQLITE_DONE) {
+            m_done = true;
+            m_changes = sqlite3_changes64(m_db);
+        } else {
+            sqlite3_reset(m_stmt);
+            fail(m_db, rc, m_sql);
+        }
+    }
+
+    bool next() override
+    {
+        if (m_pending) {
+            m_pending = false;
+            return true;
+        }
+        if (m_done)
+            return false;
+        const int rc = sqlite3_step(m_stmt);
+        if (rc == SQLITE_ROW)
+            return true;
+        if (rc == SQLITE_DONE) {
+            m_done = true;
+            return false;
+        }
+        sqlite3_reset(m_stmt);
+        fail(m_db, rc, m_sql);
+    }
+
+    QVariant value(int column, FieldType type) override
+    {
+        const int storage = sqlite3_column_type(m_stmt, column);
+        if (storage == SQLITE_NULL)
+            return {};
+        switch (type) {
+        case FieldType::String:
+        case FieldType::Memo:
+            return text(column);
+        case FieldType::SmallInt:
+        case FieldType::Int:
+        case FieldType::AutoInc: {
+            if (storage == SQLITE_FLOAT)
+                return double(sqlite3_column_double(m_stmt, column));
+            const sqlite3_int64 n = sqlite3_column_int64(m_stmt, column);
+            if (storage == SQLITE_TEXT) {
+                bool ok = false;
+                const qlonglong parsed = text(column).toLongLong(&ok);
+                if (!ok)
+                    return text(column);
+                return parsed >= INT_MIN && parsed <= INT_MAX ? QVariant(int(parsed)) : QVariant(parsed);
+            }
+            return n >= INT_MIN && n <= INT_MAX ? QVariant(int(n)) : QVariant(qlonglong(n));
+        }
+        case FieldType::Float:
+            return sqlite3_column_double(m_stmt, column);
+        case FieldType::Currency:
+            if (storage == SQLITE_INTEGER)
+                return QVariant::fromValue(Money::fromUnits(sqlite3_column_int64(m_stmt, column)));
+            return QVariant::fromValue(Money::fromUnits(std::llround(sqlite3_column_double(m_stmt, column))));
+        case FieldType::Bool:
+            return sqlite3_column_int64(m_stmt, column) != 0;
+        case FieldType::Date: {
+            const QDate d = parseDate(text(column));
+            return d.isValid() ? QVariant(d) : QVariant();
+        }
+        case FieldType::DateTime: {
+            const QDateTime dt = parseDateTime(text(column));
+            return dt.isValid() ? QVariant(dt) : QVariant();
+        }
+        case FieldType::Blob:
+            return QByteArray(static_cast<const char*>(sqlite3_column_blob(m_stmt, column)),
+                              sqlite3_column_bytes(m_stmt, column));
+        case FieldType::Unknown:
+            break;
+        }
+        switch (storage) {
+        case SQLITE_INTEGER: return qlonglong(sqlite3_column_int64(m_stmt, column));
+        case SQLITE_FLOAT: return sqlite3_column_double(m_stmt, column);
+        case SQLITE_BLOB:
+            return QByteArray(static_cast<const char*>(sqlite3_column_blob(m_stmt, column)),
+                              sqlite3_column_bytes(m_stmt, column));
+        default: return text(column);
+        }
+    }
+
+    int columnCount() const override { return sqlite3_column_count(m_stmt); }
+    qint64 rowsAffected() const override { return m_changes; }
+
+    void reset() override
+    {
+        sqlite3_reset(m_stmt);
+        sqlite3_clear_bindings(m_stmt);
+        m_pending = false;
+        m_done = false;
+    }
+
+private:
+    QString text(int column) const
+    {
+        const auto* data = static_cast<const char16_t*>(sqlite3_column_text16(m_stmt, column));
+        return QString::fromUtf16(data, sqlite3_column_bytes16(m_stmt, column) / 2);
+    }
+
+    sqlite3* m_db;
+    sqlite3_stmt* m_stmt;
+    QString m_sql;
+    bool m_pending = false;
+    bool m_done = false;
+    qint64 m_changes = 0;
+};
+
+} // namespace
+
+SqliteStore::SqliteStore(const QString& path, bool create) : m_path(path)
+{
+    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &m_db, flags, nullptr);
+    if (rc != SQLITE_OK) {
+        const QString message = m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QString::fromUtf8(sqlite3_errstr(rc));
+        sqlite3_close(m_db);
+        m_db = nullptr;
+        throw DbError(DbErrorCode::Other, QStringLiteral("Cannot open %1: %2").arg(path, message));
+    }
+    sqlite3_extended_result_codes(m_db, 1);
+    sqlite3_busy_timeout(m_db, BusyTimeoutMs);
+    // WAL lets readers on other workstations go on while one writes; LIKE is
+    // case-sensitive in the dialect.
+    exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+    exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    exec(QStringLiteral("PRAGMA case_sensitive_like=ON"));
+    exec(QStringLiteral("PRAGMA temp_store=MEMORY"));
+}
+
+SqliteStore::~SqliteStore()
+{
+    sqlite3_close_v2(m_db);
+}
+
+std::unique_ptr<StoreStatement> SqliteStore::prepare(const QString& sql)
+{
+    sqlite3_stmt* stmt = nullptr;
+    const QByteArray utf8 = sql.toUtf8();
+    const int rc = sqlite3_prepare_v3(m_db, utf8.constData(), int(utf8.size()), SQLITE_PREPARE_PERSISTENT, &stmt,
+                                      nullptr);
+    if (rc != SQLITE_OK)
+        fail(m_db, rc, sql);
+    return std::make_unique<SqliteStatement>(m_db, stmt, sql);
+}
+
+void SqliteStore::exec(const QString& sql)
+{
+    char* error = nullptr;
+    const int rc = sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &error);
+    if (rc != SQLITE_OK) {
+        const QString message = error ? QString::fromUtf8(error) : QString::fromUtf8(sqlite3_errstr(rc));
+        sqlite3_free(error);
+        throw DbError(codeFor(sqlite3_extended_errcode(m_db)), message, sql);
+    }
+}
+
+void SqliteStore::begin()
+{
+    // Take the write lock at once, so a transaction never fails half-way
+    // because another workstation wrote since it read.
+    exec(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+void SqliteStore::commit() { exec(QStringLiteral("COMMIT")); }
+
+void SqliteStore::rollback()
+{
+    if (!sqlite3_get_autocommit(m_db))
+        exec(QStringLiteral("ROLLBACK"));
+}
+
+bool SqliteStore::tableExists(const QString& physicalName)
+{
+    auto stmt = prepare(QStringLiteral(
+        "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = ?1 COLLATE NOCASE "
+        "UNION ALL SELECT 1 FROM sqlite_temp_schema WHERE type = 'table' AND name = ?1 COLLATE NOCASE"));
+    stmt->bind(0, physicalName, FieldType::String);
+    stmt->execute();
+    return stmt->next();
+}
+
+} // namespace kb

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "catalogue/FieldType.h"
+#include "sql/Dialect.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+namespace kb {
+
+// One prepared statement of a store. Values are bound by position (0-based)
+// with the type the statement expects; rows are read with the type the
+// catalogue gives the column.
+class StoreStatement
+{
+public:
+    virtual ~StoreStatement() = default;
+    virtual void bind(int position, const QVariant& value, FieldType type) = 0;
+    // Runs the statement. For a query, rows are then read with next().
+    virtual void execute() = 0;
+    virtual bool next() = 0;
+    virtual QVariant value(int column, FieldType type) = 0;
+    virtual int columnCount() const = 0;
+    virtual qint64 rowsAffected() const = 0;
+    // Ends the current run so the statement can run again.
+    virtual void reset() = 0;
+};
+
+// A connection to one store: the embedded file store or a database server.
+// Every failure is a DbError carrying the store's message and the statement.
+class Store
+{
+public:
+    virtual ~Store() = default;
+    virtual Dialect dialect() const = 0;
+    virtual std::unique_ptr<StoreStatement> prepare(const QString& sql) = 0;
+    virtual void exec(const QString& sql) = 0;
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    virtual void rollback() = 0;
+    virtual bool tableExists(const QString& physicalName) = 0;
+};
+
+} // namespace kb
