@@ -13,6 +13,7 @@ std::map<QString, CommandInfo>& commandRegistry()
 #include "Clock.h"
 #include "DataDirectory.h"
 #include "DbError.h"
+#include "store/PostgresStore.h"
 #include "store/ValueConversion.h"
 
 namespace kb::app {
@@ -32,7 +33,7 @@ std::unique_ptr<kb::Clock> commandClock(const CommandContext& context)
 std::unique_ptr<kb::Database> openCommandDatabase(const CommandContext& context, const kb::Clock& clock)
 {
     if (!context.server.isEmpty())
-        throw std::runtime_error("The server mode is not available in this build");
+        return kb::openServerDatabase(kb::ServerAddress::parse(context.server), clock);
     if (context.dataDir.isEmpty())
         throw std::runtime_error("Name the data directory with --data DIR");
     return kb::openDataDirectory(context.dataDir, clock);

@@ -1,6 +1,7 @@
 #include "DataDirectory.h"
 
 #include "DbError.h"
+#include "store/PostgresStore.h"
 #include "store/SqliteStore.h"
 
 #include <QDir>
@@ -54,6 +55,36 @@ std::unique_ptr<Database> createDataDirectory(const QString& directory, const Cl
             QDir().rmdir(directory);
         throw;
     }
+}
+
+namespace {
+
+// Config is the table every Kettlebrook database has from its first day.
+bool holdsKettlebrookTables(Database& db) { return db.exists(QStringLiteral("Config")); }
+
+} // namespace
+
+std::unique_ptr<Database> openServerDatabase(const ServerAddress& address, const Clock& clock)
+{
+    auto db = std::make_unique<Database>(std::make_unique<PostgresStore>(address), Catalogue::standard(), clock);
+    if (!holdsKettlebrookTables(*db))
+        throw DbError(DbErrorCode::Other,
+                      QStringLiteral("The database %1 does not hold Kettlebrook data").arg(address.toString()));
+    return db;
+}
+
+std::unique_ptr<Database> createServerDatabase(const ServerAddress& address, const Clock& clock)
+{
+    auto db = std::make_unique<Database>(std::make_unique<PostgresStore>(address), Catalogue::standard(), clock);
+    if (holdsKettlebrookTables(*db))
+        throw DbError(DbErrorCode::Other,
+                      QStringLiteral("The database %1 already holds Kettlebrook data").arg(address.toString()));
+    TransactionGuard guard(*db);
+    for (const TableDef& table : db->catalogue().tables())
+        db->createTable(table);
+    seedNewAgency(*db);
+    guard.commit();
+    return db;
 }
 
 } // namespace kb

@@ -26,6 +26,16 @@ std::unique_ptr<Database> openDataDirectory(const QString& directory, const Cloc
 // leaves nothing behind when it fails.
 std::unique_ptr<Database> createDataDirectory(const QString& directory, const Clock& clock);
 
+struct ServerAddress;
+
+// Opens the agency's database on a server. Throws DbError when the server
+// cannot be reached or the database holds no Kettlebrook tables.
+std::unique_ptr<Database> openServerDatabase(const ServerAddress& address, const Clock& clock);
+
+// Makes the catalogue in an empty server database, with the same starting
+// rows as a new data directory. Refuses a database that already has them.
+std::unique_ptr<Database> createServerDatabase(const ServerAddress& address, const Clock& clock);
+
 // The rows every new data directory starts with (in one transaction).
 void seedNewAgency(Database& db);
 

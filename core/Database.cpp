@@ -147,7 +147,9 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
                             bool keepRows)
 {
     const sql::TranslatedStatement& t = c.translation;
-    const bool several = t.steps.size() > 1;
+    // Several steps run as one; on the server, a failing statement inside a
+    // transaction must not take the whole transaction down with it.
+    const bool several = t.steps.size() > 1 || (m_inTransaction && dialect() == Dialect::PostgreSQL);
     bool ownTransaction = false;
     bool wrapped = false; // a savepoint or transaction of our own is open
     std::vector<QVariant> values;
@@ -195,7 +197,7 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
                         row.append(stmt.value(col, t.columns[col].type));
                     result.appendRow(std::move(row));
                 }
-            } else {
+            } else if (step.countsRows) {
                 result.setRowsAffected(stmt.rowsAffected());
             }
         }

@@ -35,6 +35,7 @@ struct StoreSql
     QString text;
     std::vector<int> params; // indexes into TranslatedStatement::params
     bool returnsRows = false;
+    bool countsRows = true; // its changed-row count is the statement's
 };
 
 // A dialect statement made ready for one store. Translation happens once

@@ -106,6 +106,7 @@ private:
     TranslatedStatement m_result;
     std::vector<QString> m_steps;
     std::vector<bool> m_stepRowsFlags;
+    std::vector<bool> m_stepCountFlags;
 
     bool pg() const { return m_dialect == Dialect::PostgreSQL; }
 
@@ -124,10 +125,11 @@ private:
         return QLatin1Char('"') + QString(name).replace(u'"', QLatin1String("\"\"")) + QLatin1Char('"');
     }
 
-    void addStep(const QString& sql, bool returnsRows = false)
+    void addStep(const QString& sql, bool returnsRows = false, bool countsRows = true)
     {
         m_steps.push_back(sql);
         m_stepRowsFlags.push_back(returnsRows);
+        m_stepCountFlags.push_back(countsRows);
     }
 
     // ---- parameters ----
@@ -176,6 +178,7 @@ private:
         for (size_t s = 0; s < m_steps.size(); ++s) {
             StoreSql step;
             step.returnsRows = m_stepRowsFlags[s];
+            step.countsRows = m_stepCountFlags[s];
             const QString& sql = m_steps[s];
             QString out;
             qsizetype last = 0;
@@ -1449,9 +1452,9 @@ private:
                 def.add(col);
             }
             const QString physical = ident(physicalTableName(s->intoMemory, true, m_dialect));
-            addStep(QStringLiteral("DROP TABLE IF EXISTS ") + physical);
+            addStep(QStringLiteral("DROP TABLE IF EXISTS ") + physical, false, false);
             for (const QString& ddl : createTableSql(def, m_dialect, true, false))
-                addStep(ddl);
+                addStep(ddl, false, false);
             QStringList names;
             for (const ColumnDef& c : def.columns())
                 names.append(ident(c.name));
@@ -1528,6 +1531,18 @@ private:
             sql += QStringLiteral("VALUES ") + rows.join(QLatin1String(", "));
         }
         addStep(sql);
+        // Rows that bring their own row key leave the server's counter behind;
+        // move it past them so later rows do not collide.
+        for (const ColumnDef* c : columns) {
+            if (pg() && c->type == FieldType::AutoInc) {
+                const QString table = target.physical;
+                addStep(QStringLiteral("SELECT setval(pg_get_serial_sequence('%1', '%2'), GREATEST((SELECT "
+                                       "MAX(%3) FROM %4), 1))")
+                            .arg(QString(table).replace(u'\'', QLatin1String("''")), c->name.toLower(),
+                                 ident(c->name), table),
+                        false, false);
+            }
+        }
     }
 
     void translateStatement(const UpdateStmt& s)

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Runs a command with a private PostgreSQL server on loopback, started in a
+# temporary directory and stopped afterwards. The command sees KB_TEST_PG
+# (HOST:PORT/DATABASE) and PGUSER.
+set -euo pipefail
+
+PGBIN=$(ls -d /usr/lib/postgresql/*/bin | sort -V | tail -1)
+PGPORT=${KB_PG_PORT:-55432}
+TMP=$(mktemp -d /tmp/kettlebrook-pg.XXXXXX)
+chmod 755 "$TMP"
+PGDATA=$TMP/pgdata
+PGSOCK=$TMP/pgsock
+mkdir -p "$PGDATA" "$PGSOCK"
+
+as_pg() {
+  if [ "$(id -u)" -eq 0 ]; then
+    chown -R postgres:postgres "$TMP"
+    su postgres -s /bin/sh -c "$1"
+  else
+    sh -c "$1"
+  fi
+}
+
+stop() {
+  as_pg "$PGBIN/pg_ctl -D $PGDATA -m fast -w stop" >/dev/null 2>&1 || true
+  rm -rf "$TMP"
+}
+trap stop EXIT
+
+as_pg "$PGBIN/initdb -D $PGDATA -U postgres --auth=trust -E UTF8 --locale=C.UTF-8" >/dev/null
+# The test server keeps nothing worth an fsync.
+as_pg "$PGBIN/pg_ctl -D $PGDATA -l $PGDATA/server.log -w -o '-p $PGPORT -k $PGSOCK -c listen_addresses=127.0.0.1 -c fsync=off -c synchronous_commit=off -c full_page_writes=off -c max_connections=200' start" >/dev/null
+
+export KB_TEST_PG="127.0.0.1:$PGPORT/postgres"
+export PGUSER=postgres
+"$@"
