@@ -54,6 +54,8 @@ ResultSet Query::exec() { return m_database->run(m_text, m_values, true); }
 
 qint64 Query::execCommand() { return m_database->run(m_text, m_values, false).rowsAffected(); }
 
+qint64 Query::execBatch(const std::vector<Params>& rows) { return m_database->runBatch(m_text, m_values, rows); }
+
 // ---- Database ----
 
 Database::Database(std::unique_ptr<Store> store, const Catalogue& catalogue, const Clock& clock)
@@ -113,6 +115,47 @@ Database::Compiled& Database::compiled(CompiledText& text, size_t index)
     return c;
 }
 
+class Database::StatementScope
+{
+public:
+    StatementScope(Database& db, bool needed) : m_db(db)
+    {
+        if (!needed)
+            return;
+        if (m_db.m_inTransaction) {
+            m_db.m_store->exec(QStringLiteral("SAVEPOINT kb_statement"));
+            m_savepoint = true;
+        } else {
+            m_db.m_store->begin();
+            m_transaction = true;
+        }
+    }
+    ~StatementScope()
+    {
+        try {
+            if (m_transaction)
+                m_db.m_store->rollback();
+            else if (m_savepoint)
+                m_db.m_store->exec(QStringLiteral("ROLLBACK TO kb_statement; RELEASE kb_statement"));
+        } catch (const DbError&) {
+            // The failure that brought us here is what the caller needs to see.
+        }
+    }
+    void close()
+    {
+        if (m_transaction)
+            m_db.m_store->commit();
+        else if (m_savepoint)
+            m_db.m_store->exec(QStringLiteral("RELEASE kb_statement"));
+        m_transaction = m_savepoint = false;
+    }
+
+private:
+    Database& m_db;
+    bool m_savepoint = false;
+    bool m_transaction = false;
+};
+
 QVariant Database::paramValue(const sql::ParamInfo& info, const Params& params) const
 {
     switch (info.source) {
@@ -147,26 +190,15 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
                             bool keepRows)
 {
     const sql::TranslatedStatement& t = c.translation;
-    // Several steps run as one; on the server, a failing statement inside a
-    // transaction must not take the whole transaction down with it.
-    const bool several = t.steps.size() > 1 || (m_inTransaction && dialect() == Dialect::PostgreSQL);
-    bool ownTransaction = false;
-    bool wrapped = false; // a savepoint or transaction of our own is open
-    std::vector<QVariant> values;
     try {
         // Every value is checked before anything runs, so a wrong one changes nothing.
+        std::vector<QVariant> values;
         values.reserve(t.params.size());
         for (const sql::ParamInfo& info : t.params)
             values.push_back(paramValue(info, params));
-        if (several) {
-            if (m_inTransaction) {
-                m_store->exec(QStringLiteral("SAVEPOINT kb_statement"));
-            } else {
-                m_store->begin();
-                ownTransaction = true;
-            }
-            wrapped = true;
-        }
+        // Several steps run as one; on the server, a failing statement inside
+        // a transaction must not take the whole transaction down with it.
+        StatementScope scope(*this, t.steps.size() > 1 || (m_inTransaction && dialect() == Dialect::PostgreSQL));
         if (c.prepared.size() != t.steps.size())
             c.prepared.resize(t.steps.size());
         for (size_t s = 0; s < t.steps.size(); ++s) {
@@ -201,26 +233,80 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
                 result.setRowsAffected(stmt.rowsAffected());
             }
         }
-        if (several) {
-            if (ownTransaction)
-                m_store->commit();
-            else
-                m_store->exec(QStringLiteral("RELEASE kb_statement"));
-        }
+        scope.close();
     } catch (const DbError& e) {
-        if (wrapped) {
-            try {
-                if (ownTransaction)
-                    m_store->rollback();
-                else
-                    m_store->exec(QStringLiteral("ROLLBACK TO kb_statement; RELEASE kb_statement"));
-            } catch (const DbError&) {
-                // The original failure is what the caller needs to see.
-            }
-        }
         throw DbError(e.code(), e.message(), statementText);
     }
     applyMemoryEffects(t);
+}
+
+qint64 Database::runBatch(const QString& text, const Params& common, const std::vector<Params>& rows)
+{
+    const std::shared_ptr<CompiledText> compiledStatements = compiledText(text);
+    if (compiledStatements->statements.size() != 1)
+        throw DbError(DbErrorCode::Other, QStringLiteral("A batch runs exactly one statement"), text);
+    Compiled& c = compiled(*compiledStatements, 0);
+    const sql::TranslatedStatement& t = c.translation;
+    if (t.returnsRows)
+        throw DbError(DbErrorCode::Other, QStringLiteral("A batch cannot run a select"), text);
+    qint64 changed = 0;
+    try {
+        // Every value of every run is checked before anything runs.
+        std::vector<std::vector<QVariant>> values;
+        values.reserve(rows.size());
+        Params merged;
+        for (const Params& row : rows) {
+            merged = common;
+            merged.insert(merged.end(), row.begin(), row.end());
+            // Later entries win: the run's own values over the common ones.
+            std::reverse(merged.begin(), merged.end());
+            std::vector<QVariant> rowValues;
+            rowValues.reserve(t.params.size());
+            for (const sql::ParamInfo& info : t.params)
+                rowValues.push_back(paramValue(info, merged));
+            values.push_back(std::move(rowValues));
+        }
+        StatementScope scope(*this, true);
+        if (c.prepared.size() != t.steps.size())
+            c.prepared.resize(t.steps.size());
+        for (size_t s = 0; s < t.steps.size(); ++s) {
+            const sql::StoreSql& step = t.steps[s];
+            if (!c.prepared[s])
+                c.prepared[s] = m_store->prepare(step.text);
+            StoreStatement& stmt = *c.prepared[s];
+            struct Resetter
+            {
+                StoreStatement& statement;
+                ~Resetter() { statement.reset(); }
+            } resetter{stmt};
+            if (step.params.empty() && !t.params.empty()) {
+                // A step that takes no values, such as moving a row-key counter,
+                // runs once for the whole batch.
+                stmt.execute();
+                continue;
+            }
+            std::vector<FieldType> types;
+            for (int index : step.params)
+                types.push_back(t.params[index].type);
+            std::vector<std::vector<QVariant>> stepRows;
+            stepRows.reserve(values.size());
+            for (const auto& rowValues : values) {
+                std::vector<QVariant> v;
+                v.reserve(step.params.size());
+                for (int index : step.params)
+                    v.push_back(rowValues[index]);
+                stepRows.push_back(std::move(v));
+            }
+            const qint64 n = stmt.executeMany(stepRows, types);
+            if (step.countsRows)
+                changed += n;
+        }
+        scope.close();
+    } catch (const DbError& e) {
+        throw DbError(e.code(), e.message(), c.parsed.text);
+    }
+    applyMemoryEffects(t);
+    return changed;
 }
 
 void Database::applyMemoryEffects(const sql::TranslatedStatement& t)

@@ -38,6 +38,10 @@ public:
     ResultSet exec();
     // Runs the text and tells how many rows it changed.
     qint64 execCommand();
+    // Runs a one-statement text once for each set of values, all or none,
+    // sent to a server in batches; tells how many rows all runs changed.
+    // The values bound with bind() apply to every run unless a set names them.
+    qint64 execBatch(const std::vector<Params>& rows);
 
 private:
     Database* m_database = nullptr;
@@ -93,6 +97,10 @@ private:
     std::shared_ptr<CompiledText> compiledText(const QString& text);
     Compiled& compiled(CompiledText& text, size_t index);
     ResultSet run(const QString& text, const Params& params, bool keepRows);
+    qint64 runBatch(const QString& text, const Params& common, const std::vector<Params>& rows);
+    // Opens a savepoint (inside a transaction) or a transaction of its own;
+    // close() keeps the work, the destructor otherwise undoes it.
+    class StatementScope;
     void runStatement(Compiled& statement, const QString& statementText, const Params& params, ResultSet& result,
                       bool keepRows);
     QVariant paramValue(const sql::ParamInfo& info, const Params& params) const;

@@ -26,6 +26,12 @@ TranslatedStatement translate(const ParsedStatement& statement, Dialect dialect,
 QString physicalTableName(const QString& name, bool memory, Dialect dialect);
 QString quoteIdentifier(const QString& name, Dialect dialect);
 
+// The pseudo-column by which a statement names a stored row's identity:
+// `select KB_ROWID, * from Clients`, `update Clients ... where KB_ROWID = :Row`.
+inline constexpr const char* RowIdColumn = "KB_ROWID";
+// The store's expression for it.
+QString rowIdentity(const TableDef& table, Dialect dialect);
+
 // DDL for a table of the catalogue (or a memory table) and its indexes.
 QStringList createTableSql(const TableDef& table, Dialect dialect, bool memory, bool ifNotExists);
 

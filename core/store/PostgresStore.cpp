@@ -10,6 +10,7 @@
 #include <libpq-fe.h>
 
 #include <climits>
+#include <optional>
 
 namespace kb {
 
@@ -194,6 +195,60 @@ public:
         }
         }
         return {};
+    }
+
+    qint64 executeMany(const std::vector<std::vector<QVariant>>& rows, const std::vector<FieldType>& types) override
+    {
+        // Runs are pipelined in chunks: one round trip per chunk, and never
+        // so much unread that client and server wait on each other.
+        constexpr size_t Chunk = 500;
+        qint64 changed = 0;
+        if (!PQenterPipelineMode(m_conn))
+            throw DbError(DbErrorCode::Other, errorText(m_conn, nullptr), m_sql);
+        struct PipelineExit
+        {
+            PGconn* conn;
+            ~PipelineExit() { PQexitPipelineMode(conn); }
+        } exitPipeline{m_conn};
+        for (size_t start = 0; start < rows.size(); start += Chunk) {
+            const size_t end = std::min(rows.size(), start + Chunk);
+            for (size_t r = start; r < end; ++r) {
+                for (size_t i = 0; i < rows[r].size(); ++i)
+                    bind(int(i), rows[r][i], types[i]);
+                const int n = int(m_values.size());
+                std::vector<const char*> values(n);
+                std::vector<int> lengths(n);
+                std::vector<int> formats(n);
+                for (int i = 0; i < n; ++i) {
+                    values[i] = m_isNull[i] ? nullptr : m_values[i].constData();
+                    lengths[i] = int(m_values[i].size());
+                    formats[i] = m_isBinary[i] ? 1 : 0;
+                }
+                if (!PQsendQueryPrepared(m_conn, m_name.constData(), n, values.data(), lengths.data(),
+                                         formats.data(), 0))
+                    throw DbError(DbErrorCode::Other, errorText(m_conn, nullptr), m_sql);
+            }
+            if (!PQpipelineSync(m_conn))
+                throw DbError(DbErrorCode::Other, errorText(m_conn, nullptr), m_sql);
+            // Read every result of the chunk up to its sync, keeping the first error.
+            std::optional<DbError> failure;
+            for (;;) {
+                PGresult* raw = PQgetResult(m_conn);
+                if (!raw)
+                    continue; // the end of one run's results
+                Result result(raw);
+                const ExecStatusType status = PQresultStatus(raw);
+                if (status == PGRES_PIPELINE_SYNC)
+                    break;
+                if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK)
+                    changed += QByteArray(PQcmdTuples(raw)).toLongLong();
+                else if (status != PGRES_PIPELINE_ABORTED && !failure)
+                    failure.emplace(codeFor(PQresultErrorField(raw, PG_DIAG_SQLSTATE)), errorText(m_conn, raw), m_sql);
+            }
+            if (failure)
+                throw *failure;
+        }
+        return changed;
     }
 
     int columnCount() const override { return m_result ? PQnfields(m_result) : 0; }

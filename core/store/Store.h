@@ -7,6 +7,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <vector>
 
 namespace kb {
 
@@ -26,6 +27,10 @@ public:
     virtual qint64 rowsAffected() const = 0;
     // Ends the current run so the statement can run again.
     virtual void reset() = 0;
+    // Runs a statement that returns no rows once for each set of values and
+    // tells how many rows all runs changed. Stores that can, send the runs
+    // together rather than one round trip each.
+    virtual qint64 executeMany(const std::vector<std::vector<QVariant>>& rows, const std::vector<FieldType>& types);
 };
 
 // A connection to one store: the embedded file store or a database server.

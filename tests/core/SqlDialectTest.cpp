@@ -441,6 +441,33 @@ TEST_P(SqlDialect, CaseOfNamesDoesNotMatter)
     EXPECT_EQ(scalar(QStringLiteral("select User from history")).toString(), "Pat");
 }
 
+TEST_P(SqlDialect, EveryStoredRowHasAnIdentity)
+{
+    // Tables with and without a row key of their own, and memory tables.
+    for (const QString table : {QStringLiteral("Clients"), QStringLiteral("Alert_Recipients")}) {
+        run(QStringLiteral("Delete from %1").arg(table));
+        const QString column = table == QLatin1String("Clients") ? QStringLiteral("Person_ID") : QStringLiteral("Alert_ID");
+        run(QStringLiteral("Insert into %1 (%2) values (7), (8)").arg(table, column));
+        const ResultSet rows = run(QStringLiteral("select KB_ROWID, %2 from %1 order by %2").arg(table, column));
+        ASSERT_EQ(rows.rowCount(), 2);
+        EXPECT_NE(rows.value(0, 0), rows.value(1, 0));
+        EXPECT_EQ(run(QStringLiteral("Update %1 set %2 = 9 where KB_ROWID = :Row").arg(table, column),
+                      {{QStringLiteral("Row"), rows.value(1, 0)}})
+                      .rowsAffected(),
+                  1);
+        EXPECT_EQ(column.isEmpty(), false);
+        EXPECT_EQ(run(QStringLiteral("select %2 from %1 where KB_ROWID = :Row").arg(table, column),
+                      {{QStringLiteral("Row"), rows.value(1, 0)}})
+                      .value(0, 0)
+                      .toInt(),
+                  9);
+        // The identity is no column of the table's own.
+        EXPECT_EQ(run(QStringLiteral("select * from %1").arg(table)).columnIndex(u"KB_ROWID"), -1);
+    }
+    run(QStringLiteral("Select Person_ID into Memory M from Clients"));
+    EXPECT_EQ(run(QStringLiteral("select KB_ROWID from Memory M")).rowCount(), 2);
+}
+
 INSTANTIATE_TEST_SUITE_P(Stores, SqlDialect, ::testing::Values(test::StoreKind::SQLite, test::StoreKind::PostgreSQL),
                          [](const auto& info) { return test::storeName(info.param); });
 

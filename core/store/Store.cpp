@@ -1,0 +1,18 @@
+#include "store/Store.h"
+
+namespace kb {
+
+qint64 StoreStatement::executeMany(const std::vector<std::vector<QVariant>>& rows, const std::vector<FieldType>& types)
+{
+    qint64 changed = 0;
+    for (const auto& row : rows) {
+        for (size_t i = 0; i < row.size(); ++i)
+            bind(int(i), row[i], types[i]);
+        execute();
+        changed += rowsAffected();
+        reset();
+    }
+    return changed;
+}
+
+} // namespace kb
