@@ -1341,9 +1341,11 @@ private:
         return s;
     }
 
-    QString nocase(const QString& sql, bool on) const
+    // NOCASE sorts texts without regard to case; on other types it has no
+    // meaning and is left out.
+    QString nocase(const QString& sql, bool on, FieldType type) const
     {
-        if (!on)
+        if (!on || !isText(type))
             return sql;
         return pg() ? QStringLiteral("lower(%1)").arg(sql) : sql + QStringLiteral(" COLLATE NOCASE");
     }
@@ -1370,15 +1372,19 @@ private:
             QStringList parts;
             for (const OrderItem& o : s.orderBy) {
                 QString expr;
+                FieldType type = FieldType::Unknown;
                 const Expr& e = *o.expr;
                 const int position = outputPosition(e, columns);
                 if (position >= 0 && !(e.kind == ExprKind::Column && findColumnIn(cores.front().scope, e))) {
                     expr = cores.front().itemSql[position];
+                    type = columns[position].type;
                 } else {
                     ExprContext ctx{&cores.front().scope, false};
-                    expr = tx(o.expr, ctx).sql;
+                    const Tx t = tx(o.expr, ctx);
+                    expr = t.sql;
+                    type = t.type;
                 }
-                parts.append(nocase(expr, o.nocase) + orderSuffix(o));
+                parts.append(nocase(expr, o.nocase, type) + orderSuffix(o));
             }
             if (!parts.isEmpty())
                 orderBy = QStringLiteral(" ORDER BY ") + parts.join(QLatin1String(", "));
@@ -1395,7 +1401,8 @@ private:
                     const int position = outputPosition(*o.expr, columns);
                     if (position < 0)
                         syntax(QStringLiteral("ORDER BY of a union must name one of its columns"));
-                    parts.append(nocase(QStringLiteral("u.") + aliasName(columns[position].name), o.nocase) +
+                    parts.append(nocase(QStringLiteral("u.") + aliasName(columns[position].name), o.nocase,
+                                        columns[position].type) +
                                  orderSuffix(o));
                 }
                 sql = QStringLiteral("SELECT * FROM (") + sql + QStringLiteral(") AS u");

@@ -441,6 +441,63 @@ TEST_P(SqlDialect, CaseOfNamesDoesNotMatter)
     EXPECT_EQ(scalar(QStringLiteral("select User from history")).toString(), "Pat");
 }
 
+TEST_P(SqlDialect, UpdatesFromAJoinedMemoryTableAndOtherQuotedForms)
+{
+    // The import of geocoded positions: a memory table named in quotes,
+    // joined into an update of the clients.
+    run(QStringLiteral("DROP TABLE IF EXISTS Memory \"ALRData\"; CREATE TABLE IF NOT EXISTS Memory \"ALRData\" "
+                       "(CustNum Integer, X Float, Y Float, GeoMethod Integer, StopType Integer)"));
+    run(QStringLiteral("Insert into Memory ALRData (CustNum, X, Y, GeoMethod, StopType) values (1, -71.5, 42.25, 1, 1), "
+                       "(2, 0, 0, 1, 1), (3, -70.0, 41.0, 2, 1)"));
+    run(QStringLiteral("Update Clients set Clients.latitude = ALR.Y, clients.Longitude = ALR.X from clients join "
+                       "memory ALRData ALR on Clients.Person_ID = ALR.CustNum where ALR.GeoMethod = 1 and "
+                       "ALR.StopType = 1 and ALR.X <> 0 and ALR.Y <> 0;"));
+    const ResultSet positions =
+        run(QStringLiteral("select Person_ID, Latitude, Longitude from Clients order by Person_ID"));
+    EXPECT_DOUBLE_EQ(positions.value(0, 1).toDouble(), 42.25);
+    EXPECT_DOUBLE_EQ(positions.value(0, 2).toDouble(), -71.5);
+    EXPECT_TRUE(positions.value(1, 1).isNull());
+    EXPECT_TRUE(positions.value(2, 1).isNull());
+
+    // "= Null" in an update of a memory table.
+    run(QStringLiteral("Select Person_ID, Def_Stop as Stop into Memory MemMappingData from Clients"));
+    EXPECT_EQ(run(QStringLiteral("Update memory MemMappingData set Stop = 0 where (Stop = Null)")).rowsAffected(), 1);
+    EXPECT_EQ(scalar(QStringLiteral("select count(*) from Memory MemMappingData where Stop = 0")).toInt(), 1);
+
+    // The items wizard's insert with its "fields" word, and a working table
+    // opened empty from a select that finds nothing.
+    run(QStringLiteral("Insert into DefDels fields ( Person_ID, Service_ID, Del_Day, Quantity, Item_ID, Sort_Order ) "
+                       "values ( :Person_ID, :Service_ID, :Del_Day, :Quantity, :Item_ID, :Sort_Order )"),
+        {{QStringLiteral("Person_ID"), 2},
+         {QStringLiteral("Service_ID"), 1},
+         {QStringLiteral("Del_Day"), QStringLiteral("MON")},
+         {QStringLiteral("Quantity"), 2},
+         {QStringLiteral("Item_ID"), 30},
+         {QStringLiteral("Sort_Order"), 1}});
+    EXPECT_EQ(run(QStringLiteral("Select Item_ID, Quantity, Sort_Order from DefDels where Del_Day = 'XXX'")).rowCount(), 0);
+    // Dates of one weekday, Monday 1, as a route change selects them.
+    run(QStringLiteral("Insert into EpisodicDeliveries (Person_ID, Deliv_Date, Schedule_Type) values (2, '2024-03-11', "
+                       "'S'), (2, '2024-03-12', 'S'), (2, '2024-03-17', 'S')"));
+    EXPECT_EQ(run(QStringLiteral("Update EpisodicDeliveries set Route = :Route where Person_ID = :Person_ID and "
+                                 "Deliv_Date >= Current_Date and Schedule_Type = :Schedule_Type and ( EXTRACT(DAYOFWEEK "
+                                 "FROM Deliv_Date) = 1 or EXTRACT(DAYOFWEEK FROM Deliv_Date) = 7 )"),
+                  {{QStringLiteral("Route"), QStringLiteral("R9")},
+                   {QStringLiteral("Person_ID"), 2},
+                   {QStringLiteral("Schedule_Type"), QStringLiteral("S")}})
+                  .rowsAffected(),
+              2);
+    // The login activity list.
+    run(QStringLiteral("Insert into History (Tran_Date, User, Event) values ('2024-03-05 09:00:00', 'Pat', 'Pat logged "
+                       "into Kettlebrook'), ('2024-03-05 17:00:00', 'Pat', 'Pat logged out of Kettlebrook'), "
+                       "('2024-02-01 09:00:00', 'Pat', 'Pat logged into Kettlebrook')"));
+    const ResultSet logins = run(
+        QStringLiteral("select event, tran_date, User, if(Pos('into' in Event) > 0 then 'Logged In' else 'Logged Out') as "
+                       "Action from History where ((event like '%logged into%') or (event like '%logged out%')) and "
+                       "Tran_Date > (Current_Date - :nPast_Days) order by User, Tran_Date descending nocase"),
+        {{QStringLiteral("nPast_Days"), 1}});
+    EXPECT_EQ(column(logins, 3), (QStringList{"Logged Out", "Logged In"}));
+}
+
 TEST_P(SqlDialect, EveryStoredRowHasAnIdentity)
 {
     // Tables with and without a row key of their own, and memory tables.
