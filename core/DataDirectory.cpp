@@ -16,6 +16,20 @@ QString databaseFilePath(const QString& directory)
 
 bool isDataDirectory(const QString& directory) { return QFileInfo::exists(databaseFilePath(directory)); }
 
+namespace {
+
+// All tables and the rows a new agency starts with, or nothing.
+void createCatalogueWithStartingRows(Database& db)
+{
+    TransactionGuard guard(db);
+    for (const TableDef& table : db.catalogue().tables())
+        db.createTable(table);
+    seedNewAgency(db);
+    guard.commit();
+}
+
+} // namespace
+
 std::unique_ptr<Database> openDataDirectory(const QString& directory, const Clock& clock)
 {
     if (!QFileInfo(directory).isDir())
@@ -41,11 +55,7 @@ std::unique_ptr<Database> createDataDirectory(const QString& directory, const Cl
     try {
         auto db = std::make_unique<Database>(std::make_unique<SqliteStore>(databaseFilePath(directory), true),
                                              Catalogue::standard(), clock);
-        TransactionGuard guard(*db);
-        for (const TableDef& table : db->catalogue().tables())
-            db->createTable(table);
-        seedNewAgency(*db);
-        guard.commit();
+        createCatalogueWithStartingRows(*db);
         return db;
     } catch (...) {
         // Nothing half-made stays behind.
@@ -79,11 +89,7 @@ std::unique_ptr<Database> createServerDatabase(const ServerAddress& address, con
     if (holdsKettlebrookTables(*db))
         throw DbError(DbErrorCode::Other,
                       QStringLiteral("The database %1 already holds Kettlebrook data").arg(address.toString()));
-    TransactionGuard guard(*db);
-    for (const TableDef& table : db->catalogue().tables())
-        db->createTable(table);
-    seedNewAgency(*db);
-    guard.commit();
+    createCatalogueWithStartingRows(*db);
     return db;
 }
 

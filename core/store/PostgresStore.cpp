@@ -123,16 +123,9 @@ public:
         PQclear(m_result);
         m_result = nullptr;
         m_row = -1;
-        const int n = int(m_values.size());
-        std::vector<const char*> values(n);
-        std::vector<int> lengths(n);
-        std::vector<int> formats(n);
-        for (int i = 0; i < n; ++i) {
-            values[i] = m_isNull[i] ? nullptr : m_values[i].constData();
-            lengths[i] = int(m_values[i].size());
-            formats[i] = m_isBinary[i] ? 1 : 0;
-        }
-        Result result(PQexecPrepared(m_conn, m_name.constData(), n, values.data(), lengths.data(), formats.data(), 0));
+        const WireValues wire = wireValues();
+        Result result(PQexecPrepared(m_conn, m_name.constData(), wire.count(), wire.values.data(), wire.lengths.data(),
+                                     wire.formats.data(), 0));
         check(m_conn, result, m_sql);
         m_result = result.r;
         result.r = nullptr;
@@ -215,17 +208,9 @@ public:
             for (size_t r = start; r < end; ++r) {
                 for (size_t i = 0; i < rows[r].size(); ++i)
                     bind(int(i), rows[r][i], types[i]);
-                const int n = int(m_values.size());
-                std::vector<const char*> values(n);
-                std::vector<int> lengths(n);
-                std::vector<int> formats(n);
-                for (int i = 0; i < n; ++i) {
-                    values[i] = m_isNull[i] ? nullptr : m_values[i].constData();
-                    lengths[i] = int(m_values[i].size());
-                    formats[i] = m_isBinary[i] ? 1 : 0;
-                }
-                if (!PQsendQueryPrepared(m_conn, m_name.constData(), n, values.data(), lengths.data(),
-                                         formats.data(), 0))
+                const WireValues wire = wireValues();
+                if (!PQsendQueryPrepared(m_conn, m_name.constData(), wire.count(), wire.values.data(),
+                                         wire.lengths.data(), wire.formats.data(), 0))
                     throw DbError(DbErrorCode::Other, errorText(m_conn, nullptr), m_sql);
             }
             if (!PQpipelineSync(m_conn))
@@ -269,6 +254,28 @@ public:
     }
 
 private:
+    // The bound values in the arrays the client library takes; they point
+    // into the statement's own buffers.
+    struct WireValues
+    {
+        std::vector<const char*> values;
+        std::vector<int> lengths;
+        std::vector<int> formats;
+        int count() const { return int(values.size()); }
+    };
+
+    WireValues wireValues() const
+    {
+        const size_t n = m_values.size();
+        WireValues wire{std::vector<const char*>(n), std::vector<int>(n), std::vector<int>(n)};
+        for (size_t i = 0; i < n; ++i) {
+            wire.values[i] = m_isNull[i] ? nullptr : m_values[i].constData();
+            wire.lengths[i] = int(m_values[i].size());
+            wire.formats[i] = m_isBinary[i] ? 1 : 0;
+        }
+        return wire;
+    }
+
     static FieldType typeOf(Oid oid)
     {
         switch (oid) {
@@ -399,6 +406,14 @@ void PostgresStore::rollback()
     m_inTransaction = false;
     if (PQtransactionStatus(m_conn) != PQTRANS_IDLE)
         exec(QStringLiteral("ROLLBACK"));
+}
+
+qint64 PostgresStore::lastInsertRowId()
+{
+    const QString sql = QStringLiteral("SELECT lastval()");
+    Result result(PQexec(m_conn, "SELECT lastval()"));
+    check(m_conn, result, sql);
+    return QByteArray(PQgetvalue(result.r, 0, 0)).toLongLong();
 }
 
 bool PostgresStore::tableExists(const QString& physicalName)
