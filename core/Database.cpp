@@ -3,6 +3,7 @@
 #include "Csv.h"
 #include "DbError.h"
 #include "Money.h"
+#include "dataset/RecordLocks.h"
 #include "sql/Parser.h"
 #include "store/ValueConversion.h"
 
@@ -25,12 +26,37 @@ struct Database::CompiledText
     std::vector<Compiled> statements;
 };
 
+namespace {
+
+// Makes a prepared statement ready to run again, also when a run fails.
+class StatementReset
+{
+public:
+    explicit StatementReset(StoreStatement& statement) : m_statement(statement) {}
+    ~StatementReset() { m_statement.reset(); }
+    StatementReset(const StatementReset&) = delete;
+    StatementReset& operator=(const StatementReset&) = delete;
+
+private:
+    StoreStatement& m_statement;
+};
+
+} // namespace
+
 // ---- Query ----
 
 Query::Query(Database* database, QString text) : m_database(database), m_text(std::move(text)) {}
 
 Query& Query::bind(const QString& name, const QVariant& value)
 {
+    // Callers bind the same names in the same spelling run after run; the
+    // exact comparison finds them without folding case.
+    for (auto& [key, v] : m_values) {
+        if (key == name) {
+            v = value;
+            return *this;
+        }
+    }
     for (auto& [key, v] : m_values) {
         if (key.compare(name, Qt::CaseInsensitive) == 0) {
             v = value;
@@ -73,7 +99,15 @@ Database::~Database()
             // The connection is closing; the store discards the work anyway.
         }
     }
+    m_recordLocks.reset();
     m_cache.clear();
+}
+
+RecordLocks& Database::recordLocks()
+{
+    if (!m_recordLocks)
+        m_recordLocks = RecordLocks::create(*this);
+    return *m_recordLocks;
 }
 
 const TableDef* Database::persistentTable(QStringView name) const { return m_catalogue.table(name); }
@@ -118,7 +152,8 @@ Database::Compiled& Database::compiled(CompiledText& text, size_t index)
 class Database::StatementScope
 {
 public:
-    StatementScope(Database& db, bool needed) : m_db(db)
+    // local: the statement writes only the session's memory tables.
+    StatementScope(Database& db, bool needed, bool local = false) : m_db(db)
     {
         if (!needed)
             return;
@@ -126,7 +161,10 @@ public:
             m_db.m_store->exec(QStringLiteral("SAVEPOINT kb_statement"));
             m_savepoint = true;
         } else {
-            m_db.m_store->begin();
+            if (local)
+                m_db.m_store->beginLocal();
+            else
+                m_db.m_store->begin();
             m_transaction = true;
         }
     }
@@ -156,6 +194,15 @@ private:
     bool m_transaction = false;
 };
 
+StoreStatement& Database::preparedStep(Compiled& c, size_t step)
+{
+    if (c.prepared.size() != c.translation.steps.size())
+        c.prepared.resize(c.translation.steps.size());
+    if (!c.prepared[step])
+        c.prepared[step] = m_store->prepare(c.translation.steps[step].text);
+    return *c.prepared[step];
+}
+
 QVariant Database::paramValue(const sql::ParamInfo& info, const Params& params) const
 {
     switch (info.source) {
@@ -164,6 +211,9 @@ QVariant Database::paramValue(const sql::ParamInfo& info, const Params& params) 
     case sql::ParamSource::CurrentTimestamp: return m_clock.now();
     case sql::ParamSource::Caller: break;
     }
+    for (const auto& [name, value] : params)
+        if (name == info.name)
+            return toCanonical(value, info.type, info.name);
     for (const auto& [name, value] : params)
         if (name.compare(info.name, Qt::CaseInsensitive) == 0)
             return toCanonical(value, info.type, info.name);
@@ -198,19 +248,12 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
             values.push_back(paramValue(info, params));
         // Several steps run as one; on the server, a failing statement inside
         // a transaction must not take the whole transaction down with it.
-        StatementScope scope(*this, t.steps.size() > 1 || (m_inTransaction && dialect() == Dialect::PostgreSQL));
-        if (c.prepared.size() != t.steps.size())
-            c.prepared.resize(t.steps.size());
+        StatementScope scope(*this, t.steps.size() > 1 || (m_inTransaction && dialect() == Dialect::PostgreSQL),
+                             t.writesTable.isEmpty() && !t.memoryTablesUsed.isEmpty());
         for (size_t s = 0; s < t.steps.size(); ++s) {
             const sql::StoreSql& step = t.steps[s];
-            if (!c.prepared[s])
-                c.prepared[s] = m_store->prepare(step.text);
-            StoreStatement& stmt = *c.prepared[s];
-            struct Resetter
-            {
-                StoreStatement& statement;
-                ~Resetter() { statement.reset(); }
-            } resetter{stmt};
+            StoreStatement& stmt = preparedStep(c, s);
+            const StatementReset reset(stmt);
             for (size_t p = 0; p < step.params.size(); ++p) {
                 const sql::ParamInfo& info = t.params[step.params[p]];
                 stmt.bind(int(p), values[step.params[p]], info.type);
@@ -267,18 +310,10 @@ qint64 Database::runBatch(const QString& text, const Params& common, const std::
             values.push_back(std::move(rowValues));
         }
         StatementScope scope(*this, true);
-        if (c.prepared.size() != t.steps.size())
-            c.prepared.resize(t.steps.size());
         for (size_t s = 0; s < t.steps.size(); ++s) {
             const sql::StoreSql& step = t.steps[s];
-            if (!c.prepared[s])
-                c.prepared[s] = m_store->prepare(step.text);
-            StoreStatement& stmt = *c.prepared[s];
-            struct Resetter
-            {
-                StoreStatement& statement;
-                ~Resetter() { statement.reset(); }
-            } resetter{stmt};
+            StoreStatement& stmt = preparedStep(c, s);
+            const StatementReset reset(stmt);
             if (step.params.empty() && !t.params.empty()) {
                 // A step that takes no values, such as moving a row-key counter,
                 // runs once for the whole batch.
@@ -412,14 +447,6 @@ void Database::createTable(const TableDef& table)
 {
     for (const QString& ddl : sql::createTableSql(table, dialect(), false, false))
         m_store->exec(ddl);
-}
-
-void Database::createCatalogue()
-{
-    TransactionGuard guard(*this);
-    for (const TableDef& table : m_catalogue.tables())
-        createTable(table);
-    guard.commit();
 }
 
 void Database::deleteTable(const QString& table)

@@ -20,6 +20,7 @@ namespace kb {
 using Params = std::vector<std::pair<QString, QVariant>>;
 
 class Database;
+class RecordLocks;
 
 // A statement text made ready once and run many times with new values,
 // the way screens run their queries.
@@ -61,6 +62,9 @@ public:
     const Catalogue& catalogue() const { return m_catalogue; }
     const Clock& clock() const { return m_clock; }
     Store& store() { return *m_store; }
+    // The session's pessimistic record locks, made on first use; they end
+    // with the session.
+    RecordLocks& recordLocks();
 
     // Runs the statements of a text in order with the named values; gives
     // the rows of the last statement that returns rows, or the count of rows
@@ -76,7 +80,6 @@ public:
     // Tables of the catalogue, and memory tables by their names.
     bool exists(const QString& table);
     void createTable(const TableDef& table);
-    void createCatalogue();
     void deleteTable(const QString& table);
     void emptyTable(const QString& table);
     qint64 recordCount(const QString& table);
@@ -96,6 +99,7 @@ private:
 
     std::shared_ptr<CompiledText> compiledText(const QString& text);
     Compiled& compiled(CompiledText& text, size_t index);
+    StoreStatement& preparedStep(Compiled& c, size_t step);
     ResultSet run(const QString& text, const Params& params, bool keepRows);
     qint64 runBatch(const QString& text, const Params& common, const std::vector<Params>& rows);
     // Opens a savepoint (inside a transaction) or a transaction of its own;
@@ -113,6 +117,8 @@ private:
     quint64 m_memoryGeneration = 0;
     QHash<QString, TableDef> m_memoryTables; // by lower-case name
     QHash<QString, std::shared_ptr<CompiledText>> m_cache;
+    // Declared after the store so it is released while the connection lives.
+    std::unique_ptr<RecordLocks> m_recordLocks;
 };
 
 // Starts a transaction and rolls it back when it goes out of scope without

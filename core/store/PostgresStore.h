@@ -36,6 +36,9 @@ public:
     void commit() override;
     void rollback() override;
     bool tableExists(const QString& physicalName) override;
+    // The last value a row-key counter gave out in this session: right after
+    // an insert that left the row key to the server.
+    qint64 lastInsertRowId() override;
 
     PGconn* handle() const { return m_conn; }
 

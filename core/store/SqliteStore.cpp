@@ -265,6 +265,12 @@ void SqliteStore::begin()
     exec(QStringLiteral("BEGIN IMMEDIATE"));
 }
 
+void SqliteStore::beginLocal()
+{
+    // Deferred: memory tables live in the connection's own temporary store.
+    exec(QStringLiteral("BEGIN"));
+}
+
 void SqliteStore::commit() { exec(QStringLiteral("COMMIT")); }
 
 void SqliteStore::rollback()
@@ -272,6 +278,8 @@ void SqliteStore::rollback()
     if (!sqlite3_get_autocommit(m_db))
         exec(QStringLiteral("ROLLBACK"));
 }
+
+qint64 SqliteStore::lastInsertRowId() { return sqlite3_last_insert_rowid(m_db); }
 
 bool SqliteStore::tableExists(const QString& physicalName)
 {

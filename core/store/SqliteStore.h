@@ -19,9 +19,11 @@ public:
     std::unique_ptr<StoreStatement> prepare(const QString& sql) override;
     void exec(const QString& sql) override;
     void begin() override;
+    void beginLocal() override;
     void commit() override;
     void rollback() override;
     bool tableExists(const QString& physicalName) override;
+    qint64 lastInsertRowId() override;
 
     sqlite3* handle() const { return m_db; }
     const QString& path() const { return m_path; }

@@ -1,5 +1,7 @@
 #include "store/Store.h"
 
+#include "DbError.h"
+
 namespace kb {
 
 qint64 StoreStatement::executeMany(const std::vector<std::vector<QVariant>>& rows, const std::vector<FieldType>& types)
@@ -13,6 +15,11 @@ qint64 StoreStatement::executeMany(const std::vector<std::vector<QVariant>>& row
         reset();
     }
     return changed;
+}
+
+qint64 Store::lastInsertRowId()
+{
+    throw DbError(DbErrorCode::Other, QStringLiteral("This store cannot tell the identity of an inserted row"));
 }
 
 } // namespace kb

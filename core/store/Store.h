@@ -43,9 +43,16 @@ public:
     virtual std::unique_ptr<StoreStatement> prepare(const QString& sql) = 0;
     virtual void exec(const QString& sql) = 0;
     virtual void begin() = 0;
+    // A transaction for work on the session's own memory tables only: the
+    // file store then leaves the data's write lock alone, so the work runs
+    // beside another session's transaction.
+    virtual void beginLocal() { begin(); }
     virtual void commit() = 0;
     virtual void rollback() = 0;
     virtual bool tableExists(const QString& physicalName) = 0;
+    // The row identity the store gave the last row this connection inserted
+    // without naming it; data sets use it to fetch a posted row back.
+    virtual qint64 lastInsertRowId();
 };
 
 } // namespace kb

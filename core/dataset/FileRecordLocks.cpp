@@ -1,0 +1,96 @@
+#include "dataset/FileRecordLocks.h"
+
+#include "Database.h"
+#include "DbError.h"
+#include "store/SqliteStore.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace kb {
+
+namespace {
+
+constexpr qint64 TableStretch = qint64(1) << 40;
+// The last byte of a stretch stands for the table; rows use the rest.
+constexpr qint64 TableByte = TableStretch - 1;
+
+} // namespace
+
+FileRecordLocks::FileRecordLocks(Database& database) : RecordLocks(database)
+{
+    auto* store = dynamic_cast<SqliteStore*>(&database.store());
+    if (!store)
+        throw DbError(DbErrorCode::Other, QStringLiteral("File record locks need a data directory"));
+    m_path = QFileInfo(store->path()).absoluteDir().filePath(QString::fromLatin1(LockFileName));
+    // Not inherited by programs the process starts: their locks are their own.
+    m_fd = ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (m_fd < 0)
+        throw DbError(DbErrorCode::Other,
+                      QStringLiteral("Cannot open the lock file %1: %2").arg(m_path, QString::fromLocal8Bit(std::strerror(errno))));
+}
+
+FileRecordLocks::~FileRecordLocks()
+{
+    // Closing the session's own file description frees all its locks at once.
+    if (m_fd >= 0)
+        ::close(m_fd);
+}
+
+RecordLocks::TableKey FileRecordLocks::keyOf(const QString& table)
+{
+    const TableDef* def = m_database.persistentTable(table);
+    if (!def)
+        return {};
+    const QList<TableDef>& tables = m_database.catalogue().tables();
+    for (qsizetype i = 0; i < tables.size(); ++i)
+        if (&tables[i] == def)
+            return TableKey{qint64(i)};
+    return {};
+}
+
+bool FileRecordLocks::setLock(qint64 offset, short kind)
+{
+    struct flock lock;
+    std::memset(&lock, 0, sizeof lock);
+    lock.l_type = kind;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = off_t(offset);
+    lock.l_len = 1;
+    lock.l_pid = 0; // required for open-file-description locks
+    for (;;) {
+        if (::fcntl(m_fd, F_OFD_SETLK, &lock) == 0)
+            return true;
+        if (errno == EINTR)
+            continue;
+        if (errno == EAGAIN || errno == EACCES)
+            return false;
+        throw DbError(DbErrorCode::Other,
+                      QStringLiteral("Cannot lock in %1: %2").arg(m_path, QString::fromLocal8Bit(std::strerror(errno))));
+    }
+}
+
+static qint64 rowOffset(qint64 table, qint64 rowId)
+{
+    if (rowId < 0 || rowId >= TableByte)
+        throw DbError(DbErrorCode::Other, QStringLiteral("Row %1 is beyond what the record locks can name").arg(rowId));
+    return table * TableStretch + rowId;
+}
+
+bool FileRecordLocks::acquireRow(TableKey key, qint64 rowId) { return setLock(rowOffset(key.value, rowId), F_WRLCK); }
+
+void FileRecordLocks::releaseRow(TableKey key, qint64 rowId) { setLock(rowOffset(key.value, rowId), F_UNLCK); }
+
+bool FileRecordLocks::moveTableHold(TableKey key, TableMode from, TableMode to)
+{
+    (void)from;
+    const short kind = to == TableMode::Exclusive ? F_WRLCK : to == TableMode::Shared ? F_RDLCK : F_UNLCK;
+    return setLock(key.value * TableStretch + TableByte, kind);
+}
+
+} // namespace kb

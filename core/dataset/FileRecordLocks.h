@@ -1,0 +1,38 @@
+#pragma once
+
+#include "dataset/RecordLocks.h"
+
+namespace kb {
+
+// Record locks of a data directory: byte-range locks on the lock file
+// beside the database, taken on an open file description of the session's
+// own. The kernel frees them when the process ends, however it ends, and
+// two sessions of one process conflict like two processes.
+//
+// Each catalogue table owns a 2^40-byte stretch of the file, at its place in
+// the catalogue times 2^40: a row's byte is the stretch's start plus its row
+// identity, and the stretch's last byte stands for the table as a whole. So
+// no two rows share a lock.
+class FileRecordLocks final : public RecordLocks
+{
+public:
+    explicit FileRecordLocks(Database& database);
+    ~FileRecordLocks() override;
+
+    static constexpr const char* LockFileName = "kettlebrook.locks";
+
+protected:
+    TableKey keyOf(const QString& table) override;
+    bool acquireRow(TableKey key, qint64 rowId) override;
+    void releaseRow(TableKey key, qint64 rowId) override;
+    bool moveTableHold(TableKey key, TableMode from, TableMode to) override;
+
+private:
+    // One try at a lock of the given kind (F_RDLCK, F_WRLCK, F_UNLCK) on one byte.
+    bool setLock(qint64 offset, short kind);
+
+    int m_fd = -1;
+    QString m_path;
+};
+
+} // namespace kb

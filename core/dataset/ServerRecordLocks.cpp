@@ -1,0 +1,103 @@
+#include "dataset/ServerRecordLocks.h"
+
+#include "Database.h"
+#include "DbError.h"
+#include "sql/Translator.h"
+#include "store/Store.h"
+
+#include <climits>
+#include <cstring>
+
+namespace kb {
+
+ServerRecordLocks::ServerRecordLocks(Database& database) : RecordLocks(database)
+{
+    // A workstation that vanishes without closing its connection (power,
+    // network) is noticed by the server within seconds, and its locks go.
+    // Harmless over a local socket, where the settings do not apply.
+    database.store().exec(QStringLiteral(
+        "SET tcp_keepalives_idle = 5; SET tcp_keepalives_interval = 2; SET tcp_keepalives_count = 3"));
+}
+
+ServerRecordLocks::~ServerRecordLocks() = default;
+
+QVariant ServerRecordLocks::ask(std::unique_ptr<StoreStatement>& statement, const char* sql,
+                                const std::vector<std::pair<QVariant, FieldType>>& values, FieldType resultType)
+{
+    const QString text = QString::fromLatin1(sql);
+    if (!statement)
+        statement = m_database.store().prepare(text);
+    struct Resetter
+    {
+        StoreStatement& s;
+        ~Resetter() { s.reset(); }
+    } resetter{*statement};
+    for (size_t i = 0; i < values.size(); ++i)
+        statement->bind(int(i), values[i].first, values[i].second);
+    statement->execute();
+    if (!statement->next())
+        throw DbError(DbErrorCode::Other, QStringLiteral("The server gave no answer to a lock request"), text);
+    return statement->value(0, resultType);
+}
+
+bool ServerRecordLocks::call(std::unique_ptr<StoreStatement>& statement, const char* sql, qint64 first, qint64 second)
+{
+    std::vector<std::pair<QVariant, FieldType>> values{{first, FieldType::Int}};
+    if (std::strstr(sql, "$2"))
+        values.emplace_back(second, FieldType::Int);
+    return ask(statement, sql, values, FieldType::Bool).toBool();
+}
+
+RecordLocks::TableKey ServerRecordLocks::keyOf(const QString& table)
+{
+    const TableDef* def = m_database.persistentTable(table);
+    if (!def)
+        return {};
+    const QString name = def->name().toLower();
+    if (const auto it = m_keys.constFind(name); it != m_keys.constEnd())
+        return TableKey{*it};
+    const QVariant oid = ask(m_objectNumber, "SELECT to_regclass($1)::oid::bigint",
+                             {{sql::quoteIdentifier(def->name(), Dialect::PostgreSQL), FieldType::String}}, FieldType::Int);
+    if (oid.isNull())
+        throw DbError(DbErrorCode::UnknownName, QStringLiteral("Table %1 does not exist").arg(def->name()));
+    m_keys.insert(name, oid.toLongLong());
+    return TableKey{oid.toLongLong()};
+}
+
+// The pair form takes two 32-bit keys: the object number's bits and the row.
+static qint64 firstKey(qint64 objectNumber) { return qint64(qint32(quint32(objectNumber))); }
+
+static qint64 checkedRow(qint64 rowId)
+{
+    if (rowId < INT_MIN || rowId > INT_MAX)
+        throw DbError(DbErrorCode::Other, QStringLiteral("Row %1 is beyond what the record locks can name").arg(rowId));
+    return rowId;
+}
+
+bool ServerRecordLocks::acquireRow(TableKey key, qint64 rowId)
+{
+    return call(m_tryRow, "SELECT pg_try_advisory_lock($1::int4, $2::int4)", firstKey(key.value), checkedRow(rowId));
+}
+
+void ServerRecordLocks::releaseRow(TableKey key, qint64 rowId)
+{
+    call(m_unlockRow, "SELECT pg_advisory_unlock($1::int4, $2::int4)", firstKey(key.value), checkedRow(rowId));
+}
+
+bool ServerRecordLocks::moveTableHold(TableKey key, TableMode from, TableMode to)
+{
+    // Take the new hold before giving up the old one, so nobody slips in between.
+    if (to == TableMode::Exclusive &&
+        !call(m_tryExclusive, "SELECT pg_try_advisory_lock($1::int8)", key.value))
+        return false;
+    if (to == TableMode::Shared &&
+        !call(m_tryShared, "SELECT pg_try_advisory_lock_shared($1::int8)", key.value))
+        return false;
+    if (from == TableMode::Exclusive)
+        call(m_unlockExclusive, "SELECT pg_advisory_unlock($1::int8)", key.value);
+    else if (from == TableMode::Shared)
+        call(m_unlockShared, "SELECT pg_advisory_unlock_shared($1::int8)", key.value);
+    return true;
+}
+
+} // namespace kb

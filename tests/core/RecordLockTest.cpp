@@ -1,0 +1,300 @@
+// Pessimistic record locks between sessions and between processes on one
+// data directory or one server database: a row in edit is held until post
+// or cancel, a dead process frees its rows, and conflicts reach the caller
+// with the engine codes the record services react to.
+
+#include "DataSetFixture.h"
+
+#include "dataset/QueryDataSet.h"
+#include "dataset/TableDataSet.h"
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace kb;
+
+namespace {
+
+// A child process, started by fork(), that runs a script of steps against
+// its own session and tells the parent after each one; it is killed when
+// the test ends.
+class Workstation
+{
+public:
+    Workstation() = default;
+    ~Workstation()
+    {
+        if (m_pid > 0) {
+            kill(m_pid, SIGKILL);
+            waitpid(m_pid, nullptr, 0);
+        }
+        for (int fd : {m_toChild, m_fromChild})
+            if (fd >= 0)
+                close(fd);
+    }
+
+    // step(n) runs in the child for n = 0, 1, 2 ... each time the parent
+    // calls go(); a false from it ends the child.
+    template <typename Step> void start(Step step)
+    {
+        int down[2];
+        int up[2];
+        ASSERT_EQ(pipe(down), 0);
+        ASSERT_EQ(pipe(up), 0);
+        m_pid = fork();
+        ASSERT_GE(m_pid, 0);
+        if (m_pid == 0) {
+            close(down[1]);
+            close(up[0]);
+            char result = 0;
+            try {
+                for (int n = 0;; ++n) {
+                    char command = 0;
+                    if (read(down[0], &command, 1) != 1)
+                        break;
+                    result = step(n) ? 1 : 0;
+                    (void)!write(up[1], &result, 1);
+                    if (!result)
+                        break;
+                }
+            } catch (...) {
+                result = 0;
+                (void)!write(up[1], &result, 1);
+            }
+            _exit(0);
+        }
+        close(down[0]);
+        close(up[1]);
+        m_toChild = down[1];
+        m_fromChild = up[0];
+    }
+
+    // Runs the child's next step and tells whether it went well.
+    bool go()
+    {
+        const char command = 1;
+        if (write(m_toChild, &command, 1) != 1)
+            return false;
+        char result = 0;
+        return read(m_fromChild, &result, 1) == 1 && result == 1;
+    }
+
+    void killNow()
+    {
+        kill(m_pid, SIGKILL);
+        int status = 0;
+        waitpid(m_pid, &status, 0);
+        m_pid = -1;
+        EXPECT_TRUE(WIFSIGNALED(status));
+    }
+
+private:
+    pid_t m_pid = -1;
+    int m_toChild = -1;
+    int m_fromChild = -1;
+};
+
+class RecordLockTest : public test::DataSetFixture
+{
+protected:
+    void SetUp() override
+    {
+        DataSetFixture::SetUp();
+        if (IsSkipped())
+            return;
+        addClients();
+    }
+
+    // A child that opens Clients in its own session and edits Person_ID 2
+    // (done when this returns), and posts the change at its next step.
+    void startEditingChild(Workstation& child)
+    {
+        child.start([this](int step) {
+            static std::unique_ptr<Database> session;
+            static std::unique_ptr<TableDataSet> clients;
+            if (step == 0) {
+                session = data->openAnother();
+                clients = std::make_unique<TableDataSet>(*session, QStringLiteral("Clients"));
+                clients->open();
+                if (!clients->locate(QStringLiteral("Person_ID"), 2))
+                    return false;
+                clients->edit();
+                clients->setFieldValue(u"Last_Name", QStringLiteral("Child"));
+                return true;
+            }
+            clients->post();
+            return true;
+        });
+        ASSERT_TRUE(child.go());
+    }
+
+    // Clients open in the main session, standing on one person.
+    std::unique_ptr<TableDataSet> clientAt(int personId)
+    {
+        auto clients = std::make_unique<TableDataSet>(db(), QStringLiteral("Clients"));
+        clients->open();
+        EXPECT_TRUE(clients->locate(QStringLiteral("Person_ID"), personId));
+        return clients;
+    }
+};
+
+TEST_P(RecordLockTest, AnotherProcessHoldsTheRowUntilItPosts)
+{
+    Workstation child;
+    startEditingChild(child);
+    auto held = clientAt(2);
+    TableDataSet& clients = *held;
+    // The session's own retries: 15 tries, 100 ms apart.
+    EXPECT_EQ(db().recordLocks().retryCount(), 15);
+    EXPECT_EQ(db().recordLocks().retryWaitMs(), 100);
+    try {
+        clients.edit();
+        ADD_FAILURE() << "the edit of a row held by another process went through";
+    } catch (const DbError& e) {
+        EXPECT_EQ(e.code(), DbErrorCode::RecordLocked);
+        EXPECT_TRUE(e.message().contains(QLatin1String("Clients"))) << e.message().toStdString();
+    }
+    EXPECT_EQ(clients.state(), DataSet::State::Browse);
+    // Other rows of the table stay free.
+    ASSERT_TRUE(clients.locate(QStringLiteral("Person_ID"), 3));
+    clients.edit();
+    clients.cancel();
+
+    ASSERT_TRUE(child.go()); // the child posts
+    ASSERT_TRUE(clients.locate(QStringLiteral("Person_ID"), 2));
+    // The set read the row before the child's post.
+    EXPECT_EQ(test::engineCodeOf([&] { clients.edit(); }), 8708);
+    clients.refresh();
+    EXPECT_EQ(clients.fieldValue(u"Last_Name").toString(), "Child");
+    test::editAndPost(clients, u"Last_Name", QStringLiteral("Parent"));
+    EXPECT_EQ(lastName(db(), 2), "Parent");
+}
+
+TEST_P(RecordLockTest, AKilledProcessDoesNotLeaveItsLockBehind)
+{
+    Workstation child;
+    startEditingChild(child);
+    auto held = clientAt(2);
+    TableDataSet& clients = *held;
+    db().recordLocks().setRetries(1, 0);
+    EXPECT_EQ(test::engineCodeOf([&] { clients.edit(); }), 10258);
+
+    child.killNow();
+    // The server may take a moment to see the connection gone: up to 5 s.
+    db().recordLocks().setRetries(50, 100);
+    clients.edit();
+    EXPECT_EQ(clients.state(), DataSet::State::Edit);
+    clients.cancel();
+    EXPECT_EQ(lastName(db(), 2), "Bell");
+}
+
+TEST_P(RecordLockTest, APlainStatementOfAnotherProcessMeetsTheEditWith8708)
+{
+    auto held = clientAt(4);
+    TableDataSet& clients = *held;
+    clients.edit();
+    clients.setFieldValue(u"First_Name", QStringLiteral("Dora"));
+
+    Workstation child;
+    child.start([this](int) {
+        auto session = data->openAnother();
+        session->execute(QStringLiteral("Update Clients set Zip = '99999' where Person_ID = 4"));
+        return true;
+    });
+    ASSERT_TRUE(child.go());
+
+    EXPECT_EQ(test::engineCodeOf([&] { clients.post(); }), 8708);
+    EXPECT_EQ(clients.state(), DataSet::State::Edit);
+    EXPECT_EQ(clients.fieldValue(u"First_Name").toString(), "Dora");
+    clients.refresh();
+    EXPECT_EQ(clients.fieldValue(u"Zip").toString(), "99999");
+    EXPECT_EQ(clients.fieldValue(u"First_Name").toString(), "Dora");
+    clients.post();
+    const ResultSet row = db().execute(QStringLiteral("select First_Name, Zip from Clients where Person_ID = 4"));
+    EXPECT_EQ(row.value(0, 0).toString(), "Dora");
+    EXPECT_EQ(row.value(0, 1).toString(), "99999");
+}
+
+TEST_P(RecordLockTest, SessionsAndDataSetsOfOneProcessConflictToo)
+{
+    auto other = otherSession();
+    TableDataSet mine(db(), QStringLiteral("Clients"));
+    TableDataSet theirs(*other, QStringLiteral("Clients"));
+    TableDataSet sameSession(db(), QStringLiteral("Clients"));
+    db().recordLocks().setRetries(2, 10);
+    for (TableDataSet* set : {&mine, &theirs, &sameSession}) {
+        set->open();
+        ASSERT_TRUE(set->locate(QStringLiteral("Person_ID"), 1));
+    }
+    mine.edit();
+    EXPECT_EQ(test::engineCodeOf([&] { theirs.edit(); }), 10258);
+    EXPECT_EQ(test::engineCodeOf([&] { sameSession.edit(); }), 10258);
+    EXPECT_EQ(test::engineCodeOf([&] { theirs.remove(); }), 10258);
+    mine.setFieldValue(u"Last_Name", QStringLiteral("Mine"));
+    mine.post();
+    theirs.refresh();
+    theirs.edit();
+    EXPECT_EQ(theirs.fieldValue(u"Last_Name").toString(), "Mine");
+    // Closing a set frees its row.
+    theirs.close();
+    sameSession.refresh();
+    sameSession.edit();
+    sameSession.cancel();
+}
+
+TEST_P(RecordLockTest, LocksNameExactlyOneRowOfOneTable)
+{
+    auto other = otherSession();
+    RecordLocks& mine = db().recordLocks();
+    RecordLocks& theirs = other->recordLocks();
+    int owner = 0;
+    EXPECT_TRUE(mine.tryLock(&owner, QStringLiteral("Clients"), 1));
+    EXPECT_TRUE(mine.tryLock(&owner, QStringLiteral("clients"), 1)); // held already
+    EXPECT_TRUE(mine.isLocked(&owner, QStringLiteral("Clients"), 1));
+    EXPECT_FALSE(theirs.tryLock(&owner, QStringLiteral("Clients"), 1));
+    EXPECT_TRUE(theirs.tryLock(&owner, QStringLiteral("Clients"), 2));
+    EXPECT_TRUE(theirs.tryLock(&owner, QStringLiteral("Deliveri"), 1));
+    EXPECT_TRUE(theirs.tryLock(&owner, QStringLiteral("Clients"), qint64(1) << 30));
+    mine.unlock(&owner, QStringLiteral("Clients"), 1);
+    EXPECT_TRUE(theirs.tryLock(&owner, QStringLiteral("Clients"), 1));
+    theirs.unlockAll(&owner);
+    EXPECT_TRUE(mine.tryLock(&owner, QStringLiteral("Deliveri"), 1));
+    mine.unlockAll();
+    EXPECT_TRUE(theirs.tryLock(&owner, QStringLiteral("Deliveri"), 1));
+}
+
+TEST_P(RecordLockTest, ExclusiveOpensAndTableLocksGiveTheirCodes)
+{
+    auto other = otherSession();
+    TableDataSet alone(db(), QStringLiteral("Clients"));
+    alone.setExclusive(true);
+    alone.open();
+
+    TableDataSet shared(*other, QStringLiteral("Clients"));
+    EXPECT_EQ(test::engineCodeOf([&] { shared.open(); }), 11013);
+    EXPECT_FALSE(shared.isActive());
+    // A live result does not open the table, but its edit meets the table lock.
+    QueryDataSet live(*other, QStringLiteral("select Person_ID, Last_Name from Clients"));
+    live.setRequestLive(true);
+    live.open();
+    EXPECT_EQ(test::engineCodeOf([&] { live.edit(); }), 10241);
+    // The session itself may open it beside its exclusive open.
+    TableDataSet again(db(), QStringLiteral("Clients"));
+    again.open();
+    again.close();
+
+    alone.close();
+    shared.open();
+    live.edit();
+    live.cancel();
+    EXPECT_EQ(test::engineCodeOf([&] { alone.open(); }), 11013);
+    shared.close();
+    alone.open();
+    EXPECT_TRUE(alone.isActive());
+}
+
+INSTANTIATE_TEST_SUITE_P(Stores, RecordLockTest, ::testing::Values(test::StoreKind::SQLite, test::StoreKind::PostgreSQL),
+                         [](const auto& info) { return test::storeName(info.param); });
+
+} // namespace
