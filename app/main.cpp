@@ -1,4 +1,5 @@
 #include "CommandRegistry.h"
+#include "DesktopProgram.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -23,6 +24,10 @@ void printUsage(QTextStream& err)
 
 int main(int argc, char** argv)
 {
+    // Without a command word this is the desktop program, which needs a screen;
+    // the commands never do.
+    if (kb::ui::isDesktopInvocation(argc, argv))
+        return kb::ui::runDesktopProgram(argc, argv);
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Kettlebrook"));
     QTextStream out(stdout);
@@ -55,7 +60,6 @@ int main(int argc, char** argv)
         }
     }
     if (words.isEmpty()) {
-        err << "The desktop program is not part of this build yet; give a command.\n";
         printUsage(err);
         return 2;
     }

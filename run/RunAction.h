@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+namespace kb {
+
+// The commands of the run screen whose enabled state the run's rules set.
+enum class RunAction {
+    Prepare,
+    SaveData,
+    SaveAs,
+    ApplyRouteChanges,
+    MapRoutes,
+    ExportData,
+    QuickClientsListing,
+    ResetRoutes,
+    ResetStops,
+    IncrementStops,
+    RemoveDeliveries,
+    RetrieveFromArcLogistics,
+};
+
+inline constexpr int runActionCount = int(RunAction::RetrieveFromArcLogistics) + 1;
+
+// "ActionPrepare", "ActionSaveData", ...
+QString runActionName(RunAction action);
+
+} // namespace kb

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+namespace kb {
+
+// The statements of preparing a run, word for word as the run's rules give
+// them; only the weekday columns and the suspension clause vary.
+namespace RunStatements {
+
+// "MON" ... "SUN": the first three letters of the English day name.
+QString dayCode(const QDate& date);
+
+// The ongoing selection for the weekday of the date (1 = Monday).
+QString ongoingSelection(int dayOfWeek);
+
+// The episodic and scheduled selection; with excludeSuspended the suspension
+// clause is added (scheduled deliveries under SUSPEND_SCHEDULED_DELIVERIES).
+QString datedSelection(bool excludeSuspended);
+
+// The address override of one client on one date (:Person_ID, :DOW,
+// :Deliv_Date): "D" before "O" before "T", at most one row.
+const QString& overrideStatement();
+
+// Every override that applies on a date (:DOW, :Deliv_Date), for all
+// clients at once; AddressOverrides picks per client as overrideStatement
+// does.
+const QString& overridesOfDate();
+
+// The client details of a row of the run, by :Person_ID.
+const QString& clientDetails();
+
+} // namespace RunStatements
+
+} // namespace kb

@@ -1,0 +1,348 @@
+#include "TFormRunPrepare.h"
+
+#include "Database.h"
+#include "DeliveryTypeEntry.h"
+#include "DietCodes.h"
+#include "IsDeliveryWeek.h"
+#include "OriginDataSet.h"
+#include "RunStatements.h"
+#include "SessionState.h"
+#include "UserInterface.h"
+
+#include <QLocale>
+
+namespace kb {
+
+namespace {
+
+QVariant zeroWhenNull(const QVariant& v) { return v.isNull() ? QVariant(qint64(0)) : v; }
+
+QString fullNameOf(const OriginDataSet& row)
+{
+    QString name = row.text(QStringLiteral("First_Name")).trimmed();
+    const QString mid = row.text(QStringLiteral("Mid_Name")).trimmed();
+    const QString last = row.text(QStringLiteral("Last_Name")).trimmed();
+    if (!mid.isEmpty())
+        name += QLatin1Char(' ') + mid;
+    if (!last.isEmpty())
+        name += QLatin1Char(' ') + last;
+    return name.trimmed();
+}
+
+} // namespace
+
+TFormRunPrepare::TFormRunPrepare(Database& db, const SessionState& session, UserInterface& ui, QObject* parent)
+    : QObject(parent),
+      m_db(db),
+      m_session(session),
+      m_ui(ui),
+      m_table(db),
+      m_model(new MemTableDeliveriesModel(m_table, db, ui, this)),
+      m_overrideQuery(db.query(RunStatements::overrideStatement()))
+{
+    m_aDietCodes = loadDietCodes(db);
+    const ResultSet config = db.execute(QStringLiteral("Select Advance_Prep_Days from Config"));
+    const int advance = config.isEmpty() ? 0 : config.value(0, 0).toInt();
+    m_pickerDate = db.clock().today().addDays(advance);
+    m_enabled[int(RunAction::Prepare)] = true;
+    connect(m_model, &MemTableDeliveriesModel::edited, this, [this] {
+        m_saved = false;
+        setEnabled(RunAction::SaveData, true);
+        emit stateChanged();
+    });
+}
+
+TFormRunPrepare::~TFormRunPrepare() = default;
+
+void TFormRunPrepare::FormShow()
+{
+    m_table.createOrEmpty();
+    m_model->setIndex(DeliveriesIndex::RouteStopClient);
+    EnableActions(0);
+    m_userText = m_session.userFullName;
+    emit stateChanged();
+}
+
+void TFormRunPrepare::FormClose()
+{
+    m_model->detach();
+    m_table.drop();
+}
+
+void TFormRunPrepare::SetPrepareDate(const QDate& date)
+{
+    if (date == m_pickerDate)
+        return;
+    m_pickerDate = date;
+    // A run can be saved only under the date for which it was prepared.
+    setEnabled(RunAction::SaveAs, false);
+    setEnabled(RunAction::SaveData, false);
+    emit stateChanged();
+}
+
+QString TFormRunPrepare::datePickerFormat()
+{
+    const bool monthFirst = QLocale().dateFormat(QLocale::ShortFormat).startsWith(u'M', Qt::CaseInsensitive);
+    return monthFirst ? QStringLiteral("dddd MMMM d, yyyy") : QStringLiteral("dddd d MMMM, yyyy");
+}
+
+QStringList TFormRunPrepare::deliveryTypeTexts()
+{
+    QStringList texts;
+    for (const DeliveryTypeEntry& e : deliveryTypeEntries())
+        texts.append(e.text);
+    return texts;
+}
+
+void TFormRunPrepare::setDeliveryTypeIndex(int index)
+{
+    if (index < 0 || index >= deliveryTypeEntries().size() || index == m_deliveryTypeIndex)
+        return;
+    m_deliveryTypeIndex = index;
+    emit stateChanged();
+}
+
+void TFormRunPrepare::SetDeliveryType(QChar letter)
+{
+    const int index = kb::deliveryTypeIndex(letter);
+    if (index < 0)
+        throw std::invalid_argument(QStringLiteral("No delivery type has the letter %1").arg(letter).toStdString());
+    setDeliveryTypeIndex(index);
+}
+
+void TFormRunPrepare::setEnabled(RunAction action, bool enabled) { m_enabled[int(action)] = enabled; }
+
+void TFormRunPrepare::EnableActions(qint64 count)
+{
+    for (RunAction a : {RunAction::ApplyRouteChanges, RunAction::MapRoutes, RunAction::SaveAs, RunAction::SaveData,
+                        RunAction::ExportData, RunAction::QuickClientsListing, RunAction::ResetRoutes,
+                        RunAction::ResetStops, RunAction::IncrementStops, RunAction::RemoveDeliveries,
+                        RunAction::RetrieveFromArcLogistics})
+        setEnabled(a, count > 0);
+    emit stateChanged();
+}
+
+void TFormRunPrepare::ActionPrepare()
+{
+    m_caption = QStringLiteral("Daily Run Preparation");
+    setEnabled(RunAction::Prepare, false);
+    m_gridVisible = false;
+    emit stateChanged();
+    BusyGuard busy(m_ui);
+    // The grid is detached from the working table while it fills, and the
+    // commands come back also when an error ends the preparation early.
+    m_model->detach();
+    try {
+        prepareRows();
+    } catch (...) {
+        finishPrepare();
+        throw;
+    }
+    const QLocale locale;
+    m_caption = QStringLiteral("Daily Run Preparation: ") + locale.dayName(m_runDate.dayOfWeek(), QLocale::LongFormat) +
+                QStringLiteral(", ") + locale.toString(m_runDate, QLocale::LongFormat);
+    finishPrepare();
+}
+
+void TFormRunPrepare::prepareRows()
+{
+    m_runDate = m_pickerDate;
+    if (!m_table.exists())
+        m_table.createOrEmpty();
+    m_table.empty();
+    m_dow = RunStatements::dayCode(m_runDate);
+    m_lookups.load(m_db, m_runDate);
+
+    const DeliveryTypeEntry& entry = deliveryTypeEntries()[m_deliveryTypeIndex];
+    // The rows go in together: one write of the session's private table, not
+    // one per row.
+    const bool ownTransaction = !m_db.inTransaction();
+    if (ownTransaction)
+        m_db.startTransaction();
+    try {
+        if (entry.ongoing)
+            runOngoing();
+        if (entry.episodic)
+            runDated(false);
+        if (entry.scheduled)
+            runDated(true);
+        if (ownTransaction)
+            m_db.commit();
+    } catch (...) {
+        if (ownTransaction)
+            m_db.rollback();
+        throw;
+    }
+}
+
+void TFormRunPrepare::finishPrepare()
+{
+    const qint64 count = m_table.exists() ? m_table.rowCount() : 0;
+    m_model->setIndex(DeliveriesIndex::RouteStopClient);
+    m_clientCountText = QStringLiteral("Client Count: ") + QString::number(count);
+    m_saved = false;
+    setEnabled(RunAction::SaveData, true);
+    EnableActions(count);
+    m_gridVisible = count > 0;
+    setEnabled(RunAction::Prepare, true);
+    emit stateChanged();
+}
+
+void TFormRunPrepare::runOngoing()
+{
+    m_cDeliveryType = QStringLiteral("OD");
+    Query select = m_db.query(RunStatements::ongoingSelection(m_runDate.dayOfWeek()));
+    OriginDataSet rows(select.bind(QStringLiteral("Deliv_Date"), m_runDate).exec());
+    const QString frequency = QStringLiteral("Ongoing_Frequency");
+    for (qsizetype r = 0; r < rows.rowCount(); ++r) {
+        rows.setCurrentRow(r);
+        if (IsDeliveryWeek(rows.text(frequency), m_runDate))
+            MoveToMemData(rows, true);
+    }
+}
+
+void TFormRunPrepare::runDated(bool scheduled)
+{
+    const bool excludeSuspended = scheduled && m_lookups.suspendScheduledDeliveries();
+    Query select = m_db.query(RunStatements::datedSelection(excludeSuspended));
+    const QString type = scheduled ? QStringLiteral("S") : QStringLiteral("E");
+    OriginDataSet rows(select.bind(QStringLiteral("Deliv_Date"), m_runDate)
+                           .bind(QStringLiteral("Schedule_Type"), type)
+                           .bind(QStringLiteral("Client_Schedule_Type"), scheduled ? QStringLiteral("O") : type)
+                           .exec());
+    const QString deliveryType = QStringLiteral("Delivery_Type");
+    for (qsizetype r = 0; r < rows.rowCount(); ++r) {
+        rows.setCurrentRow(r);
+        m_cDeliveryType = type + rows.text(deliveryType);
+        MoveToMemData(rows, true);
+    }
+}
+
+void TFormRunPrepare::MoveToMemData(const OriginDataSet& origin, bool lFromScratch)
+{
+    const qint64 personId = origin.value(QStringLiteral("Person_ID")).toLongLong();
+    std::optional<AddressOverride> over;
+    if (lFromScratch) {
+        if (m_lookups.enableAlternateAddresses())
+            over = m_lookups.overrides().find(personId);
+    } else if (origin.value(QStringLiteral("Address_Overridden")).toBool()) {
+        over = AddressOverrides::lookUpOne(m_overrideQuery, personId, m_dow, m_runDate);
+        if (!over)
+            over = AddressOverride{}; // gone since the save: the row keeps its flag, the address stays empty
+    }
+
+    DeliveryRow row;
+    row.fullName = fullNameOf(origin);
+    const QVariant& sourceRoute = origin.value(QStringLiteral("Route_ID"));
+    if (sourceRoute.toString().trimmed().isEmpty())
+        m_ui.error(row.fullName + QStringLiteral(" is missing a Route for this day. Processing can not proceed!"));
+
+    row.deliveryDate = m_runDate;
+    row.clientId = origin.value(QStringLiteral("Client_ID"));
+    row.personId = origin.value(QStringLiteral("Person_ID"));
+    if (lFromScratch) {
+        row.deliveryType = m_cDeliveryType;
+        const QChar source = m_cDeliveryType.isEmpty() ? QChar() : m_cDeliveryType.at(0);
+        row.delivId = (source == u'E' || source == u'S') ? origin.value(QStringLiteral("RecordID")).toLongLong() : 0;
+    } else {
+        row.deliveryType = origin.text(QStringLiteral("Delivery_Type"));
+        row.delivId = origin.value(QStringLiteral("Deliv_ID")).toLongLong();
+    }
+    const qint64 household = origin.value(QStringLiteral("Household_ID")).toLongLong();
+    if (household > 0) {
+        row.householdId = household;
+        row.householdName = m_lookups.householdName(household);
+    }
+
+    row.svcsUsed = origin.value(QStringLiteral("Svcs_Used")).toLongLong();
+    row.servicesUsedNamed = m_lookups.serviceName(row.svcsUsed);
+    row.cuisineId = zeroWhenNull(origin.value(QStringLiteral("Cuisine_ID")));
+    row.coldBagId = zeroWhenNull(origin.value(QStringLiteral("Cold_Bag_ID")));
+    row.dietRestr = origin.value(QStringLiteral("Diet_Restr")).toLongLong();
+    row.congregate = origin.text(QStringLiteral("Org_Client")) == QLatin1String("Y");
+
+    row.dietRestrictionsNamed = lFromScratch ? ConvertDietCode(row.dietRestr, m_aDietCodes)
+                                             : origin.text(QStringLiteral("Diet_Descr"));
+    const QString first = origin.text(QStringLiteral("First_Name"));
+    const QString last = origin.text(QStringLiteral("Last_Name"));
+    row.firstName = first.toUpper();
+    row.lastName = last.toUpper();
+    row.pushpinName = (first.trimmed() + QLatin1Char(' ') + last.trimmed().left(1)).toUpper();
+
+    if (over) {
+        if (lFromScratch) {
+            row.routeId = over->route;
+            row.stop = over->stop;
+        } else {
+            // A route edited and saved in a run survives its reload.
+            row.routeId = sourceRoute;
+            row.stop = origin.value(QStringLiteral("Stop")).toDouble();
+        }
+        row.address1 = over->address1;
+        row.city = over->city;
+        row.state = over->state;
+        row.zip = over->zip;
+        row.addressOverrideId = over->recordId;
+        row.addressOverridden = true;
+    } else {
+        row.routeId = sourceRoute;
+        row.stop = origin.value(QStringLiteral("Stop")).toDouble();
+        row.address1 = origin.value(QStringLiteral("Address1"));
+        row.city = origin.value(QStringLiteral("City"));
+        row.state = origin.value(QStringLiteral("State"));
+        row.zip = origin.value(QStringLiteral("ZIP"));
+        row.latitude = origin.value(QStringLiteral("Latitude"));
+        row.longitude = origin.value(QStringLiteral("Longitude"));
+        row.crossStreet = origin.value(QStringLiteral("Cross_Street"));
+    }
+    m_table.insert(row);
+}
+
+void TFormRunPrepare::sortByTitle(const QString& title)
+{
+    if (const auto index = MemTableDeliveriesModel::indexForTitle(title))
+        m_model->setIndex(*index);
+}
+
+QList<std::pair<QString, QString>> TFormRunPrepare::routeChoices()
+{
+    const ResultSet rows = m_db.execute(QStringLiteral("Select Route_ID, Route_Desc from Routes order by Route_ID"));
+    QList<std::pair<QString, QString>> choices;
+    for (qsizetype r = 0; r < rows.rowCount(); ++r)
+        choices.append({rows.value(r, 0).toString(), rows.value(r, 1).toString()});
+    return choices;
+}
+
+QString TFormRunPrepare::clientDetails(int row)
+{
+    const ResultSet rows = m_db.execute(RunStatements::clientDetails(),
+                                        {{QStringLiteral("Person_ID"), m_model->field(row, QStringLiteral("Person_ID"))}});
+    if (rows.isEmpty())
+        return {};
+    const auto text = [&](const char* column) { return rows.value(0, QString::fromLatin1(column)).toString().trimmed(); };
+    QStringList lines;
+    lines << text("Full_Name") << text("Address1");
+    if (!text("Address2").isEmpty())
+        lines << text("Address2");
+    lines << QStringLiteral("%1, %2 %3").arg(text("City"), text("State"), text("Zip"));
+    lines << QStringLiteral("Phone: %1   Other Phone: %2").arg(text("Phone"), text("OPhone"));
+    lines << QStringLiteral("Directions: ") + text("Directions");
+    lines << QStringLiteral("Cross Street: ") + text("Cross_Street");
+    static const char* const days[] = {"Def", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
+    for (const char* day : days) {
+        const QString d = QString::fromLatin1(day);
+        lines << QStringLiteral("%1: Route %2, Stop %3")
+                     .arg(d, rows.value(0, d + QStringLiteral("_Rte")).toString(),
+                          rows.value(0, d + QStringLiteral("_Stop")).toString());
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+void TFormRunPrepare::showClientDetails(int row)
+{
+    const QString details = clientDetails(row);
+    if (!details.isEmpty())
+        m_ui.information(details);
+}
+
+} // namespace kb

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "UserInterface.h"
+
+#include <QList>
+#include <QString>
+
+namespace kb::test {
+
+// A user who answers questions from a script and remembers every message,
+// so tests can check what a person would have been told.
+class ScriptedUserInterface final : public UserInterface
+{
+public:
+    enum class Kind { Information, Warning, Error, Question };
+    struct Message
+    {
+        Kind kind;
+        QString text;
+    };
+
+    // Answers for the coming questions, in order; without one a question is
+    // answered No.
+    void answerNext(Answer answer) { m_answers.append(answer); }
+
+    const QList<Message>& messages() const { return m_messages; }
+    QStringList texts(Kind kind) const;
+    void clear() { m_messages.clear(); }
+    int busyDepth() const { return m_busy; }
+
+    void information(const QString& text) override { m_messages.append({Kind::Information, text}); }
+    void warning(const QString& text) override { m_messages.append({Kind::Warning, text}); }
+    void error(const QString& text) override { m_messages.append({Kind::Error, text}); }
+    Answer question(const QString& text, Buttons buttons) override;
+    void progressStart(const QString&) override {}
+    void progressStep(int) override {}
+    void progressEnd() override {}
+    void setBusy(bool busy) override { m_busy += busy ? 1 : -1; }
+
+private:
+    QList<Answer> m_answers;
+    QList<Message> m_messages;
+    int m_busy = 0;
+};
+
+} // namespace kb::test

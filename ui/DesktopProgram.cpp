@@ -1,0 +1,154 @@
+#include "DesktopProgram.h"
+
+#include "AppDataFolder.h"
+#include "Clock.h"
+#include "Database.h"
+#include "DebugLog.h"
+#include "MainWindow.h"
+#include "PasswordDialog.h"
+#include "QtUserInterface.h"
+#include "SessionSettings.h"
+#include "TDataModule1.h"
+#include "TPasswordDlg.h"
+#include "store/ValueConversion.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QPixmap>
+#include <QSplashScreen>
+
+#include <cstdio>
+
+namespace kb::ui {
+
+namespace {
+
+bool isDebugSwitch(const QString& word) { return word.toUpper().contains(QLatin1String("CODESITE")); }
+
+struct DesktopOptions
+{
+    QString data;
+    QString server;
+    QString today;
+};
+
+DesktopOptions readOptions(const QStringList& words)
+{
+    DesktopOptions options;
+    for (qsizetype i = 0; i + 1 < words.size(); ++i) {
+        if (words[i] == QLatin1String("--data"))
+            options.data = words[++i];
+        else if (words[i] == QLatin1String("--server"))
+            options.server = words[++i];
+        else if (words[i] == QLatin1String("--today"))
+            options.today = words[++i];
+    }
+    return options;
+}
+
+std::unique_ptr<Clock> makeClock(const QString& today)
+{
+    const QDate day = parseDate(today);
+    if (today.isEmpty() || !day.isValid())
+        return std::make_unique<SystemClock>();
+    return std::make_unique<FixedClock>(QDateTime(day, QTime::currentTime()));
+}
+
+QPixmap splashPicture()
+{
+    QPixmap picture(420, 140);
+    picture.fill(QColor(0xF4, 0xF1, 0xE8));
+    QPainter painter(&picture);
+    QFont font = painter.font();
+    font.setPointSize(20);
+    painter.setFont(font);
+    painter.drawText(QRect(0, 20, 420, 50), Qt::AlignCenter, QStringLiteral("Kettlebrook"));
+    font.setPointSize(9);
+    painter.setFont(font);
+    painter.drawText(QRect(0, 65, 420, 20), Qt::AlignCenter,
+                     QStringLiteral("Version ") + QApplication::applicationVersion());
+    return picture;
+}
+
+int fail(UserInterface& ui, const QString& message)
+{
+    std::fputs((message + QLatin1Char('\n')).toLocal8Bit().constData(), stderr);
+    ui.error(message);
+    return 1;
+}
+
+} // namespace
+
+bool isDesktopInvocation(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const QString word = QString::fromLocal8Bit(argv[i]);
+        if (word == QLatin1String("--help"))
+            return false;
+        if (word.startsWith(QLatin1String("--")))
+            ++i; // its value
+        else if (!isDebugSwitch(word))
+            return false;
+    }
+    return true;
+}
+
+int runDesktopProgram(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Kettlebrook"));
+    QApplication::setApplicationVersion(QStringLiteral("0.1"));
+    DebugLog log = DebugLog::fromArguments(app.arguments().mid(1));
+    log.install();
+    QtUserInterface ui;
+    if (log.target() == DebugLog::Target::File)
+        ui.information(log.destinationMessage());
+
+    const DesktopOptions options = readOptions(app.arguments().mid(1));
+    const std::unique_ptr<Clock> clock = makeClock(options.today);
+    std::unique_ptr<TDataModule1> data;
+    std::unique_ptr<MainWindow> window;
+    {
+        QSplashScreen splash(splashPicture());
+        splash.show();
+        splash.showMessage(QStringLiteral("Loading..."), Qt::AlignBottom | Qt::AlignHCenter);
+        const auto step = [&](const char* text) {
+            splash.showMessage(QString::fromLatin1(text), Qt::AlignBottom | Qt::AlignHCenter);
+            DebugLog::log(QString::fromLatin1(text));
+            app.processEvents();
+        };
+        try {
+            SessionSettings settings = SessionSettings::readUserStore();
+            if (!options.data.isEmpty())
+                settings.applyDataOption(options.data);
+            if (!options.server.isEmpty())
+                settings.applyServerOption(options.server);
+            step("Creating DataModule1");
+            data = std::make_unique<TDataModule1>(*clock, ui);
+            data->start(settings, platformUserDataFolder());
+            step("Creating Form Clients");
+            window = std::make_unique<MainWindow>(*data, ui);
+        } catch (const std::exception& e) {
+            splash.close();
+            return fail(ui, QStringLiteral("Aborting... Critical error: ") + QString::fromUtf8(e.what()));
+        }
+        splash.finish(nullptr);
+    }
+
+    window->show();
+    ui.setParent(window.get());
+    TPasswordDlg signIn(data->db(), data->session(), ui);
+    PasswordDialog dialog(signIn, window.get());
+    if (!dialog.run()) // Cancel ends the program; a fatal failure says why first
+        return dialog.fatalMessage().isEmpty() ? 0 : fail(ui, dialog.fatalMessage());
+    window->showUser();
+    const int rc = app.exec();
+    try {
+        data->shutdown();
+    } catch (const std::exception& e) {
+        return fail(ui, QString::fromUtf8(e.what()));
+    }
+    return rc;
+}
+
+} // namespace kb::ui

@@ -1,0 +1,42 @@
+#include "MainWindow.h"
+
+#include "RunPrepareView.h"
+#include "TDataModule1.h"
+#include "TFormRunPrepare.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+
+namespace kb::ui {
+
+MainWindow::MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent)
+    : QMainWindow(parent), m_data(data), m_ui(ui), m_user(new QLabel(this))
+{
+    setWindowTitle(QStringLiteral("Kettlebrook Clients"));
+    resize(900, 600);
+
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->addAction(QStringLiteral("E&xit"), this, &QWidget::close);
+    // Menus of screens still to come are there but not yet usable.
+    for (const char* name : {"&Clients", "&Schedule"})
+        menuBar()->addMenu(QString::fromLatin1(name))->setEnabled(false);
+    QMenu* process = menuBar()->addMenu(QStringLiteral("&Process"));
+    m_runPreparation = process->addAction(QStringLiteral("Daily Run Preparation"), this, &MainWindow::openRunPreparation);
+    for (const char* name : {"&Reports", "&Analyze", "&Maintenance"})
+        menuBar()->addMenu(QString::fromLatin1(name))->setEnabled(false);
+
+    statusBar()->addPermanentWidget(m_user);
+}
+
+void MainWindow::showUser() { m_user->setText(m_data.session().userFullName); }
+
+void MainWindow::openRunPreparation()
+{
+    TFormRunPrepare presenter(m_data.db(), m_data.session(), m_ui);
+    RunPrepareView view(presenter, m_ui, this);
+    view.exec();
+}
+
+} // namespace kb::ui

@@ -1,0 +1,102 @@
+#include "RunPrepareView.h"
+
+#include "RouteDelegate.h"
+#include "StopDelegate.h"
+#include "TFormRunPrepare.h"
+#include "UserInterface.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace kb::ui {
+
+RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QWidget* parent)
+    : QDialog(parent),
+      m_presenter(presenter),
+      m_ui(ui),
+      m_date(new QDateEdit(this)),
+      m_types(new QComboBox(this)),
+      m_prepare(new QPushButton(QStringLiteral("Prepare!"), this)),
+      m_grid(new QTableView(this)),
+      m_count(new QLabel(this)),
+      m_user(new QLabel(this)),
+      m_transaction(new QLabel(this))
+{
+    resize(1000, 600);
+    m_date->setCalendarPopup(true);
+    m_date->setDisplayFormat(TFormRunPrepare::datePickerFormat());
+    m_date->setDate(m_presenter.prepareDate());
+    m_types->addItems(TFormRunPrepare::deliveryTypeTexts());
+    m_types->setCurrentIndex(m_presenter.deliveryTypeIndex());
+
+    auto* top = new QHBoxLayout;
+    top->addWidget(new QLabel(TFormRunPrepare::datePrompt(), this));
+    top->addWidget(m_date);
+    top->addWidget(m_types);
+    top->addWidget(m_prepare);
+    top->addStretch();
+
+    m_grid->setModel(m_presenter.model());
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_grid->setItemDelegateForColumn(0, new RouteDelegate(m_presenter.routeChoices(), m_grid));
+    m_grid->setItemDelegateForColumn(1, new StopDelegate(m_grid));
+    m_grid->horizontalHeader()->setSectionsClickable(true);
+
+    auto* status = new QHBoxLayout;
+    status->addWidget(m_count);
+    status->addStretch();
+    status->addWidget(m_user);
+    status->addWidget(m_transaction);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(top);
+    layout->addWidget(m_grid, 1);
+    layout->addLayout(status);
+
+    connect(m_date, &QDateEdit::dateChanged, &m_presenter, &TFormRunPrepare::SetPrepareDate);
+    connect(m_types, &QComboBox::currentIndexChanged, &m_presenter, &TFormRunPrepare::setDeliveryTypeIndex);
+    connect(m_prepare, &QPushButton::clicked, this, &RunPrepareView::prepare);
+    connect(m_grid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+        m_presenter.sortByTitle(m_presenter.model()->headerData(section, Qt::Horizontal).toString());
+    });
+    connect(m_grid, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& index) { m_presenter.showClientDetails(index.row()); });
+    connect(&m_presenter, &TFormRunPrepare::stateChanged, this, &RunPrepareView::showState);
+
+    m_presenter.FormShow();
+    showState();
+}
+
+RunPrepareView::~RunPrepareView() { m_presenter.FormClose(); }
+
+void RunPrepareView::showState()
+{
+    setWindowTitle(m_presenter.caption());
+    m_prepare->setEnabled(m_presenter.isEnabled(RunAction::Prepare));
+    m_grid->setVisible(m_presenter.gridVisible());
+    m_count->setText(m_presenter.clientCountText());
+    m_user->setText(m_presenter.userText());
+    m_transaction->setText(m_presenter.transactionText());
+    if (m_date->date() != m_presenter.prepareDate())
+        m_date->setDate(m_presenter.prepareDate());
+    if (m_types->currentIndex() != m_presenter.deliveryTypeIndex())
+        m_types->setCurrentIndex(m_presenter.deliveryTypeIndex());
+}
+
+void RunPrepareView::prepare()
+{
+    try {
+        m_presenter.ActionPrepare();
+    } catch (const std::exception& e) {
+        m_ui.error(QString::fromUtf8(e.what()));
+    }
+}
+
+} // namespace kb::ui
