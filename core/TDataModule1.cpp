@@ -4,6 +4,7 @@
 #include "Database.h"
 #include "DebugLog.h"
 #include "OpenSession.h"
+#include "RecordServices.h"
 #include "SignIn.h"
 #include "StartupError.h"
 #include "UserInterface.h"
@@ -45,6 +46,7 @@ void TDataModule1::start(const SessionSettings& settings, const QString& appData
                   (m_location.clientServer ? m_location.serverAddress + QLatin1Char('/') + m_location.database
                                            : m_location.directory));
     m_db = openSession(m_location, m_clock);
+    m_services = std::make_unique<RecordServices>(*m_db, m_ui);
     m_session.lGoOn = true;
 
     m_session.cAppDataFolder = makeAppDataFolder(appDataBase);

@@ -12,6 +12,7 @@ namespace kb {
 
 class Clock;
 class Database;
+class RecordServices;
 class UserInterface;
 
 // The main data module: the data session and its state for the life of the
@@ -31,6 +32,8 @@ public:
     void start(const SessionSettings& settings, const QString& appDataBase);
 
     Database& db() { return *m_db; }
+    // The record services every data screen's data sets use.
+    RecordServices& services() { return *m_services; }
     SessionState& session() { return m_session; }
     const SessionState& session() const { return m_session; }
     const DataLocation& location() const { return m_location; }
@@ -55,6 +58,7 @@ private:
     SessionState m_session;
     DataLocation m_location;
     std::unique_ptr<Database> m_db;
+    std::unique_ptr<RecordServices> m_services;
     bool m_shutDown = false;
 };
 

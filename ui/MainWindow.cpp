@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "ReferenceEditorsMenu.h"
 #include "RunPrepareView.h"
 #include "TDataModule1.h"
 #include "TFormRunPrepare.h"
@@ -19,6 +20,8 @@ MainWindow::MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent)
 
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->addAction(QStringLiteral("E&xit"), this, &QWidget::close);
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    addReferenceEditorsMenu(edit->addMenu(QStringLiteral("Table Maintenance")), m_data.services(), this);
     // Menus of screens still to come are there but not yet usable.
     for (const char* name : {"&Clients", "&Schedule"})
         menuBar()->addMenu(QString::fromLatin1(name))->setEnabled(false);

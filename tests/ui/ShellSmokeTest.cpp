@@ -19,6 +19,7 @@
 #include <QDateEdit>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
@@ -108,7 +109,13 @@ TEST_F(Shell, MainWindowHoldsTheMenusAndTheUser)
     for (QAction* menu : window.menuBar()->actions())
         if (menu->isEnabled())
             enabledMenus << menu->text();
-    EXPECT_EQ(enabledMenus, (QStringList{"&File", "&Process"}));
+    EXPECT_EQ(enabledMenus, (QStringList{"&File", "&Edit", "&Process"}));
+    // The code tables are kept from Edit > Table Maintenance.
+    QMenu* edit = window.menuBar()->actions().at(1)->menu();
+    ASSERT_NE(edit, nullptr);
+    ASSERT_FALSE(edit->actions().isEmpty());
+    EXPECT_EQ(edit->actions().front()->text(), "Table Maintenance");
+    EXPECT_GE(edit->actions().front()->menu()->actions().size(), 19);
     bool userShown = false;
     for (QLabel* label : window.findChildren<QLabel*>())
         userShown |= label->text() == QLatin1String("System Administrator");

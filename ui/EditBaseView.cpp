@@ -1,0 +1,249 @@
+#include "EditBaseView.h"
+
+#include "reference/TFormDietCombinations.h"
+#include "reference/TFormEditBase.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace kb::ui {
+
+namespace {
+
+using Command = TFormEditBase::Command;
+
+struct NavigatorButton
+{
+    Command command;
+    const char* text;
+};
+
+const NavigatorButton Navigator[] = {
+    {Command::First, "|<"},  {Command::Prior, "<"},       {Command::Next, ">"},
+    {Command::Last, ">|"},   {Command::Insert, "+"},      {Command::Delete, "-"},
+    {Command::Post, "Post"}, {Command::Cancel, "Cancel"}, {Command::Refresh, "Refresh"},
+};
+
+QString shown(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::Bool)
+        return value.toBool() ? QStringLiteral("Yes") : QStringLiteral("No");
+    return value.toString();
+}
+
+} // namespace
+
+EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent)
+    : QDialog(parent), m_presenter(presenter), m_pages(new QTabWidget(this)), m_grid(new QTableWidget(this))
+{
+    setWindowTitle(presenter.caption());
+    setObjectName(presenter.screen().formName);
+    auto* layout = new QVBoxLayout(this);
+
+    auto* navigator = new QHBoxLayout;
+    for (const NavigatorButton& b : Navigator) {
+        auto* button = new QPushButton(QString::fromLatin1(b.text), this);
+        m_buttons.insert(int(b.command), button);
+        navigator->addWidget(button);
+        connect(button, &QPushButton::clicked, this,
+                [this, command = b.command] { m_presenter.run(command); });
+    }
+    navigator->addStretch();
+    layout->addLayout(navigator);
+
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_grid->horizontalHeader()->setStretchLastSection(true);
+    connect(m_grid, &QTableWidget::cellDoubleClicked, this,
+            [this](int row, int) { m_presenter.openRow(row); });
+    m_pages->addTab(m_grid, QStringLiteral("Browse"));
+    buildEditPage();
+    connect(m_pages, &QTabWidget::currentChanged, this, [this](int index) {
+        if (!m_showing)
+            m_presenter.setPage(index == 0 ? TFormEditBase::Page::Browse : TFormEditBase::Page::Edit);
+    });
+    layout->addWidget(m_pages);
+
+    if (presenter.offersMissingCombinations()) {
+        m_missing = new QPushButton(QStringLiteral("Missing Combinations"), this);
+        connect(m_missing, &QPushButton::clicked, this, &EditBaseView::chooseMissingCombinations);
+        layout->addWidget(m_missing, 0, Qt::AlignLeft);
+    }
+
+    presenter.setOnChanged([this] { showState(); });
+    showState();
+}
+
+EditBaseView::~EditBaseView()
+{
+    m_presenter.setOnChanged({});
+}
+
+void EditBaseView::buildEditPage()
+{
+    auto* page = new QWidget(this);
+    m_form = new QFormLayout(page);
+    for (int i = 0; i < m_presenter.fields().size(); ++i) {
+        const EditorField& field = m_presenter.fields()[i];
+        QWidget* editor = makeEditor(i);
+        editor->setObjectName(field.name);
+        if (!field.mask.isEmpty()) editor->setToolTip(field.mask);
+        m_editors.insert(field.name.toUpper(), editor);
+        m_form->addRow(field.label, editor);
+    }
+    m_pages->addTab(page, QStringLiteral("Edit"));
+}
+
+// Each editor hands what the user typed to the presenter as the field's value.
+QWidget* EditBaseView::makeEditor(int fieldIndex)
+{
+    const EditorField& field = m_presenter.fields()[fieldIndex];
+    const QString name = field.name;
+    auto set = [this, name](const QVariant& value) {
+        if (!m_showing) m_presenter.setValue(name, value);
+    };
+    switch (field.editor) {
+    case FieldEditor::Check: {
+        auto* box = new QCheckBox(this);
+        connect(box, &QCheckBox::toggled, this, [set](bool on) { set(on); });
+        return box;
+    }
+    case FieldEditor::Memo: {
+        auto* text = new QPlainTextEdit(this);
+        connect(text, &QPlainTextEdit::textChanged, this, [set, text] { set(text->toPlainText()); });
+        return text;
+    }
+    case FieldEditor::Date:
+    case FieldEditor::DateTime: {
+        auto* date = new QDateTimeEdit(this);
+        date->setCalendarPopup(true);
+        date->setDisplayFormat(field.editor == FieldEditor::Date ? QStringLiteral("MM/dd/yyyy")
+                                                                 : QStringLiteral("MM/dd/yyyy hh:mm:ss"));
+        const bool dateOnly = field.editor == FieldEditor::Date;
+        connect(date, &QDateTimeEdit::dateTimeChanged, this, [set, dateOnly](const QDateTime& value) {
+            set(dateOnly ? QVariant(value.date()) : QVariant(value));
+        });
+        return date;
+    }
+    case FieldEditor::Choice:
+    case FieldEditor::EditableChoice: {
+        auto* list = new QComboBox(this);
+        list->setEditable(field.editor == FieldEditor::EditableChoice);
+        connect(list, &QComboBox::activated, this, [set, list](int index) { set(list->itemData(index)); });
+        if (list->isEditable())
+            connect(list, &QComboBox::editTextChanged, this, [set](const QString& text) { set(text); });
+        return list;
+    }
+    case FieldEditor::Text:
+    case FieldEditor::Number: {
+        auto* line = new QLineEdit(this);
+        if (field.width > 0) line->setMaxLength(field.width);
+        connect(line, &QLineEdit::textEdited, this, [set](const QString& text) { set(text); });
+        return line;
+    }
+    }
+    return new QWidget(this);
+}
+
+void EditBaseView::showState()
+{
+    m_showing = true;
+    m_pages->setCurrentIndex(m_presenter.page() == TFormEditBase::Page::Browse ? 0 : 1);
+    for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it)
+        it.value()->setEnabled(m_presenter.isEnabled(Command(it.key())));
+    showGrid();
+    showFields();
+    m_showing = false;
+}
+
+void EditBaseView::showGrid()
+{
+    const TFormEditBase::Grid& grid = m_presenter.grid();
+    m_grid->setColumnCount(int(grid.fields.size()));
+    m_grid->setHorizontalHeaderLabels(grid.fields);
+    m_grid->setRowCount(int(grid.rows.size()));
+    for (int r = 0; r < grid.rows.size(); ++r)
+        for (int c = 0; c < grid.fields.size(); ++c)
+            m_grid->setItem(r, c, new QTableWidgetItem(shown(grid.rows[r].value(c))));
+    if (grid.current >= 0) m_grid->selectRow(grid.current);
+}
+
+void EditBaseView::showFields()
+{
+    for (const EditorField& field : m_presenter.fields()) {
+        QWidget* editor = m_editors.value(field.name.toUpper());
+        m_form->setRowVisible(editor, m_presenter.isFieldVisible(field.name));
+        const QVariant value = m_presenter.value(field.name);
+        if (auto* box = qobject_cast<QCheckBox*>(editor)) {
+            box->setChecked(value.toBool());
+        } else if (auto* text = qobject_cast<QPlainTextEdit*>(editor)) {
+            if (text->toPlainText() != value.toString()) text->setPlainText(value.toString());
+        } else if (auto* date = qobject_cast<QDateTimeEdit*>(editor)) {
+            date->setDateTime(value.isNull() ? QDateTime() : value.toDateTime());
+        } else if (auto* list = qobject_cast<QComboBox*>(editor)) {
+            list->clear();
+            for (const Choice& choice : m_presenter.choices(field.name))
+                list->addItem(choice.text, choice.value);
+            const int index = list->findData(value);
+            list->setCurrentIndex(index);
+            if (list->isEditable() && index < 0) list->setEditText(value.toString());
+        } else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+            if (line->text() != value.toString()) line->setText(value.toString());
+        }
+    }
+}
+
+void EditBaseView::chooseMissingCombinations()
+{
+    std::unique_ptr<TFormDietCombinations> combinations = m_presenter.missingCombinations();
+    if (!combinations) return;
+    QDialog dialog(this);
+    dialog.setWindowTitle(combinations->caption());
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* list = new QListWidget(&dialog);
+    for (const TFormDietCombinations::Combination& c : combinations->combinations()) {
+        auto* item = new QListWidgetItem(QStringLiteral("%1  %2").arg(c.mask.toString(), c.words), list);
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+        item->setCheckState(Qt::Unchecked);
+    }
+    layout->addWidget(list);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+    connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    layout->addWidget(buttons);
+    if (dialog.exec() != QDialog::Accepted) return;
+    for (int i = 0; i < list->count(); ++i)
+        combinations->setChecked(i, list->item(i)->checkState() == Qt::Checked);
+    combinations->createChecked();
+    m_presenter.combinationsCreated();
+}
+
+void EditBaseView::closeEvent(QCloseEvent* event)
+{
+    if (m_presenter.close())
+        event->accept();
+    else
+        event->ignore();
+}
+
+// Escape and the like end the dialog without a close event; they ask too.
+void EditBaseView::done(int result)
+{
+    if (m_presenter.close()) QDialog::done(result);
+}
+
+} // namespace kb::ui
