@@ -1,10 +1,11 @@
-// prepare_run_bench [--clients N | --data DIR] [--repeat R] [--date YYYY-MM-DD]:
+// prepare_run_bench [--clients N | --data DIR | --server ADDRESS] [--repeat R] [--date YYYY-MM-DD]:
 // the time from "Prepare!" to the filled working table. The data is a demo
 // agency generated once on SQLite in a temporary directory, or an existing
-// data directory; openBenchData is where another store (a --server option)
-// would come in.
+// data directory; with --server HOST[:PORT]/DATABASE the demo agency is made
+// in a schema of its own on that server (dropped afterwards).
 
 #include "DataDirectory.h"
+#include "store/PostgresStore.h"
 #include "DemoAgency.h"
 #include "SessionState.h"
 #include "TFormRunPrepare.h"
@@ -25,6 +26,7 @@ struct BenchOptions
 {
     int clients = 10000;
     QString dataDir;
+    QString server;
     int repeat = 7;
     QDate date = QDate(2024, 3, 11);
 };
@@ -52,6 +54,8 @@ BenchOptions readOptions(const QStringList& args)
             o.clients = args[i + 1].toInt();
         else if (args[i] == QLatin1String("--data"))
             o.dataDir = args[i + 1];
+        else if (args[i] == QLatin1String("--server"))
+            o.server = args[i + 1];
         else if (args[i] == QLatin1String("--repeat"))
             o.repeat = std::max(1, args[i + 1].toInt());
         else if (args[i] == QLatin1String("--date"))
@@ -65,7 +69,16 @@ std::unique_ptr<kb::Database> openBenchData(const BenchOptions& options, const Q
 {
     if (!options.dataDir.isEmpty())
         return kb::openDataDirectory(options.dataDir, clock);
-    auto db = kb::createDataDirectory(temp.filePath(QStringLiteral("data")), clock);
+    std::unique_ptr<kb::Database> db;
+    if (!options.server.isEmpty()) {
+        kb::ServerAddress address = kb::ServerAddress::parse(options.server);
+        address.schema = QStringLiteral("kb_prepare_bench");
+        kb::PostgresStore(kb::ServerAddress::parse(options.server))
+            .exec(QStringLiteral("DROP SCHEMA IF EXISTS kb_prepare_bench CASCADE"));
+        db = kb::createServerDatabase(address, clock);
+    } else {
+        db = kb::createDataDirectory(temp.filePath(QStringLiteral("data")), clock);
+    }
     kb::DemoOptions demo;
     demo.clients = options.clients;
     kb::generateDemoAgency(*db, demo);
@@ -84,8 +97,8 @@ int main(int argc, char** argv)
     timer.start();
     const auto db = openBenchData(options, temp, clock);
     if (options.dataDir.isEmpty())
-        std::printf("demo agency of %d clients made in %lld ms (sqlite)\n", options.clients,
-                    static_cast<long long>(timer.elapsed()));
+        std::printf("demo agency of %d clients made in %lld ms (%s)\n", options.clients,
+                    static_cast<long long>(timer.elapsed()), options.server.isEmpty() ? "sqlite" : "postgresql");
 
     kb::SessionState session;
     session.userFullName = QStringLiteral("Bench");

@@ -1,5 +1,6 @@
 #include "DemoTable.h"
 
+#include <exception>
 #include <stdexcept>
 
 namespace kb::demo {
@@ -19,18 +20,38 @@ QString insertText(const QString& table, const QStringList& columns)
 } // namespace
 
 DemoTable::DemoTable(Database& db, const QString& table, const QStringList& columns)
-    : m_columns(columns), m_query(db.query(insertText(table, columns)))
+    : m_columns(columns), m_query(db.query(insertText(table, columns))), m_uncaught(std::uncaught_exceptions())
 {
+}
+
+DemoTable::~DemoTable() noexcept(false)
+{
+    if (std::uncaught_exceptions() == m_uncaught)
+        flush();
 }
 
 void DemoTable::insert(const QVariantList& values)
 {
+    constexpr size_t BatchRows = 2000;
     if (values.size() != m_columns.size())
         throw std::logic_error("demo agency: a row does not match its columns");
+    Params row;
+    row.reserve(values.size());
     for (qsizetype i = 0; i < values.size(); ++i)
-        m_query.bind(m_columns[i], values[i]);
-    m_query.execCommand();
+        row.emplace_back(m_columns[i], values[i]);
+    m_pending.push_back(std::move(row));
     ++m_rows;
+    if (m_pending.size() >= BatchRows)
+        flush();
+}
+
+void DemoTable::flush()
+{
+    if (m_pending.empty())
+        return;
+    std::vector<Params> rows;
+    rows.swap(m_pending);
+    m_query.execBatch(rows);
 }
 
 } // namespace kb::demo

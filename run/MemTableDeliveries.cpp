@@ -156,9 +156,17 @@ void MemTableDeliveries::createOrEmpty()
                          .arg(QLatin1String(s.name), QLatin1String(s.columns)));
 }
 
-void MemTableDeliveries::empty() { m_db.execute(QStringLiteral("Delete from Memory MemTableDeliveries")); }
+void MemTableDeliveries::empty()
+{
+    m_pending.clear();
+    m_db.execute(QStringLiteral("Delete from Memory MemTableDeliveries"));
+}
 
-void MemTableDeliveries::drop() { m_db.execute(QStringLiteral("Drop table if exists Memory MemTableDeliveries")); }
+void MemTableDeliveries::drop()
+{
+    m_pending.clear();
+    m_db.execute(QStringLiteral("Drop table if exists Memory MemTableDeliveries"));
+}
 
 void MemTableDeliveries::insert(const DeliveryRow& row)
 {
@@ -196,16 +204,29 @@ void MemTableDeliveries::insert(const DeliveryRow& row)
     static_assert(std::size(values) == std::size(filledColumns));
     for (size_t i = 0; i < std::size(values); ++i)
         m_insertValues[i].second = values[i];
-    m_db.execute(m_insertText, m_insertValues);
+    m_pending.push_back(m_insertValues);
+    if (m_pending.size() >= 1000)
+        flush();
+}
+
+void MemTableDeliveries::flush()
+{
+    if (m_pending.empty())
+        return;
+    std::vector<Params> rows;
+    rows.swap(m_pending);
+    m_db.query(m_insertText).execBatch(rows);
 }
 
 qint64 MemTableDeliveries::rowCount()
 {
+    flush();
     return m_db.execute(QStringLiteral("Select Count(*) from Memory MemTableDeliveries")).value(0, 0).toLongLong();
 }
 
 ResultSet MemTableDeliveries::select(DeliveriesIndex index, const QStringList& columns)
 {
+    flush();
     return m_db.execute(QStringLiteral("Select %1 from Memory MemTableDeliveries order by %2, RecordID")
                             .arg(columns.isEmpty() ? QStringLiteral("*") : columns.join(QStringLiteral(", ")),
                                  QLatin1String(spec(index).columns)));

@@ -43,7 +43,10 @@ public:
     void drop();
     bool exists() const;
 
+    // Rows are sent in batches (one round trip per batch on a server);
+    // flush() sends what is pending, and every read flushes first.
     void insert(const DeliveryRow& row);
+    void flush();
     qint64 rowCount();
     // Every row, ordered by the index (RecordID breaks ties); all columns,
     // or the ones named.
@@ -53,6 +56,7 @@ private:
     Database& m_db;
     QString m_insertText;
     Params m_insertValues;
+    std::vector<Params> m_pending;
 };
 
 } // namespace kb

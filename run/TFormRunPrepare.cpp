@@ -166,6 +166,7 @@ void TFormRunPrepare::prepareRows()
             runDated(false);
         if (entry.scheduled)
             runDated(true);
+        m_table.flush();
         if (ownTransaction)
             m_db.commit();
     } catch (...) {
