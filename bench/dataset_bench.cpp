@@ -10,6 +10,8 @@
 #include "dataset/TableDataSet.h"
 #include "store/PostgresStore.h"
 
+#include "BenchArguments.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -103,15 +105,9 @@ void run(Database& db, int rows)
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    int rows = 50000;
-    QString server;
-    const QStringList args = app.arguments().mid(1);
-    for (int i = 0; i < args.size(); ++i) {
-        if (args[i] == QLatin1String("--server") && i + 1 < args.size())
-            server = args[++i];
-        else
-            rows = args[i].toInt();
-    }
+    const BenchArguments arguments = BenchArguments::read(app.arguments().mid(1), 50000);
+    const int rows = arguments.rows;
+    const QString& server = arguments.server;
     if (rows <= 0) {
         std::fprintf(stderr, "usage: dataset_bench [ROWS] [--server HOST[:PORT]/DATABASE]\n");
         return 2;

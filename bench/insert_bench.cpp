@@ -9,6 +9,8 @@
 #include "Database.h"
 #include "store/PostgresStore.h"
 
+#include "BenchArguments.h"
+
 #include <QCoreApplication>
 #include <QDate>
 #include <QElapsedTimer>
@@ -166,15 +168,9 @@ void report(const char* what, int rows, double ms)
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    int rows = 100000;
-    QString server;
-    const QStringList args = app.arguments().mid(1);
-    for (int i = 0; i < args.size(); ++i) {
-        if (args[i] == QLatin1String("--server") && i + 1 < args.size())
-            server = args[++i];
-        else
-            rows = args[i].toInt();
-    }
+    const BenchArguments arguments = BenchArguments::read(app.arguments().mid(1), 100000);
+    const int rows = arguments.rows;
+    const QString& server = arguments.server;
     FixedClock clock(QDateTime(QDate(2024, 3, 6), QTime(10, 30)));
 
     if (server.isEmpty()) {
