@@ -4,13 +4,13 @@
 //
 //   dataset_bench [ROWS] [--server HOST[:PORT]/DATABASE]
 
+#include "BenchArguments.h"
+
 #include "Clock.h"
 #include "DataDirectory.h"
 #include "Database.h"
 #include "dataset/TableDataSet.h"
 #include "store/PostgresStore.h"
-
-#include "BenchArguments.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

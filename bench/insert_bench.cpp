@@ -4,12 +4,12 @@
 //
 //   insert_bench [ROWS] [--server HOST[:PORT]/DATABASE]
 
+#include "BenchArguments.h"
+
 #include "Clock.h"
 #include "DataDirectory.h"
 #include "Database.h"
 #include "store/PostgresStore.h"
-
-#include "BenchArguments.h"
 
 #include <QCoreApplication>
 #include <QDate>
