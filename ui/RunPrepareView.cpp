@@ -57,7 +57,9 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
-    layout->addWidget(m_grid, 1);
+    layout->addWidget(m_grid, 100);
+    // Keeps the status line at the foot of the window while the grid is hidden.
+    layout->addStretch(1);
     layout->addLayout(status);
 
     connect(m_date, &QDateEdit::dateChanged, &m_presenter, &TFormRunPrepare::SetPrepareDate);
