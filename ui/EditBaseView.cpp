@@ -68,6 +68,9 @@ EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent)
     m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->horizontalHeader()->setStretchLastSection(true);
+    m_grid->setWordWrap(false);
+    m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_grid->verticalHeader()->setDefaultSectionSize(m_grid->fontMetrics().height() + 6);
     connect(m_grid, &QTableWidget::cellDoubleClicked, this,
             [this](int row, int) { m_presenter.openRow(row); });
     m_pages->addTab(m_grid, QStringLiteral("Browse"));

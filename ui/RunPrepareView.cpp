@@ -48,6 +48,10 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
     m_grid->setItemDelegateForColumn(0, new RouteDelegate(m_presenter.routeChoices(), m_grid));
     m_grid->setItemDelegateForColumn(1, new StopDelegate(m_grid));
     m_grid->horizontalHeader()->setSectionsClickable(true);
+    // One line per delivery: a route sheet is read down the rows.
+    m_grid->setWordWrap(false);
+    m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_grid->verticalHeader()->setDefaultSectionSize(m_grid->fontMetrics().height() + 6);
 
     auto* status = new QHBoxLayout;
     status->addWidget(m_count);
