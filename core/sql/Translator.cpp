@@ -45,12 +45,6 @@ bool isDateLiteral(const QString& text)
     return re.match(text).hasMatch();
 }
 
-bool isDateTimeLiteral(const QString& text)
-{
-    static const QRegularExpression re(QStringLiteral("^\\d{4}-\\d{2}-\\d{2}[ T]\\d{2}:\\d{2}(:\\d{2}(\\.\\d+)?)?$"));
-    return re.match(text).hasMatch();
-}
-
 bool isAggregateName(const QString& upperName)
 {
     return upperName == QLatin1String("COUNT") || upperName == QLatin1String("SUM") ||
@@ -936,7 +930,10 @@ private:
             if (scaledMoney(v.type)) {
                 t.sql = QStringLiteral("CAST(ROUND(%1 / 10000.0, %2) * 10000 AS INTEGER)").arg(v.sql, digits);
             } else if (pg()) {
-                t.sql = QStringLiteral("ROUND(CAST(%1 AS numeric), %2)").arg(v.sql, asInt(args.size() > 1 ? args[1] : Tx{QStringLiteral("0"), FieldType::Int}));
+                Tx noDigits;
+                noDigits.sql = QStringLiteral("0");
+                noDigits.type = FieldType::Int;
+                t.sql = QStringLiteral("ROUND(CAST(%1 AS numeric), %2)").arg(v.sql, asInt(args.size() > 1 ? args[1] : noDigits));
                 if (v.type != FieldType::Currency)
                     t.sql = QStringLiteral("CAST(%1 AS double precision)").arg(t.sql);
                 if (isInteger(v.type))

@@ -501,7 +501,7 @@ TEST_P(SqlDialect, UpdatesFromAJoinedMemoryTableAndOtherQuotedForms)
 TEST_P(SqlDialect, EveryStoredRowHasAnIdentity)
 {
     // Tables with and without a row key of their own, and memory tables.
-    for (const QString table : {QStringLiteral("Clients"), QStringLiteral("Alert_Recipients")}) {
+    for (const QString& table : {QStringLiteral("Clients"), QStringLiteral("Alert_Recipients")}) {
         run(QStringLiteral("Delete from %1").arg(table));
         const QString column = table == QLatin1String("Clients") ? QStringLiteral("Person_ID") : QStringLiteral("Alert_ID");
         run(QStringLiteral("Insert into %1 (%2) values (7), (8)").arg(table, column));

@@ -433,7 +433,9 @@ TEST(ReferenceEditorScreens, EveryScreenNamesATableOfTheCatalogue)
         const TableDef* def = Catalogue::standard().table(s.table);
         ASSERT_NE(def, nullptr) << s.formName.toStdString();
         EXPECT_FALSE(s.caption.isEmpty()) << s.formName.toStdString();
-        if (!s.indexName.isEmpty()) EXPECT_NE(def->index(s.indexName), nullptr) << s.formName.toStdString();
+        if (!s.indexName.isEmpty()) {
+            EXPECT_NE(def->index(s.indexName), nullptr) << s.formName.toStdString();
+        }
     }
     EXPECT_EQ(referenceEditorScreen(QStringLiteral("TFormEditServices"))->caption, "Services Maintenance");
     EXPECT_EQ(referenceEditorScreen(QStringLiteral("TFormEditStaff"))->caption, "Staff Maintenance");
