@@ -203,7 +203,24 @@ StoreStatement& Database::preparedStep(Compiled& c, size_t step)
     return *c.prepared[step];
 }
 
-QVariant Database::paramValue(const sql::ParamInfo& info, const Params& params) const
+namespace {
+
+// The value named by a parameter: the exact spelling first (callers mostly
+// use the statement's own), then without regard to case.
+const QVariant* findValue(const Params& params, const QString& name)
+{
+    for (const auto& [key, value] : params)
+        if (key == name)
+            return &value;
+    for (const auto& [key, value] : params)
+        if (key.compare(name, Qt::CaseInsensitive) == 0)
+            return &value;
+    return nullptr;
+}
+
+} // namespace
+
+QVariant Database::paramValue(const sql::ParamInfo& info, const Params& params, const Params* fallback) const
 {
     switch (info.source) {
     case sql::ParamSource::CurrentDate: return m_clock.today();
@@ -211,13 +228,12 @@ QVariant Database::paramValue(const sql::ParamInfo& info, const Params& params) 
     case sql::ParamSource::CurrentTimestamp: return m_clock.now();
     case sql::ParamSource::Caller: break;
     }
-    for (const auto& [name, value] : params)
-        if (name == info.name)
-            return toCanonical(value, info.type, info.name);
-    for (const auto& [name, value] : params)
-        if (name.compare(info.name, Qt::CaseInsensitive) == 0)
-            return toCanonical(value, info.type, info.name);
-    throw DbError(DbErrorCode::ParameterType, QStringLiteral("Parameter :%1 has no value").arg(info.name));
+    const QVariant* value = findValue(params, info.name);
+    if (!value && fallback)
+        value = findValue(*fallback, info.name);
+    if (!value)
+        throw DbError(DbErrorCode::ParameterType, QStringLiteral("Parameter :%1 has no value").arg(info.name));
+    return toCanonical(*value, info.type, info.name);
 }
 
 ResultSet Database::execute(const QString& text, const Params& params) { return run(text, params, true); }
@@ -297,16 +313,12 @@ qint64 Database::runBatch(const QString& text, const Params& common, const std::
         // Every value of every run is checked before anything runs.
         std::vector<std::vector<QVariant>> values;
         values.reserve(rows.size());
-        Params merged;
         for (const Params& row : rows) {
-            merged = common;
-            merged.insert(merged.end(), row.begin(), row.end());
-            // Later entries win: the run's own values over the common ones.
-            std::reverse(merged.begin(), merged.end());
+            // A run's own values win over the common ones.
             std::vector<QVariant> rowValues;
             rowValues.reserve(t.params.size());
             for (const sql::ParamInfo& info : t.params)
-                rowValues.push_back(paramValue(info, merged));
+                rowValues.push_back(paramValue(info, row, &common));
             values.push_back(std::move(rowValues));
         }
         StatementScope scope(*this, true);
@@ -323,16 +335,23 @@ qint64 Database::runBatch(const QString& text, const Params& common, const std::
             std::vector<FieldType> types;
             for (int index : step.params)
                 types.push_back(t.params[index].type);
-            std::vector<std::vector<QVariant>> stepRows;
-            stepRows.reserve(values.size());
-            for (const auto& rowValues : values) {
-                std::vector<QVariant> v;
-                v.reserve(step.params.size());
-                for (int index : step.params)
-                    v.push_back(rowValues[index]);
-                stepRows.push_back(std::move(v));
+            // Most steps take every value in the statement's own order; only
+            // the others need their values picked out.
+            bool inOrder = step.params.size() == t.params.size();
+            for (size_t k = 0; inOrder && k < step.params.size(); ++k)
+                inOrder = step.params[k] == int(k);
+            std::vector<std::vector<QVariant>> picked;
+            if (!inOrder) {
+                picked.reserve(values.size());
+                for (const auto& rowValues : values) {
+                    std::vector<QVariant> v;
+                    v.reserve(step.params.size());
+                    for (int index : step.params)
+                        v.push_back(rowValues[index]);
+                    picked.push_back(std::move(v));
+                }
             }
-            const qint64 n = stmt.executeMany(stepRows, types);
+            const qint64 n = stmt.executeMany(inOrder ? values : picked, types);
             if (step.countsRows)
                 changed += n;
         }

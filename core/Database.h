@@ -107,7 +107,7 @@ private:
     class StatementScope;
     void runStatement(Compiled& statement, const QString& statementText, const Params& params, ResultSet& result,
                       bool keepRows);
-    QVariant paramValue(const sql::ParamInfo& info, const Params& params) const;
+    QVariant paramValue(const sql::ParamInfo& info, const Params& params, const Params* fallback = nullptr) const;
     void applyMemoryEffects(const sql::TranslatedStatement& t);
 
     std::unique_ptr<Store> m_store;
