@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QDateTime>
 
+#include <algorithm>
 #include <cmath>
 
 namespace kb {
@@ -31,12 +32,35 @@ QString dateTimeText(const QDateTime& dateTime)
     return dateTime.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
+namespace {
+
+// Reads n digits at a position; -1 when one is not a digit. Dates are read
+// for every row of every table, so this avoids the general date parser.
+int digits(QStringView text, qsizetype at, int n)
+{
+    int value = 0;
+    for (int i = 0; i < n; ++i) {
+        const char16_t c = text[at + i].unicode();
+        if (c < u'0' || c > u'9')
+            return -1;
+        value = value * 10 + (c - u'0');
+    }
+    return value;
+}
+
+} // namespace
+
 QDate parseDate(QStringView text)
 {
     text = text.trimmed();
-    if (text.size() >= 10)
-        return QDate::fromString(text.left(10).toString(), QStringLiteral("yyyy-MM-dd"));
-    return {};
+    if (text.size() < 10 || text[4] != u'-' || text[7] != u'-')
+        return {};
+    const int year = digits(text, 0, 4);
+    const int month = digits(text, 5, 2);
+    const int day = digits(text, 8, 2);
+    if (year < 0 || month < 0 || day < 0)
+        return {};
+    return QDate(year, month, day); // invalid for a day that does not exist
 }
 
 QDateTime parseDateTime(QStringView text)
@@ -45,6 +69,22 @@ QDateTime parseDateTime(QStringView text)
     if (text.size() == 10) {
         const QDate d = parseDate(text);
         return d.isValid() ? QDateTime(d, QTime(0, 0)) : QDateTime();
+    }
+    if (text.size() >= 19 && (text[10] == u' ' || text[10] == u'T') && text[13] == u':' && text[16] == u':') {
+        const QDate d = parseDate(text);
+        const int hour = digits(text, 11, 2);
+        const int minute = digits(text, 14, 2);
+        const int second = digits(text, 17, 2);
+        int ms = 0;
+        if (text.size() >= 21 && text[19] == u'.') {
+            const qsizetype n = std::min<qsizetype>(3, text.size() - 20);
+            ms = digits(text, 20, int(n));
+            for (qsizetype i = n; i < 3; ++i)
+                ms *= 10;
+        }
+        const QTime time(hour, minute, second, std::max(ms, 0));
+        if (d.isValid() && time.isValid())
+            return QDateTime(d, time);
     }
     QString t = text.toString();
     t.replace(u'T', u' ');
