@@ -3,6 +3,9 @@
 #include "RunCommand.h"
 #include "TempDataDir.h"
 
+#include "store/PostgresStore.h"
+
+#include <QCoreApplication>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -85,6 +88,41 @@ TEST_P(SqlCommand, ErrorsGoToStandardErrorWithANonZeroExit)
                      QStringLiteral("D=yesterday")});
     EXPECT_NE(type.exitCode, 0);
     EXPECT_TRUE(type.err.contains(QLatin1String(":D"))) << type.err.toStdString();
+}
+
+// Drops the first column (the working table's own row numbers) of a CSV text.
+QString withoutFirstColumn(const QString& csv)
+{
+    QStringList lines = csv.split(u'\n');
+    for (QString& line : lines)
+        line = line.mid(line.indexOf(u',') + 1);
+    return lines.join(u'\n');
+}
+
+TEST(PrepareCommandOnBothStores, TheSameAgencyGivesTheSameRun)
+{
+    KB_REQUIRE_STORE(test::StoreKind::PostgreSQL);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("agency"));
+    const QString schema = QStringLiteral("kbt_prepare_%1").arg(QCoreApplication::applicationPid());
+    const QString server = test::postgresTestAddress() + QLatin1Char('#') + schema;
+    const QStringList demo = {QStringLiteral("--today"), QStringLiteral("2024-03-06"), QStringLiteral("init")};
+    const QStringList tail = {QStringLiteral("--demo"), QStringLiteral("400"), QStringLiteral("--seed"), QStringLiteral("7")};
+    ASSERT_EQ(runKettlebrook(demo + QStringList{path} + tail).exitCode, 0);
+    const auto made = runKettlebrook(QStringList{QStringLiteral("--server"), server} + demo + tail);
+    ASSERT_EQ(made.exitCode, 0) << made.err.toStdString();
+
+    const QStringList prepare = {QStringLiteral("--user"), QStringLiteral("keeperin"), QStringLiteral("prepare"),
+                                 QStringLiteral("2024-03-11")};
+    const auto local = runKettlebrook(QStringList{QStringLiteral("--data"), path} + prepare);
+    const auto remote = runKettlebrook(QStringList{QStringLiteral("--server"), server} + prepare);
+    PostgresStore(ServerAddress::parse(test::postgresTestAddress()))
+        .exec(QStringLiteral("DROP SCHEMA IF EXISTS \"%1\" CASCADE").arg(schema));
+    ASSERT_EQ(local.exitCode, 0) << local.err.toStdString();
+    ASSERT_EQ(remote.exitCode, 0) << remote.err.toStdString();
+    EXPECT_GT(local.out.count(u'\n'), 100);
+    EXPECT_EQ(withoutFirstColumn(remote.out), withoutFirstColumn(local.out));
+    EXPECT_EQ(remote.err, local.err);
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, SqlCommand, ::testing::Values(test::StoreKind::SQLite, test::StoreKind::PostgreSQL),
