@@ -6,6 +6,11 @@ set -euo pipefail
 
 PGBIN=$(ls -d /usr/lib/postgresql/*/bin | sort -V | tail -1)
 PGPORT=${KB_PG_PORT:-55432}
+# Another server (a developer's own, say) may already listen there: take the
+# next free port.
+while (exec 3<>/dev/tcp/127.0.0.1/$PGPORT) 2>/dev/null; do
+  PGPORT=$((PGPORT + 1))
+done
 TMP=$(mktemp -d /tmp/kettlebrook-pg.XXXXXX)
 chmod 755 "$TMP"
 PGDATA=$TMP/pgdata
