@@ -68,7 +68,7 @@ const IndexSpec indexSpecs[] = {
     {DeliveriesIndex::Household_Name, "Household_Name", "Household_Name"},
 };
 
-const IndexSpec& spec(DeliveriesIndex index)
+const IndexSpec& indexSpecOf(DeliveriesIndex index)
 {
     for (const IndexSpec& s : indexSpecs)
         if (s.index == index)
@@ -117,11 +117,11 @@ const QStringList& MemTableDeliveries::columnNames()
     return names;
 }
 
-QString MemTableDeliveries::indexName(DeliveriesIndex index) { return QString::fromLatin1(spec(index).name); }
+QString MemTableDeliveries::indexName(DeliveriesIndex index) { return QString::fromLatin1(indexSpecOf(index).name); }
 
 QStringList MemTableDeliveries::indexColumns(DeliveriesIndex index)
 {
-    return QString::fromLatin1(spec(index).columns).split(QStringLiteral(", "));
+    return QString::fromLatin1(indexSpecOf(index).columns).split(QStringLiteral(", "));
 }
 
 std::optional<DeliveriesIndex> MemTableDeliveries::indexByName(const QString& name)
@@ -229,7 +229,7 @@ ResultSet MemTableDeliveries::select(DeliveriesIndex index, const QStringList& c
     flush();
     return m_db.execute(QStringLiteral("Select %1 from Memory MemTableDeliveries order by %2, RecordID")
                             .arg(columns.isEmpty() ? QStringLiteral("*") : columns.join(QStringLiteral(", ")),
-                                 QLatin1String(spec(index).columns)));
+                                 QLatin1String(indexSpecOf(index).columns)));
 }
 
 } // namespace kb

@@ -2,20 +2,20 @@
 
 #include "Database.h"
 #include "UserInterface.h"
-#include "reference/DietMaskWords.h"
+#include "DietCodes.h"
 
 namespace kb {
 
 TFormDietCombinations::TFormDietCombinations(Database& db, UserInterface& ui)
     : m_db(db), m_ui(ui), m_caption(QStringLiteral("Missing Diet Combinations"))
 {
-    const DietMaskWords words(db);
+    const QStringList dietCodes = loadDietCodes(db);
     const ResultSet rows =
         db.execute(QStringLiteral("select distinct Diet_Restr from Clients where Diet_Restr not in ( "
                                   "select Diet_Restr from Cold_Bag_Usage ) order by Diet_Restr"));
     for (qsizetype r = 0; r < rows.rowCount(); ++r) {
         const QVariant mask = rows.value(r, 0);
-        m_combinations.append({mask, words.words(mask.toLongLong()), false});
+        m_combinations.append({mask, ConvertDietCode(mask.toLongLong(), dietCodes), false});
     }
 }
 

@@ -7,7 +7,7 @@
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
 #include "reference/DeleteGuards.h"
-#include "reference/DietMaskWords.h"
+#include "DietCodes.h"
 #include "reference/EditorFieldRules.h"
 #include "reference/TFormDietCombinations.h"
 
@@ -132,7 +132,7 @@ void TFormEditBase::addDisplayFields()
                               QStringLiteral("Cold_Bag_Codes"), QStringLiteral("Record_ID"),
                               QStringLiteral("Bag_Code"));
         m_set->setOnCalcFields([this](DataSet& s) {
-            s.setFieldValue(u"DIET_WORDS", m_dietWords->words(s.fieldValue(u"Diet_Restr").toLongLong()));
+            s.setFieldValue(u"DIET_WORDS", ConvertDietCode(s.fieldValue(u"Diet_Restr").toLongLong(), m_dietCodes));
         });
     }
 }
@@ -141,7 +141,7 @@ bool TFormEditBase::open()
 {
     return guarded([this] {
         m_fields = editFieldsOf(m_db, m_screen, postalFormat(configuredPostalFormat(m_db)));
-        m_dietWords = std::make_unique<DietMaskWords>(m_db);
+        m_dietCodes = loadDietCodes(m_db);
         m_set = makeDataSet(m_db, m_screen);
         installRules();
         addDisplayFields();

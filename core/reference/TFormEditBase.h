@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <functional>
@@ -16,7 +17,6 @@ namespace kb {
 
 class DataSet;
 class Database;
-class DietMaskWords;
 class RecordServices;
 class TFormDietCombinations;
 class UserInterface;
@@ -105,7 +105,7 @@ private:
     UserInterface& m_ui;
     EditorScreen m_screen;
     std::unique_ptr<DataSet> m_set;
-    std::unique_ptr<DietMaskWords> m_dietWords;
+    QStringList m_dietCodes; // the diet codes by bit, for masks in words
     QList<EditorField> m_fields;
     Page m_page = Page::Browse;
     Grid m_grid;
