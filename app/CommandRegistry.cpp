@@ -11,8 +11,8 @@ std::map<QString, CommandInfo>& commandRegistry()
 } // namespace kb::app
 
 #include "Clock.h"
-#include "DataDirectory.h"
-#include "DbError.h"
+#include "session/DataDirectory.h"
+#include "store/DbError.h"
 #include "store/PostgresStore.h"
 #include "store/ValueConversion.h"
 

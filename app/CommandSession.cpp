@@ -1,9 +1,9 @@
 #include "CommandSession.h"
 
-#include "AppDataFolder.h"
+#include "session/AppDataFolder.h"
 #include "Clock.h"
-#include "SessionSettings.h"
-#include "SignIn.h"
+#include "session/SessionSettings.h"
+#include "session/SignIn.h"
 
 namespace kb::app {
 

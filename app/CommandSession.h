@@ -2,7 +2,7 @@
 
 #include "CommandRegistry.h"
 #include "ConsoleUserInterface.h"
-#include "TDataModule1.h"
+#include "session/TDataModule1.h"
 
 #include <memory>
 

@@ -7,8 +7,8 @@
 #include "BenchArguments.h"
 
 #include "Clock.h"
-#include "DataDirectory.h"
-#include "Database.h"
+#include "session/DataDirectory.h"
+#include "store/Database.h"
 #include "store/PostgresStore.h"
 
 #include <QCoreApplication>

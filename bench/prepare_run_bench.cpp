@@ -4,10 +4,10 @@
 // data directory; with --server HOST[:PORT]/DATABASE the demo agency is made
 // in a schema of its own on that server (dropped afterwards).
 
-#include "DataDirectory.h"
+#include "session/DataDirectory.h"
 #include "store/PostgresStore.h"
 #include "DemoAgency.h"
-#include "SessionState.h"
+#include "session/SessionState.h"
 #include "TFormRunPrepare.h"
 #include "UserInterface.h"
 

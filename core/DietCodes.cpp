@@ -1,6 +1,6 @@
 #include "DietCodes.h"
 
-#include "Database.h"
+#include "store/Database.h"
 
 namespace kb {
 

@@ -1,6 +1,6 @@
 #include "DemoAgency.h"
 
-#include "Database.h"
+#include "store/Database.h"
 #include "DemoClientTables.h"
 #include "DemoContext.h"
 #include "DemoPeople.h"

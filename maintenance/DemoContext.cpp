@@ -1,6 +1,6 @@
 #include "DemoContext.h"
 
-#include "Database.h"
+#include "store/Database.h"
 
 #include <stdexcept>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "AddressOverride.h"
-#include "Database.h"
+#include "store/Database.h"
 
 #include <QDate>
 #include <QHash>

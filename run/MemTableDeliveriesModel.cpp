@@ -1,6 +1,6 @@
 #include "MemTableDeliveriesModel.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 #include "UserInterface.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "RunLookups.h"
 
-#include "Database.h"
+#include "store/Database.h"
 
 namespace kb {
 

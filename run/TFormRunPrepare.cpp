@@ -1,12 +1,12 @@
 #include "TFormRunPrepare.h"
 
-#include "Database.h"
+#include "store/Database.h"
 #include "DeliveryTypeEntry.h"
 #include "DietCodes.h"
 #include "IsDeliveryWeek.h"
 #include "OriginDataSet.h"
 #include "RunStatements.h"
-#include "SessionState.h"
+#include "session/SessionState.h"
 #include "UserInterface.h"
 
 #include <QLocale>

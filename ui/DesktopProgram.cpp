@@ -1,15 +1,15 @@
 #include "DesktopProgram.h"
 
-#include "AppDataFolder.h"
+#include "session/AppDataFolder.h"
 #include "Clock.h"
-#include "Database.h"
+#include "store/Database.h"
 #include "DebugLog.h"
 #include "MainWindow.h"
 #include "PasswordDialog.h"
 #include "QtUserInterface.h"
-#include "SessionSettings.h"
-#include "TDataModule1.h"
-#include "TPasswordDlg.h"
+#include "session/SessionSettings.h"
+#include "session/TDataModule1.h"
+#include "session/TPasswordDlg.h"
 #include "store/ValueConversion.h"
 
 #include <QApplication>

@@ -2,7 +2,7 @@
 
 #include "ReferenceEditorsMenu.h"
 #include "RunPrepareView.h"
-#include "TDataModule1.h"
+#include "session/TDataModule1.h"
 #include "TFormRunPrepare.h"
 
 #include <QApplication>

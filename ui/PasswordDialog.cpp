@@ -1,6 +1,6 @@
 #include "PasswordDialog.h"
 
-#include "TPasswordDlg.h"
+#include "session/TPasswordDlg.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>

@@ -4,7 +4,7 @@
 
 #include "CommandRegistry.h"
 
-#include "DataDirectory.h"
+#include "session/DataDirectory.h"
 #include "DemoAgency.h"
 #include "store/PostgresStore.h"
 

@@ -7,7 +7,7 @@
 #include "CommandSession.h"
 
 #include "Csv.h"
-#include "Database.h"
+#include "store/Database.h"
 #include "TFormRunPrepare.h"
 #include "store/ValueConversion.h"
 

@@ -5,7 +5,7 @@
 #include "CommandRegistry.h"
 
 #include "Csv.h"
-#include "Database.h"
+#include "store/Database.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Database.h"
-#include "DbError.h"
+#include "store/Database.h"
+#include "store/DbError.h"
 #include "catalogue/FieldType.h"
 
 #include <QString>

@@ -1,7 +1,7 @@
 #include "dataset/FileRecordLocks.h"
 
-#include "Database.h"
-#include "DbError.h"
+#include "store/Database.h"
+#include "store/DbError.h"
 #include "store/SqliteStore.h"
 
 #include <QDir>

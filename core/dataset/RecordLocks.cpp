@@ -1,7 +1,7 @@
 #include "dataset/RecordLocks.h"
 
-#include "Database.h"
-#include "DbError.h"
+#include "store/Database.h"
+#include "store/DbError.h"
 #include "dataset/FileRecordLocks.h"
 #include "dataset/ServerRecordLocks.h"
 

@@ -1,6 +1,6 @@
 #include "dataset/ScratchSession.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 #include "store/PostgresStore.h"
 #include "store/SqliteStore.h"
 

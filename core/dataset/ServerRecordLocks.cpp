@@ -1,7 +1,7 @@
 #include "dataset/ServerRecordLocks.h"
 
-#include "Database.h"
-#include "DbError.h"
+#include "store/Database.h"
+#include "store/DbError.h"
 #include "sql/Translator.h"
 #include "store/Store.h"
 

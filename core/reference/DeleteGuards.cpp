@@ -1,6 +1,6 @@
 #include "reference/DeleteGuards.h"
 
-#include "Database.h"
+#include "store/Database.h"
 #include "UserInterface.h"
 
 namespace kb {

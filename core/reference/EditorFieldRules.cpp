@@ -1,6 +1,6 @@
 #include "reference/EditorFieldRules.h"
 
-#include "Database.h"
+#include "store/Database.h"
 
 namespace kb {
 

@@ -1,6 +1,6 @@
 #include "reference/TFormDietCombinations.h"
 
-#include "Database.h"
+#include "store/Database.h"
 #include "UserInterface.h"
 #include "DietCodes.h"
 

@@ -1,7 +1,7 @@
 #include "reference/TFormEditBase.h"
 
-#include "Database.h"
-#include "RecordServices.h"
+#include "store/Database.h"
+#include "records/RecordServices.h"
 #include "UserInterface.h"
 #include "dataset/Abort.h"
 #include "dataset/QueryDataSet.h"

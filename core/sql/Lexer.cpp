@@ -1,6 +1,6 @@
 #include "sql/Lexer.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 
 namespace kb::sql {
 

@@ -1,6 +1,6 @@
 #include "sql/Parser.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 
 #include <QSet>
 

@@ -1,6 +1,6 @@
 #include "sql/Translator.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 
 #include <QRegularExpression>
 #include <QSet>

@@ -1,6 +1,6 @@
 #include "store/SqliteStore.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 #include "Money.h"
 #include "store/ValueConversion.h"
 

@@ -1,6 +1,6 @@
 #include "store/Store.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 
 namespace kb {
 

@@ -1,6 +1,6 @@
 #include "store/ValueConversion.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 #include "Money.h"
 
 #include <QDate>

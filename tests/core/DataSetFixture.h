@@ -4,7 +4,7 @@
 // under test, a few clients, and short retries for conflicts that are
 // expected to fail.
 
-#include "DbError.h"
+#include "store/DbError.h"
 #include "TempDataDir.h"
 #include "dataset/RecordLocks.h"
 

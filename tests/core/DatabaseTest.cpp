@@ -1,8 +1,8 @@
 // The engine session: transactions that leave no trace, table operations,
 // and a new data directory's starting rows, on both stores.
 
-#include "DataDirectory.h"
-#include "DbError.h"
+#include "session/DataDirectory.h"
+#include "store/DbError.h"
 #include "Money.h"
 #include "TempDataDir.h"
 

@@ -1,7 +1,7 @@
 // The rules of the reference tables: numbering, limits, required fields,
 // code changes carried to clients, and the ordered delete guards.
 
-#include "Database.h"
+#include "store/Database.h"
 #include "ScriptedUserInterface.h"
 #include "TempDataDir.h"
 #include "reference/DeleteGuards.h"

@@ -1,18 +1,18 @@
 // Start-up: the settings store, finding the data with its messages, the
 // per-user folder, debug-logging switches, the data module and shutdown.
 
-#include "AppDataFolder.h"
-#include "DataDirectory.h"
-#include "DataLocation.h"
+#include "session/AppDataFolder.h"
+#include "session/DataDirectory.h"
+#include "session/DataLocation.h"
 #include "DebugLog.h"
-#include "History.h"
-#include "OpenSession.h"
+#include "records/History.h"
+#include "session/OpenSession.h"
 #include "ScriptedUserInterface.h"
-#include "SessionSettings.h"
-#include "SignIn.h"
-#include "StartupError.h"
-#include "TDataModule1.h"
-#include "TFormDisplayLogins.h"
+#include "session/SessionSettings.h"
+#include "session/SignIn.h"
+#include "session/StartupError.h"
+#include "session/TDataModule1.h"
+#include "session/TFormDisplayLogins.h"
 #include "TempDataDir.h"
 
 #include <QDir>

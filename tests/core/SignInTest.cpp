@@ -1,13 +1,13 @@
 // Sign-in: who may sign in, what each refusal says, and the History rows of
 // signing in and out.
 
-#include "DbError.h"
+#include "store/DbError.h"
 #include "InsertRow.h"
 #include "ScriptedUserInterface.h"
-#include "SessionState.h"
-#include "SignIn.h"
-#include "StartupError.h"
-#include "TPasswordDlg.h"
+#include "session/SessionState.h"
+#include "session/SignIn.h"
+#include "session/StartupError.h"
+#include "session/TPasswordDlg.h"
 #include "TempDataDir.h"
 
 #include <gtest/gtest.h>

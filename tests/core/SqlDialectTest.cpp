@@ -1,7 +1,7 @@
 // The statement dialect, run against a real data directory: each form is
 // checked with statements the system itself uses and the results they give.
 
-#include "DbError.h"
+#include "store/DbError.h"
 #include "Money.h"
 #include "TempDataDir.h"
 

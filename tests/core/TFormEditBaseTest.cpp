@@ -6,7 +6,7 @@
 #include "DataSetFixture.h"
 #include "ScriptedUserInterface.h"
 
-#include "RecordServices.h"
+#include "records/RecordServices.h"
 #include "dataset/DataSet.h"
 #include "reference/TFormDietCombinations.h"
 #include "reference/TFormEditBase.h"

@@ -2,7 +2,7 @@
 
 #include "InsertRow.h"
 #include "ScriptedUserInterface.h"
-#include "SessionState.h"
+#include "session/SessionState.h"
 #include "TFormRunPrepare.h"
 #include "TempDataDir.h"
 

@@ -1,6 +1,6 @@
 #include "TempDataDir.h"
 
-#include "DataDirectory.h"
+#include "session/DataDirectory.h"
 #include "store/PostgresStore.h"
 
 #include <QCoreApplication>

@@ -3,7 +3,7 @@
 // saved, a double click opens a row, and the menu lists every screen.
 
 #include "EditBaseView.h"
-#include "RecordServices.h"
+#include "records/RecordServices.h"
 #include "ReferenceEditorsMenu.h"
 #include "ScriptedUserInterface.h"
 #include "TempDataDir.h"

@@ -6,11 +6,11 @@
 #include "PasswordDialog.h"
 #include "RunPrepareView.h"
 #include "ScriptedUserInterface.h"
-#include "SessionSettings.h"
-#include "SignIn.h"
-#include "TDataModule1.h"
+#include "session/SessionSettings.h"
+#include "session/SignIn.h"
+#include "session/TDataModule1.h"
 #include "TFormRunPrepare.h"
-#include "TPasswordDlg.h"
+#include "session/TPasswordDlg.h"
 #include "TempDataDir.h"
 
 #include <QAction>

@@ -1,4 +1,4 @@
-#include "DataSetActions.h"
+#include "records/DataSetActions.h"
 
 #include "MessageError.h"
 #include "dataset/QueryDataSet.h"

@@ -1,6 +1,6 @@
-#include "TFormDisplayLogins.h"
+#include "session/TFormDisplayLogins.h"
 
-#include "Database.h"
+#include "store/Database.h"
 
 namespace kb {
 

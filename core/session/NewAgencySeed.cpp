@@ -1,4 +1,4 @@
-#include "DataDirectory.h"
+#include "session/DataDirectory.h"
 
 namespace kb {
 

@@ -1,6 +1,6 @@
-#include "ResultSet.h"
+#include "store/ResultSet.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 
 namespace kb {
 

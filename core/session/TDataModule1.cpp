@@ -1,12 +1,12 @@
-#include "TDataModule1.h"
+#include "session/TDataModule1.h"
 
-#include "AppDataFolder.h"
-#include "Database.h"
+#include "session/AppDataFolder.h"
+#include "store/Database.h"
 #include "DebugLog.h"
-#include "OpenSession.h"
-#include "RecordServices.h"
-#include "SignIn.h"
-#include "StartupError.h"
+#include "session/OpenSession.h"
+#include "records/RecordServices.h"
+#include "session/SignIn.h"
+#include "session/StartupError.h"
 #include "UserInterface.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
-#include "TPasswordDlg.h"
+#include "session/TPasswordDlg.h"
 
-#include "SignIn.h"
+#include "session/SignIn.h"
 #include "UserInterface.h"
 
 namespace kb {

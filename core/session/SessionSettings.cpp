@@ -1,4 +1,4 @@
-#include "SessionSettings.h"
+#include "session/SessionSettings.h"
 
 #include <QSettings>
 

@@ -1,6 +1,6 @@
-#include "AppDataFolder.h"
+#include "session/AppDataFolder.h"
 
-#include "StartupError.h"
+#include "session/StartupError.h"
 
 #include <QDir>
 #include <QStandardPaths>

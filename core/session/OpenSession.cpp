@@ -1,6 +1,6 @@
-#include "OpenSession.h"
+#include "session/OpenSession.h"
 
-#include "DataDirectory.h"
+#include "session/DataDirectory.h"
 
 #include "store/PostgresStore.h"
 

@@ -1,6 +1,6 @@
-#include "DataDirectory.h"
+#include "session/DataDirectory.h"
 
-#include "DbError.h"
+#include "store/DbError.h"
 #include "store/PostgresStore.h"
 #include "store/SqliteStore.h"
 

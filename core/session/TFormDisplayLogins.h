@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ResultSet.h"
+#include "store/ResultSet.h"
 
 #include <QString>
 

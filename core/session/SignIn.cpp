@@ -1,10 +1,10 @@
-#include "SignIn.h"
+#include "session/SignIn.h"
 
-#include "Database.h"
-#include "DbError.h"
-#include "History.h"
-#include "SessionState.h"
-#include "StartupError.h"
+#include "store/Database.h"
+#include "store/DbError.h"
+#include "records/History.h"
+#include "session/SessionState.h"
+#include "session/StartupError.h"
 
 namespace kb::SignIn {
 

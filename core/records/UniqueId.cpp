@@ -1,8 +1,8 @@
-#include "UniqueId.h"
+#include "records/UniqueId.h"
 
-#include "DataSetActions.h"
-#include "Database.h"
-#include "DbError.h"
+#include "records/DataSetActions.h"
+#include "store/Database.h"
+#include "store/DbError.h"
 #include "MessageError.h"
 #include "dataset/TableDataSet.h"
 

@@ -1,7 +1,7 @@
-#include "DataLocation.h"
+#include "session/DataLocation.h"
 
-#include "DataDirectory.h"
-#include "StartupError.h"
+#include "session/DataDirectory.h"
+#include "session/StartupError.h"
 
 #include <QFileInfo>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Clock.h"
-#include "ResultSet.h"
+#include "store/ResultSet.h"
 #include "catalogue/Catalogue.h"
 #include "sql/Translator.h"
 #include "store/Store.h"

@@ -1,4 +1,4 @@
-#include "DbError.h"
+#include "store/DbError.h"
 
 namespace kb {
 

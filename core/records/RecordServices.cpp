@@ -1,7 +1,7 @@
-#include "RecordServices.h"
+#include "records/RecordServices.h"
 
-#include "Database.h"
-#include "UniqueId.h"
+#include "store/Database.h"
+#include "records/UniqueId.h"
 #include "UserInterface.h"
 
 namespace kb {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Clock.h"
-#include "Database.h"
+#include "store/Database.h"
 
 #include <QString>
 

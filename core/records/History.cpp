@@ -1,6 +1,6 @@
-#include "History.h"
+#include "records/History.h"
 
-#include "Database.h"
+#include "store/Database.h"
 
 namespace kb {
 

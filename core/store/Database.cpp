@@ -1,7 +1,7 @@
-#include "Database.h"
+#include "store/Database.h"
 
 #include "Csv.h"
-#include "DbError.h"
+#include "store/DbError.h"
 #include "Money.h"
 #include "dataset/RecordLocks.h"
 #include "sql/Parser.h"

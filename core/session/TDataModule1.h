@@ -1,8 +1,8 @@
 #pragma once
 
-#include "DataLocation.h"
-#include "SessionSettings.h"
-#include "SessionState.h"
+#include "session/DataLocation.h"
+#include "session/SessionSettings.h"
+#include "session/SessionState.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DataLocation.h"
+#include "session/DataLocation.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SessionSettings.h"
+#include "session/SessionSettings.h"
 
 #include <QString>
 
