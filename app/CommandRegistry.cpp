@@ -1,5 +1,9 @@
 #include "CommandRegistry.h"
 
+#include "Clock.h"
+#include "session/DataDirectory.h"
+#include "store/PostgresStore.h"
+
 namespace kb::app {
 
 std::map<QString, CommandInfo>& commandRegistry()
@@ -8,25 +12,11 @@ std::map<QString, CommandInfo>& commandRegistry()
     return registry;
 }
 
-} // namespace kb::app
-
-#include "Clock.h"
-#include "session/DataDirectory.h"
-#include "store/DbError.h"
-#include "store/PostgresStore.h"
-#include "store/ValueConversion.h"
-
-namespace kb::app {
-
 std::unique_ptr<kb::Clock> commandClock(const CommandContext& context)
 {
     if (context.today.isEmpty())
         return std::make_unique<kb::SystemClock>();
-    const QDate day = kb::parseDate(context.today);
-    if (!day.isValid())
-        throw std::runtime_error(QStringLiteral("--today needs a date as YYYY-MM-DD, not '%1'")
-                                     .arg(context.today)
-                                     .toStdString());
+    const QDate day = parseDateWord(context.today, QStringLiteral("--today"));
     return std::make_unique<kb::FixedClock>(QDateTime(day, QTime::currentTime()));
 }
 
@@ -35,8 +25,21 @@ std::unique_ptr<kb::Database> openCommandDatabase(const CommandContext& context,
     if (!context.server.isEmpty())
         return kb::openServerDatabase(kb::ServerAddress::parse(context.server), clock);
     if (context.dataDir.isEmpty())
-        throw std::runtime_error("Name the data directory with --data DIR");
+        throw UsageError(QStringLiteral("Name the data: --data DIR, or --server HOST[:PORT]/DATABASE."));
     return kb::openDataDirectory(context.dataDir, clock);
+}
+
+int runCommand(const CommandInfo& command, CommandContext& context, const QStringList& words)
+{
+    const CommandArgs args = CommandArgs::parse(command.spec, words);
+    if (args.helpRequested()) {
+        context.out << command.spec.help();
+        return 0;
+    }
+    if (command.spec.needsUser && context.user.isEmpty())
+        throw UsageError(QStringLiteral("%1 signs in: give --user NAME before the command.").arg(command.spec.name));
+    context.answers = args.answers();
+    return command.run(context, args);
 }
 
 } // namespace kb::app

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CommandLine.h"
+
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
@@ -16,16 +18,16 @@ class Database;
 namespace kb::app {
 
 // What every headless command receives: the options that stand before the
-// command word, its own arguments, and where to print.
+// command word, how its questions are answered, and where to print.
 struct CommandContext
 {
     QString dataDir;       // --data DIR
     QString server;        // --server HOST[:PORT]/DATABASE
     QString user;          // --user NAME
-    QString today;         // --today YYYY-MM-DD: run as if on that date
-    QStringList args;      // the words after the command
+    QString today;         // --today YYYY-MM-DD: run as if on that date (checked)
     QTextStream& out;      // CSV results
     QTextStream& err;      // messages
+    AnswerPolicy answers = AnswerPolicy::Least; // --yes / --no of a command that asks
 };
 
 // The clock of a command: the system's, or the --today date at the present
@@ -36,11 +38,11 @@ std::unique_ptr<kb::Clock> commandClock(const CommandContext& context);
 // none is named or it cannot be opened.
 std::unique_ptr<kb::Database> openCommandDatabase(const CommandContext& context, const kb::Clock& clock);
 
-using CommandFunction = std::function<int(CommandContext&)>;
+using CommandFunction = std::function<int(CommandContext&, const CommandArgs&)>;
 
 struct CommandInfo
 {
-    QString usage;
+    CommandSpec spec;
     CommandFunction run;
 };
 
@@ -50,10 +52,15 @@ std::map<QString, CommandInfo>& commandRegistry();
 
 struct CommandRegistration
 {
-    CommandRegistration(const QString& name, const QString& usage, CommandFunction run)
+    CommandRegistration(CommandSpec spec, CommandFunction run)
     {
-        commandRegistry()[name] = CommandInfo{usage, std::move(run)};
+        const QString name = spec.name;
+        commandRegistry()[name] = CommandInfo{std::move(spec), std::move(run)};
     }
 };
+
+// Parses the command's words against its spec and runs it: --help prints
+// the command's help; bad words give a UsageError before anything is opened.
+int runCommand(const CommandInfo& command, CommandContext& context, const QStringList& words);
 
 } // namespace kb::app

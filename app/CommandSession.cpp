@@ -7,7 +7,7 @@
 
 namespace kb::app {
 
-CommandSession::CommandSession(CommandContext& context) : m_ui(context.err), m_clock(commandClock(context))
+CommandSession::CommandSession(CommandContext& context) : m_ui(context.err, context.answers), m_clock(commandClock(context))
 {
     if (context.user.isEmpty())
         throw std::runtime_error("Name the user with --user NAME");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CommandLine.h"
 #include "UserInterface.h"
 
 #include <QTextStream>
@@ -7,12 +8,17 @@
 namespace kb::app {
 
 // The user interface of a headless command: every message goes to the error
-// stream, one line each; a question is printed and answered No (or Cancel),
-// since a command never goes on with what it was not told to do.
+// stream, one line each; a question is printed with the answer it gets: Yes
+// under --yes, No under --no, and otherwise the answer that changes the least
+// (No, or Cancel where it is offered), since a command never goes on with
+// what it was not told to do.
 class ConsoleUserInterface final : public kb::UserInterface
 {
 public:
-    explicit ConsoleUserInterface(QTextStream& err) : m_err(err) {}
+    explicit ConsoleUserInterface(QTextStream& err, AnswerPolicy answers = AnswerPolicy::Least)
+        : m_err(err), m_answers(answers)
+    {
+    }
 
     void information(const QString& text) override { m_err << text << '\n'; }
     void warning(const QString& text) override { m_err << text << '\n'; }
@@ -25,6 +31,7 @@ public:
 
 private:
     QTextStream& m_err;
+    AnswerPolicy m_answers;
 };
 
 } // namespace kb::app

@@ -1,3 +1,4 @@
+#include "CommandLine.h"
 #include "CommandRegistry.h"
 #include "DesktopProgram.h"
 
@@ -5,77 +6,93 @@
 #include <QTextStream>
 
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 
 using namespace kb::app;
 
 namespace {
 
-void printUsage(QTextStream& err)
+void printUsage(QTextStream& stream)
 {
-    err << "usage: kettlebrook [--data DIR | --server HOST[:PORT]/DATABASE] [--user NAME] [--today YYYY-MM-DD]\n"
-           "                   COMMAND [ARGS]\n"
-           "commands:\n";
+    stream << GlobalOptions::usage() << "commands:\n";
     for (const auto& [name, info] : commandRegistry())
-        err << "  " << info.usage << "\n";
+        stream << "  " << info.spec.usage() << "\n";
+}
+
+QStringList argumentWords(int argc, char** argv)
+{
+    QStringList words;
+    for (int i = 1; i < argc; ++i)
+        words << QString::fromLocal8Bit(argv[i]);
+    return words;
+}
+
+// The desktop program needs a display; without one Qt would abort.
+bool displayAvailable()
+{
+    const auto set = [](const char* name) {
+        const char* value = std::getenv(name);
+        return value != nullptr && *value != '\0';
+    };
+    return set("DISPLAY") || set("WAYLAND_DISPLAY") || set("QT_QPA_PLATFORM");
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    // Without a command word this is the desktop program, which needs a screen;
-    // the commands never do.
-    if (kb::ui::isDesktopInvocation(argc, argv))
-        return kb::ui::runDesktopProgram(argc, argv);
+    GlobalOptions options;
+    try {
+        options = GlobalOptions::parse(argumentWords(argc, argv));
+    } catch (const UsageError& e) {
+        std::fprintf(stderr, "%s\n", e.what());
+        return 2;
+    }
+    if (options.command.isEmpty() && !options.help && !options.version) {
+        if (!displayAvailable()) {
+            std::fputs("The desktop program needs a display (set DISPLAY, or start it under xvfb-run).\n"
+                       "To work without one, give a command: kettlebrook --help lists them.\n",
+                       stderr);
+            return 2;
+        }
+        kb::ui::DesktopOptions desktop;
+        desktop.dataDir = options.dataDir;
+        desktop.server = options.server;
+        desktop.today = options.today;
+        return kb::ui::runDesktopProgram(argc, argv, desktop);
+    }
+
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Kettlebrook"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("0.1"));
     QTextStream out(stdout);
     QTextStream err(stderr);
-
-    QStringList words = app.arguments().mid(1);
-    CommandContext context{{}, {}, {}, {}, {}, out, err};
-    while (!words.isEmpty() && words.first().startsWith(QLatin1String("--"))) {
-        const QString option = words.takeFirst();
-        if (option == QLatin1String("--help")) {
-            printUsage(err);
-            return 0;
-        }
-        if (words.isEmpty()) {
-            err << "Missing value for " << option << "\n";
-            return 2;
-        }
-        const QString value = words.takeFirst();
-        if (option == QLatin1String("--data"))
-            context.dataDir = value;
-        else if (option == QLatin1String("--server"))
-            context.server = value;
-        else if (option == QLatin1String("--user"))
-            context.user = value;
-        else if (option == QLatin1String("--today"))
-            context.today = value;
-        else {
-            err << "Unknown option " << option << "\n";
-            return 2;
-        }
+    if (options.version) {
+        out << "kettlebrook " << QCoreApplication::applicationVersion() << '\n';
+        return 0;
     }
-    if (words.isEmpty()) {
-        printUsage(err);
-        return 2;
+    if (options.command.isEmpty()) {
+        printUsage(out);
+        return 0;
     }
-    const QString command = words.takeFirst();
-    const auto it = commandRegistry().find(command);
+    const auto it = commandRegistry().find(options.command);
     if (it == commandRegistry().end()) {
-        err << "Unknown command " << command << "\n";
+        err << "Unknown command '" << options.command << "'.\n";
         printUsage(err);
         return 2;
     }
-    context.args = words;
+    CommandContext context{options.dataDir, options.server, options.user, options.today, out, err};
     try {
-        const int rc = it->second.run(context);
+        const int rc = runCommand(it->second, context, options.rest);
         out.flush();
         err.flush();
         return rc;
+    } catch (const UsageError& e) {
+        out.flush();
+        err << e.what() << "\n";
+        err.flush();
+        return 2;
     } catch (const std::exception& e) {
         out.flush();
         err << e.what() << "\n";

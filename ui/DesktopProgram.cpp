@@ -23,29 +23,6 @@ namespace kb::ui {
 
 namespace {
 
-bool isDebugSwitch(const QString& word) { return word.toUpper().contains(QLatin1String("CODESITE")); }
-
-struct DesktopOptions
-{
-    QString data;
-    QString server;
-    QString today;
-};
-
-DesktopOptions readOptions(const QStringList& words)
-{
-    DesktopOptions options;
-    for (qsizetype i = 0; i + 1 < words.size(); ++i) {
-        if (words[i] == QLatin1String("--data"))
-            options.data = words[++i];
-        else if (words[i] == QLatin1String("--server"))
-            options.server = words[++i];
-        else if (words[i] == QLatin1String("--today"))
-            options.today = words[++i];
-    }
-    return options;
-}
-
 std::unique_ptr<Clock> makeClock(const QString& today)
 {
     const QDate day = parseDate(today);
@@ -79,21 +56,7 @@ int fail(UserInterface& ui, const QString& message)
 
 } // namespace
 
-bool isDesktopInvocation(int argc, char** argv)
-{
-    for (int i = 1; i < argc; ++i) {
-        const QString word = QString::fromLocal8Bit(argv[i]);
-        if (word == QLatin1String("--help"))
-            return false;
-        if (word.startsWith(QLatin1String("--")))
-            ++i; // its value
-        else if (!isDebugSwitch(word))
-            return false;
-    }
-    return true;
-}
-
-int runDesktopProgram(int argc, char** argv)
+int runDesktopProgram(int argc, char** argv, const DesktopOptions& options)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Kettlebrook"));
@@ -104,7 +67,6 @@ int runDesktopProgram(int argc, char** argv)
     if (log.target() == DebugLog::Target::File)
         ui.information(log.destinationMessage());
 
-    const DesktopOptions options = readOptions(app.arguments().mid(1));
     const std::unique_ptr<Clock> clock = makeClock(options.today);
     std::unique_ptr<TDataModule1> data;
     std::unique_ptr<MainWindow> window;
@@ -119,8 +81,8 @@ int runDesktopProgram(int argc, char** argv)
         };
         try {
             SessionSettings settings = SessionSettings::readUserStore();
-            if (!options.data.isEmpty())
-                settings.applyDataOption(options.data);
+            if (!options.dataDir.isEmpty())
+                settings.applyDataOption(options.dataDir);
             if (!options.server.isEmpty())
                 settings.applyServerOption(options.server);
             step("Creating DataModule1");

@@ -12,37 +12,19 @@
 
 namespace {
 
-int runInit(kb::app::CommandContext& context)
+// The largest demo agency init makes; beyond it the generator would only
+// fill the disk.
+constexpr qint64 MaxDemoClients = 1000000;
+
+int runInit(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 {
-    QString directory;
-    int clients = -1;
-    quint32 seed = 1;
-    for (qsizetype i = 0; i < context.args.size(); ++i) {
-        const QString& word = context.args[i];
-        auto number = [&](const char* option) {
-            if (i + 1 >= context.args.size())
-                throw std::runtime_error(QStringLiteral("%1 needs a number").arg(QLatin1String(option)).toStdString());
-            bool ok = false;
-            const qlonglong n = context.args[++i].toLongLong(&ok);
-            if (!ok || n < 0)
-                throw std::runtime_error(QStringLiteral("%1 needs a whole number, not '%2'")
-                                             .arg(QLatin1String(option), context.args[i])
-                                             .toStdString());
-            return n;
-        };
-        if (word == QLatin1String("--demo"))
-            clients = int(number("--demo"));
-        else if (word == QLatin1String("--seed"))
-            seed = quint32(number("--seed"));
-        else if (directory.isEmpty() && !word.startsWith(QLatin1String("--")))
-            directory = word;
-        else
-            throw std::runtime_error(QStringLiteral("Unexpected argument '%1'").arg(word).toStdString());
-    }
+    QString directory = args.positional(0);
+    const int clients = int(args.integer(QStringLiteral("demo"), 0, MaxDemoClients, 0));
+    const auto seed = quint32(args.integer(QStringLiteral("seed"), 0, 0xFFFFFFFFLL, 1));
     if (directory.isEmpty())
         directory = context.dataDir;
     if (directory.isEmpty() && context.server.isEmpty())
-        throw std::runtime_error("Name the new data directory: init DIR");
+        throw kb::app::UsageError(QStringLiteral("Name the new data directory: init DIR"));
     const auto clock = kb::app::commandClock(context);
     QElapsedTimer timer;
     timer.start();
@@ -65,7 +47,17 @@ int runInit(kb::app::CommandContext& context)
     return 0;
 }
 
-const kb::app::CommandRegistration registration(QStringLiteral("init"),
-                                                QStringLiteral("init DIR [--demo N] [--seed S]   (or: --server ADDRESS init [--demo N])"), runInit);
+const kb::app::CommandRegistration registration(
+    {.name = QStringLiteral("init"),
+     .arguments = QStringLiteral("DIR"),
+     .description = QStringLiteral("Makes a new data directory (or, with --server before the command, the same tables "
+                                   "in an empty server database), optionally filled with a generated demo agency."),
+     .maxArguments = 1,
+     .options = {QCommandLineOption(QStringLiteral("demo"), QStringLiteral("Generate a demo agency of N clients."),
+                                    QStringLiteral("N")),
+                 QCommandLineOption(QStringLiteral("seed"),
+                                    QStringLiteral("The seed of the demo agency; the same seed gives the same agency."),
+                                    QStringLiteral("S"))}},
+    runInit);
 
 } // namespace

@@ -17,39 +17,17 @@ namespace {
 
 using namespace kb::routes;
 
-int orderStops(kb::app::CommandContext& c)
+int orderStops(kb::app::CommandContext& c, const kb::app::CommandArgs& args)
 {
-    QString file;
     OrderOptions options;
-    const QStringList& args = c.args;
-    for (int i = 0; i < args.size(); ++i) {
-        const QString& a = args[i];
-        if (a == QLatin1String("--tsplib")) {
-            if (++i >= args.size()) throw std::runtime_error("--tsplib needs a file name.");
-            file = args[i];
-        } else if (a == QLatin1String("--open")) {
-            options.shape = RouteShape::OpenPath;
-        } else if (a == QLatin1String("--fix-first")) {
-            options.fixFirst = true;
-        } else if (a == QLatin1String("--fix-last")) {
-            options.fixLast = true;
-        } else if (a == QLatin1String("--time-limit-ms")) {
-            if (++i >= args.size())
-                throw std::runtime_error("--time-limit-ms needs a number of milliseconds.");
-            bool ok = false;
-            const int ms = args[i].toInt(&ok);
-            if (!ok || ms <= 0)
-                throw std::runtime_error(
-                    QStringLiteral("--time-limit-ms needs a positive whole number, not \"%1\".")
-                        .arg(args[i])
-                        .toStdString());
-            options.timeLimit = std::chrono::milliseconds(ms);
-        } else {
-            throw std::runtime_error(
-                QStringLiteral("Unknown argument \"%1\" for order-stops.").arg(a).toStdString());
-        }
-    }
-    if (file.isEmpty()) throw std::runtime_error("order-stops needs --tsplib FILE.");
+    const QString file = args.value(QStringLiteral("tsplib"));
+    if (file.isEmpty()) throw kb::app::UsageError(QStringLiteral("order-stops needs --tsplib FILE."));
+    if (args.isSet(QStringLiteral("open"))) options.shape = RouteShape::OpenPath;
+    options.fixFirst = args.isSet(QStringLiteral("fix-first"));
+    options.fixLast = args.isSet(QStringLiteral("fix-last"));
+    if (args.isSet(QStringLiteral("time-limit-ms")))
+        options.timeLimit = std::chrono::milliseconds(
+            args.integer(QStringLiteral("time-limit-ms"), 1, 24 * 3600 * 1000, 0));
 
     const TsplibInstance instance = TsplibReader::readFile(file);
     const auto started = std::chrono::steady_clock::now();
@@ -66,8 +44,16 @@ int orderStops(kb::app::CommandContext& c)
     return 0;
 }
 
-static kb::app::CommandRegistration reg{
-    "order-stops", "order-stops --tsplib FILE [--open] [--fix-first] [--fix-last] [--time-limit-ms N]",
-    orderStops};
+const kb::app::CommandRegistration registration(
+    {.name = QStringLiteral("order-stops"),
+     .description = QStringLiteral("Orders the nodes of a TSPLIB EUC_2D file the way routes are ordered; prints the "
+                                   "length, the lower bound and the time, then the tour."),
+     .options = {QCommandLineOption(QStringLiteral("tsplib"), QStringLiteral("The TSPLIB file."), QStringLiteral("FILE")),
+                 QCommandLineOption(QStringLiteral("open"), QStringLiteral("An open route: no way back to the start.")),
+                 QCommandLineOption(QStringLiteral("fix-first"), QStringLiteral("The first node stays first.")),
+                 QCommandLineOption(QStringLiteral("fix-last"), QStringLiteral("The last node stays last.")),
+                 QCommandLineOption(QStringLiteral("time-limit-ms"), QStringLiteral("Stop searching after N ms."),
+                                    QStringLiteral("N"))}},
+    orderStops);
 
 } // namespace

@@ -9,29 +9,13 @@
 #include "Csv.h"
 #include "store/Database.h"
 #include "TFormRunPrepare.h"
-#include "store/ValueConversion.h"
 
 namespace {
 
-int runPrepare(kb::app::CommandContext& context)
+int runPrepare(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 {
-    QString dateText;
-    QChar letter = u'A';
-    for (qsizetype i = 0; i < context.args.size(); ++i) {
-        const QString& word = context.args[i];
-        if (word == QLatin1String("--type")) {
-            if (i + 1 >= context.args.size() || context.args[i + 1].size() != 1)
-                throw std::runtime_error("--type needs one of A, O, E, S, B");
-            letter = context.args[++i].at(0);
-        } else if (dateText.isEmpty()) {
-            dateText = word;
-        } else {
-            throw std::runtime_error(QStringLiteral("Unexpected argument '%1'").arg(word).toStdString());
-        }
-    }
-    const QDate date = kb::parseDate(dateText);
-    if (!date.isValid())
-        throw std::runtime_error(QStringLiteral("prepare needs a date as YYYY-MM-DD, not '%1'").arg(dateText).toStdString());
+    const QDate date = args.datePositional(0, QStringLiteral("prepare"));
+    const QChar letter = args.choice(QStringLiteral("type"), {"A", "O", "E", "S", "B"}, QStringLiteral("A")).at(0);
 
     kb::app::CommandSession session(context);
     kb::TFormRunPrepare form(session.data().db(), session.data().session(), session.ui());
@@ -46,8 +30,18 @@ int runPrepare(kb::app::CommandContext& context)
     return 0;
 }
 
-const kb::app::CommandRegistration registration(QStringLiteral("prepare"),
-                                                QStringLiteral("prepare DATE [--type A|O|E|S|B]  (needs --user)"),
-                                                runPrepare);
+const kb::app::CommandRegistration registration(
+    {.name = QStringLiteral("prepare"),
+     .arguments = QStringLiteral("DATE"),
+     .description = QStringLiteral("Prepares the run of DATE as the Daily Run Preparation screen does and prints "
+                                   "the working table as CSV in the run's order."),
+     .minArguments = 1,
+     .maxArguments = 1,
+     .options = {QCommandLineOption(QStringLiteral("type"),
+                                    QStringLiteral("The delivery type: A all, O ongoing only, E episodic only, S scheduled only, "
+                                                   "B episodic and scheduled. A when not given."),
+                                    QStringLiteral("A|O|E|S|B"))},
+     .needsUser = true},
+    runPrepare);
 
 } // namespace

@@ -9,31 +9,21 @@
 
 namespace {
 
-int runSql(kb::app::CommandContext& context)
+int runSql(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 {
-    QString text;
+    const QString text = args.positional(0);
     kb::Params params;
-    for (qsizetype i = 0; i < context.args.size(); ++i) {
-        const QString& word = context.args[i];
-        if (word == QLatin1String("--param")) {
-            if (i + 1 >= context.args.size())
-                throw std::runtime_error("--param needs Name=Value");
-            const QString pair = context.args[++i];
-            const qsizetype eq = pair.indexOf(u'=');
-            if (eq <= 0)
-                throw std::runtime_error(QStringLiteral("--param needs Name=Value, not '%1'").arg(pair).toStdString());
-            QString name = pair.left(eq);
-            if (name.startsWith(u':'))
-                name.remove(0, 1);
-            params.emplace_back(name, pair.mid(eq + 1));
-        } else if (text.isEmpty()) {
-            text = word;
-        } else {
-            throw std::runtime_error(QStringLiteral("Unexpected argument '%1'").arg(word).toStdString());
-        }
+    for (const QString& pair : args.values(QStringLiteral("param"))) {
+        const qsizetype eq = pair.indexOf(u'=');
+        if (eq <= 0)
+            throw kb::app::UsageError(QStringLiteral("--param needs Name=Value, not '%1'.").arg(pair));
+        QString name = pair.left(eq);
+        if (name.startsWith(u':'))
+            name.remove(0, 1);
+        params.emplace_back(name, pair.mid(eq + 1));
     }
     if (text.trimmed().isEmpty())
-        throw std::runtime_error("Give the statement text");
+        throw kb::app::UsageError(QStringLiteral("Give the statement text: sql TEXT"));
     const auto clock = kb::app::commandClock(context);
     const auto db = kb::app::openCommandDatabase(context, *clock);
     const kb::ResultSet result = db->execute(text, params);
@@ -44,7 +34,16 @@ int runSql(kb::app::CommandContext& context)
     return 0;
 }
 
-const kb::app::CommandRegistration registration(QStringLiteral("sql"),
-                                                QStringLiteral("sql TEXT [--param Name=Value]..."), runSql);
+const kb::app::CommandRegistration registration(
+    {.name = QStringLiteral("sql"),
+     .arguments = QStringLiteral("TEXT"),
+     .description = QStringLiteral("Runs statements of the dialect and prints the rows of the last select as CSV, "
+                                   "or the number of rows the last statement changed."),
+     .minArguments = 1,
+     .maxArguments = 1,
+     .options = {QCommandLineOption(QStringLiteral("param"), QStringLiteral("A named parameter of the statement."),
+                                    QStringLiteral("Name=Value"))},
+     .repeatable = {QStringLiteral("param")}},
+    runSql);
 
 } // namespace
