@@ -43,8 +43,12 @@ bool PushpinLabels::holdsClientNumber(int option)
 
 QString PushpinLabels::clientNumber(int option, const QString& label)
 {
-    if (option == 2 || option == 5)
-        return label.right(7).trimmed();
+    if (option == 2 || option == 5) {
+        // Client numbers run to seven characters; a shorter one leaves part
+        // of the name in those seven, which the last blank cuts off.
+        const QString tail = label.right(7).trimmed();
+        return tail.mid(tail.lastIndexOf(QLatin1Char(' ')) + 1);
+    }
     if (option >= 6 && option <= 8)
         return label.trimmed().section(QLatin1Char(' '), 0, 0);
     return {};
