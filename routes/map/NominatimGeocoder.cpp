@@ -99,7 +99,9 @@ NominatimGeocoder::NominatimGeocoder(QString baseUrl, Options options) : m_optio
         url.host().isEmpty())
         throw MapServerError(QStringLiteral("The geocoding service address \"%1\" is not an http or https address.")
                                  .arg(baseUrl));
-    QString text = url.toString(QUrl::RemoveQuery | QUrl::RemoveFragment | QUrl::StripTrailingSlash);
+    QString text = url.toString(QUrl::RemoveQuery | QUrl::RemoveFragment);
+    while (text.endsWith(QLatin1Char('/')))
+        text.chop(1);
     if (!text.endsWith(QLatin1String("/search")))
         text += QStringLiteral("/search");
     m_searchUrl = text;
