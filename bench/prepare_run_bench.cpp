@@ -6,7 +6,7 @@
 
 #include "session/DataDirectory.h"
 #include "store/PostgresStore.h"
-#include "DemoAgency.h"
+#include "DemoBenchData.h"
 #include "session/SessionState.h"
 #include "TFormRunPrepare.h"
 #include "UserInterface.h"
@@ -64,27 +64,6 @@ BenchOptions readOptions(const QStringList& args)
     return o;
 }
 
-std::unique_ptr<kb::Database> openBenchData(const BenchOptions& options, const QTemporaryDir& temp,
-                                            const kb::Clock& clock)
-{
-    if (!options.dataDir.isEmpty())
-        return kb::openDataDirectory(options.dataDir, clock);
-    std::unique_ptr<kb::Database> db;
-    if (!options.server.isEmpty()) {
-        kb::ServerAddress address = kb::ServerAddress::parse(options.server);
-        address.schema = QStringLiteral("kb_prepare_bench");
-        kb::PostgresStore(kb::ServerAddress::parse(options.server))
-            .exec(QStringLiteral("DROP SCHEMA IF EXISTS kb_prepare_bench CASCADE"));
-        db = kb::createServerDatabase(address, clock);
-    } else {
-        db = kb::createDataDirectory(temp.filePath(QStringLiteral("data")), clock);
-    }
-    kb::DemoOptions demo;
-    demo.clients = options.clients;
-    kb::generateDemoAgency(*db, demo);
-    return db;
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -95,7 +74,7 @@ int main(int argc, char** argv)
     QTemporaryDir temp;
     QElapsedTimer timer;
     timer.start();
-    const auto db = openBenchData(options, temp, clock);
+    const auto db = openDemoBenchData(options.dataDir, options.server, QStringLiteral("kb_prepare_bench"), options.clients, temp, clock);
     if (options.dataDir.isEmpty())
         std::printf("demo agency of %d clients made in %lld ms (%s)\n", options.clients,
                     static_cast<long long>(timer.elapsed()), options.server.isEmpty() ? "sqlite" : "postgresql");

@@ -4,6 +4,10 @@
 #include "RunPrepareView.h"
 #include "session/TDataModule1.h"
 #include "TFormRunPrepare.h"
+#include "GeocodingView.h"
+#include "OrderRoutesView.h"
+#include "TFormGeocodeAddresses.h"
+#include "TFormOrderRoutes.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -29,6 +33,11 @@ MainWindow::MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent)
     m_runPreparation = process->addAction(QStringLiteral("Daily Run Preparation"), this, &MainWindow::openRunPreparation);
     for (const char* name : {"&Reports", "&Analyze", "&Maintenance"})
         menuBar()->addMenu(QString::fromLatin1(name))->setEnabled(false);
+    QMenu* utilities = menuBar()->addMenu(QStringLiteral("&Utilities"));
+    utilities->addAction(QStringLiteral("Order Stops by Route"), this, &MainWindow::openOrderRoutes)
+        ->setObjectName(QStringLiteral("OrderStopsbyRoute1"));
+    utilities->addAction(QStringLiteral("Find Coordinates for Addresses"), this, &MainWindow::openGeocoding)
+        ->setObjectName(QStringLiteral("GeocodeAddresses1"));
 
     statusBar()->addPermanentWidget(m_user);
 }
@@ -39,6 +48,24 @@ void MainWindow::openRunPreparation()
 {
     TFormRunPrepare presenter(m_data.db(), m_data.session(), m_ui);
     RunPrepareView view(presenter, m_ui, this);
+    view.exec();
+}
+
+} // namespace kb::ui
+
+namespace kb::ui {
+
+void MainWindow::openOrderRoutes()
+{
+    TFormOrderRoutes presenter(m_data.db(), m_data.session(), m_ui);
+    OrderRoutesView view(presenter, m_data.db(), m_data.session(), m_ui, this);
+    view.exec();
+}
+
+void MainWindow::openGeocoding()
+{
+    TFormGeocodeAddresses presenter(m_data.db(), m_data.session(), m_ui);
+    GeocodingView view(presenter, m_data.session(), m_ui, this);
     view.exec();
 }
 

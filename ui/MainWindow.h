@@ -28,6 +28,10 @@ public:
     QAction* runPreparationAction() const { return m_runPreparation; }
     // Process > Daily Run Preparation.
     void openRunPreparation();
+    // Utilities > Order Stops by Route.
+    void openOrderRoutes();
+    // Utilities > Find Coordinates for Addresses.
+    void openGeocoding();
 
 private:
     TDataModule1& m_data;

@@ -12,6 +12,7 @@ const Catalogue& Catalogue::standard()
         declareReferenceTables(c);
         declareConfigTables(c);
         declareArchiveTables(c);
+        declareRoutingTables(c);
         return c;
     }();
     return catalogue;

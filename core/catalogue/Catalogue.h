@@ -30,5 +30,6 @@ void declareCaseTables(Catalogue& catalogue);
 void declareReferenceTables(Catalogue& catalogue);
 void declareConfigTables(Catalogue& catalogue);
 void declareArchiveTables(Catalogue& catalogue);
+void declareRoutingTables(Catalogue& catalogue);
 
 } // namespace kb

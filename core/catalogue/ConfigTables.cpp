@@ -26,6 +26,9 @@ TableDef configTable()
     t.str("DSORT_ORDER", 15)
         .str("MAPPING", 1)
         .str("MAPPING_URL", 250)
+        // The address of a geocoding service that answers as Nominatim
+        // does; empty keeps address lookups to the agency's own addresses.
+        .str("GEOCODER_URL", 250)
         .smallint("TRUNCATE_CROSSTABS")
         .smallint("TRUNCATE_CHECKLISTS")
         .str("INCOME_CATEGORIES", 2)

@@ -109,7 +109,7 @@ TEST_F(Shell, MainWindowHoldsTheMenusAndTheUser)
     for (QAction* menu : window.menuBar()->actions())
         if (menu->isEnabled())
             enabledMenus << menu->text();
-    EXPECT_EQ(enabledMenus, (QStringList{"&File", "&Edit", "&Process"}));
+    EXPECT_EQ(enabledMenus, (QStringList{"&File", "&Edit", "&Process", "&Utilities"}));
     // The code tables are kept from Edit > Table Maintenance.
     QMenu* edit = window.menuBar()->actions().at(1)->menu();
     ASSERT_NE(edit, nullptr);
