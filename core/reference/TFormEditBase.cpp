@@ -245,6 +245,9 @@ QVariant TFormEditBase::value(const QString& field) const
 
 bool TFormEditBase::setValue(const QString& field, const QVariant& value)
 {
+    for (const EditorField& f : m_fields)
+        if (f.readOnly && f.name.compare(field, Qt::CaseInsensitive) == 0)
+            return false;
     if (!editing() && !guarded([this] { m_set->edit(); })) return false;
     return guarded([&] { m_set->setFieldValue(field, value); });
 }
