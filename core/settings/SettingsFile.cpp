@@ -123,7 +123,7 @@ void SettingsFile::setFormPosition(const QString& formName, const QRect& geometr
 
 void SettingsFile::save()
 {
-    if (m_path.isEmpty())
+    if (m_path.isEmpty() || m_changes.empty())
         return;
     IniFile merged = readFile(m_path);
     for (const Change& change : m_changes)

@@ -56,8 +56,9 @@ public:
     void setFormPosition(const QString& formName, const QRect& geometry);
 
     bool isModified() const { return !m_changes.empty(); }
-    // Writes the file as described above; throws MessageError when it cannot.
-    // Without a path (in-memory settings) nothing is written.
+    // Writes the file as described above when something changed; throws
+    // MessageError when it cannot. Without a path (in-memory settings)
+    // nothing is written.
     void save();
 
 private:
