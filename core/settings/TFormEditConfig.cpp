@@ -45,23 +45,9 @@ QString TFormEditConfig::commandText(Command command)
 
 DataSet& TFormEditConfig::config() const { return m_module.config(); }
 
-template <typename Work> bool TFormEditConfig::guarded(Work&& work)
-{
-    try {
-        work();
-        return true;
-    } catch (const Abort&) {
-    } catch (const DbError& error) {
-        m_module.ui().error(error.message());
-    } catch (const std::exception& fault) {
-        m_module.services().reportForeignError(fault);
-    }
-    return false;
-}
-
 bool TFormEditConfig::open()
 {
-    return guarded([this] {
+    return m_module.services().guarded([this] {
         DataSet& set = config();
         set.first();
         m_meals = int(set.fieldValue(MealsColumn).toLongLong() & 0x7F);
@@ -89,12 +75,12 @@ bool TFormEditConfig::close()
         if (m_module.ui().question(closeQuestion(), Buttons::YesNo) == Answer::Yes) {
             const DataSet::State state = config().state();
             if ((state == DataSet::State::Edit || state == DataSet::State::Insert) &&
-                !guarded([this] { config().post(); }))
+                !m_module.services().guarded([this] { config().post(); }))
                 return false;
             if (!m_preferences.post())
                 return false;
         } else {
-            guarded([this] { config().cancel(); });
+            m_module.services().guarded([this] { config().cancel(); });
             m_preferences.cancel();
         }
     }
@@ -111,7 +97,7 @@ QVariant TFormEditConfig::value(const QString& column) const
 
 bool TFormEditConfig::setValue(const QString& column, const QVariant& value)
 {
-    const bool done = guarded([&] {
+    const bool done = m_module.services().guarded([&] {
         DataSet& set = config();
         if (set.state() != DataSet::State::Edit && set.state() != DataSet::State::Insert)
             set.edit();

@@ -104,7 +104,6 @@ public:
 
 private:
     DataSet& config() const;
-    template <typename Work> bool guarded(Work&& work);
     bool specialMealAllowed(int n) const;
     void clearUnallowedSpecialMeals();
 

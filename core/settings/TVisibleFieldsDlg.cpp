@@ -151,19 +151,15 @@ QString TVisibleFieldsDlg::memoText() const
 bool TVisibleFieldsDlg::accept()
 {
     DataSet& config = m_module.config();
-    try {
+    const bool saved = m_module.services().guarded([&] {
         if (config.state() != DataSet::State::Edit && config.state() != DataSet::State::Insert)
             config.edit();
         config.setFieldValue(memoColumn(m_list), memoText());
         config.post();
-        return true;
-    } catch (const Abort&) {
-    } catch (const DbError& error) {
-        m_module.ui().error(error.message());
-        if (config.state() == DataSet::State::Edit)
-            config.cancel();
-    }
-    return false;
+    });
+    if (!saved && config.state() == DataSet::State::Edit)
+        config.cancel();
+    return saved;
 }
 
 QList<VisibleField> TVisibleFieldsDlg::SetFieldVisibility(const QList<VisibleField>& fields, const QString& memo,

@@ -34,20 +34,6 @@ UserPreferences::UserPreferences(TDataModule1& module) : m_module(module) {}
 
 UserPreferences::~UserPreferences() = default;
 
-template <typename Work> bool UserPreferences::guarded(Work&& work)
-{
-    try {
-        work();
-        return true;
-    } catch (const Abort&) {
-    } catch (const DbError& error) {
-        m_module.ui().error(error.message());
-    } catch (const std::exception& fault) {
-        m_module.services().reportForeignError(fault);
-    }
-    return false;
-}
-
 bool UserPreferences::open()
 {
     TableDataSet& staff = m_module.staff();
@@ -71,7 +57,7 @@ bool UserPreferences::setValue(const QString& column, const QVariant& value)
     if (!m_editable)
         return false;
     DataSet& staff = m_module.staff();
-    return guarded([&] {
+    return m_module.services().guarded([&] {
         if (!isEditing())
             staff.edit();
         staff.setFieldValue(column, value);
@@ -118,13 +104,13 @@ bool UserPreferences::isEditing() const
 
 bool UserPreferences::post()
 {
-    return !isEditing() || guarded([this] { m_module.staff().post(); });
+    return !isEditing() || m_module.services().guarded([this] { m_module.staff().post(); });
 }
 
 void UserPreferences::cancel()
 {
     if (isEditing())
-        guarded([this] { m_module.staff().cancel(); });
+        m_module.services().guarded([this] { m_module.staff().cancel(); });
 }
 
 void UserPreferences::close()
@@ -135,7 +121,7 @@ void UserPreferences::close()
     cancel();
     TableDataSet& staff = m_module.staff();
     if (staff.bookmarkValid(m_returnTo))
-        guarded([&] { staff.gotoBookmark(m_returnTo); });
+        m_module.services().guarded([&] { staff.gotoBookmark(m_returnTo); });
 }
 
 } // namespace kb

@@ -67,7 +67,6 @@ public:
 
 private:
     int tabMask() const;
-    template <typename Work> bool guarded(Work&& work);
 
     TDataModule1& m_module;
     DataSet::Bookmark m_returnTo;
