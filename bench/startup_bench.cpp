@@ -85,11 +85,11 @@ int main(int argc, char** argv)
         timer.start();
         const kb::IniFile ini = kb::IniFile::parse(hostile);
         parses.push_back(double(timer.nsecsElapsed()) / 1e6);
-        if (ini.sections().isEmpty())
-            return 1;
+        if (ini.sections().isEmpty()) return 1;
     }
-    std::printf("clients,start_median_ms,start_min_ms,ini_bytes,ini_parse_median_ms\n%lld,%.1f,%.1f,%lld,%.1f\n",
-                static_cast<long long>(clients), median(starts), *std::min_element(starts.begin(), starts.end()),
-                static_cast<long long>(hostile.size()), median(parses));
+    std::printf(
+        "clients,start_median_ms,start_min_ms,ini_bytes,ini_parse_median_ms\n%lld,%.1f,%.1f,%lld,%.1f\n",
+        static_cast<long long>(clients), median(starts), *std::min_element(starts.begin(), starts.end()),
+        static_cast<long long>(hostile.size()), median(parses));
     return 0;
 }

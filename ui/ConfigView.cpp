@@ -3,8 +3,8 @@
 #include "DisplayLoginsView.h"
 #include "FormPlacement.h"
 #include "ReferenceEditorsMenu.h"
-#include "VisibleFieldsView.h"
 #include "UserInterface.h"
+#include "VisibleFieldsView.h"
 #include "catalogue/Catalogue.h"
 #include "session/TDataModule1.h"
 #include "session/TFormDisplayLogins.h"
@@ -43,8 +43,7 @@ using Command = TFormEditConfig::Command;
 // The commands each page offers below its settings.
 QList<Command> pageCommands(const QString& title)
 {
-    if (title == QLatin1String("Meal Deliveries"))
-        return {Command::SetDefaultItems, Command::SelectFont};
+    if (title == QLatin1String("Meal Deliveries")) return {Command::SetDefaultItems, Command::SelectFont};
     if (title == QLatin1String("Nutritional Counseling"))
         return {Command::AssessmentVisibility, Command::AssessmentChoices};
     if (title == QLatin1String("Client Services"))
@@ -116,16 +115,14 @@ QWidget* ConfigView::buildPage(int index)
         QWidget* editor = makeEditor(field);
         editor->setObjectName(field.column);
         m_editors.insert(field.column.toUpper(), editor);
-        if (qobject_cast<QAbstractSpinBox*>(editor))
-            editor->setMaximumWidth(120);
+        if (qobject_cast<QAbstractSpinBox*>(editor)) editor->setMaximumWidth(120);
         if (isServiceDay(field.column)) {
             if (!days) {
                 days = new QHBoxLayout;
                 form->addRow(QStringLiteral("Organization Service Days:"), days);
             }
             days->addWidget(editor);
-            if (field.column == QLatin1String("DSUN"))
-                days->addStretch();
+            if (field.column == QLatin1String("DSUN")) days->addStretch();
             continue;
         }
         if (field.editor == ConfigEditor::Check || field.editor == ConfigEditor::YesNoCheck)
@@ -138,10 +135,8 @@ QWidget* ConfigView::buildPage(int index)
         }
     }
     column->addLayout(form);
-    if (page.title == QLatin1String("Meal Deliveries"))
-        column->addWidget(buildMeals());
-    if (page.title == QLatin1String("Application Defaults"))
-        column->addWidget(buildComponentTree());
+    if (page.title == QLatin1String("Meal Deliveries")) column->addWidget(buildMeals());
+    if (page.title == QLatin1String("Application Defaults")) column->addWidget(buildComponentTree());
     const QList<Command> commands = pageCommands(page.title);
     if (!commands.isEmpty()) {
         auto* row = new QHBoxLayout;
@@ -163,7 +158,8 @@ QWidget* ConfigView::makeEditor(const ConfigField& field)
         auto* box = new QCheckBox(field.label);
         const bool letters = field.editor == ConfigEditor::YesNoCheck;
         connect(box, &QCheckBox::toggled, this, [this, column, letters](bool on) {
-            changed(column, letters ? QVariant(on ? QStringLiteral("Y") : QStringLiteral("N")) : QVariant(on));
+            changed(column,
+                    letters ? QVariant(on ? QStringLiteral("Y") : QStringLiteral("N")) : QVariant(on));
         });
         return box;
     }
@@ -173,7 +169,8 @@ QWidget* ConfigView::makeEditor(const ConfigField& field)
         text->setMinimumHeight(90);
         text->setMaximumHeight(140);
         text->installEventFilter(this);
-        connect(text, &QPlainTextEdit::textChanged, this, [this, column, text] { changed(column, text->toPlainText()); });
+        connect(text, &QPlainTextEdit::textChanged, this,
+                [this, column, text] { changed(column, text->toPlainText()); });
         return text;
     }
     case ConfigEditor::Choice:
@@ -182,7 +179,8 @@ QWidget* ConfigView::makeEditor(const ConfigField& field)
         auto* list = new QComboBox;
         for (const Choice& choice : m_presenter.choices(column))
             list->addItem(choice.text, choice.value);
-        connect(list, &QComboBox::activated, this, [this, column, list](int i) { changed(column, list->itemData(i)); });
+        connect(list, &QComboBox::activated, this,
+                [this, column, list](int i) { changed(column, list->itemData(i)); });
         return list;
     }
     case ConfigEditor::Integer: {
@@ -202,9 +200,9 @@ QWidget* ConfigView::makeEditor(const ConfigField& field)
         break;
     }
     auto* line = new QLineEdit;
-    if (field.width > 0)
-        line->setMaxLength(field.width);
-    connect(line, &QLineEdit::textEdited, this, [this, column](const QString& text) { changed(column, text); });
+    if (field.width > 0) line->setMaxLength(field.width);
+    connect(line, &QLineEdit::textEdited, this,
+            [this, column](const QString& text) { changed(column, text); });
     return line;
 }
 
@@ -215,8 +213,7 @@ QGroupBox* ConfigView::buildMeals()
     for (int bit = 0; bit < mealLineItemNames().size(); ++bit) {
         auto* check = new QCheckBox(mealLineItemNames()[bit], m_meals);
         connect(check, &QCheckBox::toggled, this, [this, bit](bool on) {
-            if (!m_showing)
-                m_presenter.setMealChecked(bit, on);
+            if (!m_showing) m_presenter.setMealChecked(bit, on);
         });
         m_mealBoxes.append(check);
         box->addWidget(check);
@@ -239,7 +236,8 @@ QWidget* ConfigView::buildComponentTree()
     layout->addLayout(row);
     connect(m_tree, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {
         if (!m_showing)
-            m_presenter.setComponentChecked(item->data(0, Qt::UserRole).toInt(), item->checkState(0) == Qt::Checked);
+            m_presenter.setComponentChecked(item->data(0, Qt::UserRole).toInt(),
+                                            item->checkState(0) == Qt::Checked);
     });
     return group;
 }
@@ -275,8 +273,7 @@ QWidget* ConfigView::buildPreferences()
     m_tabs->setMaximumWidth(300);
     m_tabs->installEventFilter(this);
     connect(m_tabs, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
-        if (m_showing)
-            return;
+        if (m_showing) return;
         m_presenter.preferences().setTabChecked(m_tabs->row(item), item->checkState() == Qt::Checked);
         showPreferences();
     });
@@ -290,7 +287,8 @@ QWidget* ConfigView::buildPreferences()
     });
     form->addRow(QStringLiteral("Preferred Tab:"), m_preferredTab);
 
-    auto* conserve = new QCheckBox(QStringLiteral("Conserve Resources (build only the page in view)"), widget);
+    auto* conserve =
+        new QCheckBox(QStringLiteral("Conserve Resources (build only the page in view)"), widget);
     connect(conserve, &QCheckBox::toggled, this, [this](bool on) {
         if (!m_showing)
             m_presenter.preferences().setValue(QStringLiteral("Conserve_Resources"),
@@ -304,8 +302,7 @@ QWidget* ConfigView::buildPreferences()
         spin->setMaximumWidth(120);
         const QString name = column;
         connect(spin, &QSpinBox::valueChanged, this, [this, name](int v) {
-            if (!m_showing)
-                m_presenter.preferences().setValue(name, v);
+            if (!m_showing) m_presenter.preferences().setValue(name, v);
         });
         m_preferenceEditors.insert(column.toUpper(), spin);
         form->addRow(label, spin);
@@ -340,16 +337,18 @@ QWidget* ConfigView::buildUsers()
 void ConfigView::showUsers()
 {
     const ResultSet rows = m_presenter.systemUsers();
-    const QStringList titles = {QStringLiteral("User ID"), QStringLiteral("Name"),      QStringLiteral("Nutritionist"),
-                                QStringLiteral("Driver"),  QStringLiteral("Volunteer"), QStringLiteral("Preferred Tab")};
+    const QStringList titles = {QStringLiteral("User ID"),      QStringLiteral("Name"),
+                                QStringLiteral("Nutritionist"), QStringLiteral("Driver"),
+                                QStringLiteral("Volunteer"),    QStringLiteral("Preferred Tab")};
     m_users->setColumnCount(int(titles.size()));
     m_users->setHorizontalHeaderLabels(titles);
     m_users->setRowCount(int(rows.rowCount()));
     for (int r = 0; r < int(rows.rowCount()); ++r)
         for (int c = 0; c < int(titles.size()); ++c) {
             const QVariant v = rows.value(r, c);
-            const QString text = v.typeId() == QMetaType::Bool ? (v.toBool() ? QStringLiteral("Yes") : QString())
-                                                               : v.toString();
+            const QString text = v.typeId() == QMetaType::Bool
+                                     ? (v.toBool() ? QStringLiteral("Yes") : QString())
+                                     : v.toString();
             m_users->setItem(r, c, new QTableWidgetItem(text));
         }
     m_users->resizeColumnsToContents();
@@ -357,8 +356,7 @@ void ConfigView::showUsers()
 
 void ConfigView::changed(const QString& column, const QVariant& value)
 {
-    if (m_showing)
-        return;
+    if (m_showing) return;
     m_presenter.setValue(column, value);
     showDependent();
 }
@@ -370,10 +368,10 @@ void ConfigView::showValues()
         const QVariant value = m_presenter.value(it.key());
         QWidget* editor = it.value();
         if (auto* box = qobject_cast<QCheckBox*>(editor))
-            box->setChecked(value.typeId() == QMetaType::Bool ? value.toBool() : value.toString() == QLatin1String("Y"));
+            box->setChecked(value.typeId() == QMetaType::Bool ? value.toBool()
+                                                              : value.toString() == QLatin1String("Y"));
         else if (auto* text = qobject_cast<QPlainTextEdit*>(editor)) {
-            if (text->toPlainText() != value.toString())
-                text->setPlainText(value.toString());
+            if (text->toPlainText() != value.toString()) text->setPlainText(value.toString());
         } else if (auto* list = qobject_cast<QComboBox*>(editor))
             list->setCurrentIndex(list->findData(value.isNull() ? QVariant(QString()) : value));
         else if (auto* spin = qobject_cast<QSpinBox*>(editor))
@@ -381,8 +379,7 @@ void ConfigView::showValues()
         else if (auto* real = qobject_cast<QDoubleSpinBox*>(editor))
             real->setValue(value.toDouble());
         else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
-            if (line->text() != value.toString())
-                line->setText(value.toString());
+            if (line->text() != value.toString()) line->setText(value.toString());
         }
     }
     for (int bit = 0; bit < m_mealBoxes.size(); ++bit)
@@ -405,17 +402,14 @@ void ConfigView::showDependent()
                 if (line->text() != m_presenter.value(it.key()).toString())
                     line->setText(m_presenter.value(it.key()).toString());
     }
-    if (m_meals)
-        m_meals->setVisible(m_presenter.mealsListVisible());
-    if (m_sessionWords)
-        m_sessionWords->setText(m_presenter.sessionLengthWords());
+    if (m_meals) m_meals->setVisible(m_presenter.mealsListVisible());
+    if (m_sessionWords) m_sessionWords->setText(m_presenter.sessionLengthWords());
     m_showing = false;
 }
 
 void ConfigView::showTree()
 {
-    if (!m_tree)
-        return;
+    if (!m_tree) return;
     m_showing = true;
     m_tree->clear();
     QList<QTreeWidgetItem*> parents;
@@ -439,8 +433,7 @@ void ConfigView::showTree()
 void ConfigView::showPreferences()
 {
     UserPreferences& prefs = m_presenter.preferences();
-    if (!prefs.isEditable())
-        return;
+    if (!prefs.isEditable()) return;
     m_showing = true;
     for (int i = 0; i < m_tabs->count(); ++i)
         m_tabs->item(i)->setCheckState(prefs.isTabChecked(i) ? Qt::Checked : Qt::Unchecked);
@@ -449,7 +442,8 @@ void ConfigView::showPreferences()
     qobject_cast<QCheckBox*>(m_preferenceEditors.value(QStringLiteral("CONSERVE_RESOURCES")))
         ->setChecked(prefs.value(QStringLiteral("Conserve_Resources")).toString() == QLatin1String("Y"));
     for (const auto& [column, label] : UserPreferences::preferredReportColumns())
-        qobject_cast<QSpinBox*>(m_preferenceEditors.value(column.toUpper()))->setValue(prefs.value(column).toInt());
+        qobject_cast<QSpinBox*>(m_preferenceEditors.value(column.toUpper()))
+            ->setValue(prefs.value(column).toInt());
     m_preferredTab->clear();
     for (const Choice& c : prefs.preferredTabChoices())
         m_preferredTab->addItem(c.text.section(u'\t', 0, 0), c.value);
@@ -467,7 +461,8 @@ bool ConfigView::eventFilter(QObject* watched, QEvent* event)
             showPreferences();
         } else if (auto* text = qobject_cast<QPlainTextEdit*>(watched)) {
             if (!m_presenter.leaveMemo(text->objectName()))
-                QMetaObject::invokeMethod(text, [text] { text->setFocus(); }, Qt::QueuedConnection);
+                QMetaObject::invokeMethod(
+                    text, [text] { text->setFocus(); }, Qt::QueuedConnection);
         }
     }
     return QDialog::eventFilter(watched, event);
@@ -479,13 +474,14 @@ void ConfigView::runCommand(int command)
     switch (Command(command)) {
     case Command::SelectFont: {
         bool ok = false;
-        const QFont current(m_presenter.value(QStringLiteral("DELIV_DEFAULT_FONT_NAME")).toString(),
-                            std::max(6, m_presenter.value(QStringLiteral("DELIV_DEFAULT_FONT_SIZE")).toInt()));
-        const QFont font = QFontDialog::getFont(&ok, current, this, TFormEditConfig::commandText(Command::SelectFont));
+        const QFont current(
+            m_presenter.value(QStringLiteral("DELIV_DEFAULT_FONT_NAME")).toString(),
+            std::max(6, m_presenter.value(QStringLiteral("DELIV_DEFAULT_FONT_SIZE")).toInt()));
+        const QFont font =
+            QFontDialog::getFont(&ok, current, this, TFormEditConfig::commandText(Command::SelectFont));
         if (ok && m_presenter.setDeliveryFont(font.family(), font.pointSize())) {
             showValues();
-            if (auto* sample = editor(QStringLiteral("DELIV_DEFAULT_FONT_DEMO")))
-                sample->setFont(font);
+            if (auto* sample = editor(QStringLiteral("DELIV_DEFAULT_FONT_DEMO"))) sample->setFont(font);
         }
         break;
     }
@@ -526,8 +522,7 @@ void ConfigView::done(int result)
     m_closing = true;
     const bool mayClose = m_presenter.close();
     m_closing = false;
-    if (!mayClose)
-        return;
+    if (!mayClose) return;
     saveFormPosition(*this, m_presenter.module().userSettings(), objectName());
     QDialog::done(result);
 }

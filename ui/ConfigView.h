@@ -16,7 +16,7 @@ class QTreeWidget;
 namespace kb {
 class TFormEditConfig;
 struct ConfigField;
-}
+} // namespace kb
 
 namespace kb::ui {
 

@@ -35,7 +35,8 @@ DisplayLoginsView::DisplayLoginsView(TFormDisplayLogins& presenter, UserInterfac
     top->addStretch();
     layout->addLayout(top);
     m_grid->setColumnCount(3);
-    m_grid->setHorizontalHeaderLabels({QStringLiteral("User"), QStringLiteral("Action"), QStringLiteral("Date/Time")});
+    m_grid->setHorizontalHeaderLabels(
+        {QStringLiteral("User"), QStringLiteral("Action"), QStringLiteral("Date/Time")});
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_grid->verticalHeader()->setVisible(false);
@@ -65,8 +66,9 @@ void DisplayLoginsView::refresh()
     for (int r = 0; r < int(rows.rowCount()); ++r) {
         m_grid->setItem(r, 0, new QTableWidgetItem(rows.value(r, 2).toString()));
         m_grid->setItem(r, 1, new QTableWidgetItem(rows.value(r, 3).toString()));
-        m_grid->setItem(r, 2, new QTableWidgetItem(
-                                  QLocale().toString(rows.value(r, 1).toDateTime(), QLocale::ShortFormat)));
+        m_grid->setItem(
+            r, 2,
+            new QTableWidgetItem(QLocale().toString(rows.value(r, 1).toDateTime(), QLocale::ShortFormat)));
     }
     m_grid->resizeColumnsToContents();
 }

@@ -9,7 +9,7 @@ namespace kb {
 class SettingsFile;
 class TFormDisplayLogins;
 class UserInterface;
-}
+} // namespace kb
 
 namespace kb::ui {
 

@@ -11,8 +11,7 @@ namespace kb::ui {
 void restoreFormPosition(QWidget& window, const SettingsFile& settings, const QString& formName)
 {
     const std::optional<QRect> place = settings.formPosition(formName);
-    if (!place)
-        return;
+    if (!place) return;
     // A place on a screen that is gone (a second monitor unplugged) is not used.
     for (const QScreen* screen : QGuiApplication::screens())
         if (screen->availableGeometry().intersects(*place)) {

@@ -69,8 +69,7 @@ VisibleFieldsView::VisibleFieldsView(TVisibleFieldsDlg& presenter, UserInterface
     });
     button(QStringLiteral("Show Information On Selected"), order, [this] {
         const QString text = m_presenter.information(m_visible->currentRow());
-        if (!text.isEmpty())
-            m_ui.information(text);
+        if (!text.isEmpty()) m_ui.information(text);
     });
     button(QStringLiteral("Modify Onscreen Label"), order, [this] { modifyLabel(); });
     order->addStretch();
@@ -94,15 +93,13 @@ void VisibleFieldsView::showLists(int visibleRow)
     m_visible->clear();
     for (const VisibleField& f : m_presenter.visible())
         m_visible->addItem(f.label);
-    if (visibleRow >= 0 && visibleRow < m_visible->count())
-        m_visible->setCurrentRow(visibleRow);
+    if (visibleRow >= 0 && visibleRow < m_visible->count()) m_visible->setCurrentRow(visibleRow);
 }
 
 void VisibleFieldsView::modifyLabel()
 {
     const int row = m_visible->currentRow();
-    if (row < 0)
-        return;
+    if (row < 0) return;
     QDialog ask(this);
     ask.setWindowTitle(QStringLiteral("Modify Onscreen Label"));
     auto* form = new QFormLayout(&ask);
@@ -116,16 +113,14 @@ void VisibleFieldsView::modifyLabel()
     form->addRow(buttons);
     connect(buttons, &QDialogButtonBox::accepted, &ask, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, &ask, &QDialog::reject);
-    if (ask.exec() != QDialog::Accepted)
-        return;
+    if (ask.exec() != QDialog::Accepted) return;
     m_presenter.modifyLabel(row, label->text(), tag->value());
     showLists(row);
 }
 
 void VisibleFieldsView::accept()
 {
-    if (m_presenter.accept())
-        QDialog::accept();
+    if (m_presenter.accept()) QDialog::accept();
 }
 
 } // namespace kb::ui

@@ -7,7 +7,7 @@ class QListWidget;
 namespace kb {
 class TVisibleFieldsDlg;
 class UserInterface;
-}
+} // namespace kb
 
 namespace kb::ui {
 

@@ -40,28 +40,24 @@ QVariant valueFor(kb::TFormEditConfig& form, const ConfigField& field, const QSt
     switch (field.editor) {
     case ConfigEditor::Check: {
         const QString t = text.trimmed().toLower();
-        if (t == QLatin1String("true") || t == QLatin1String("false"))
-            return t == QLatin1String("true");
+        if (t == QLatin1String("true") || t == QLatin1String("false")) return t == QLatin1String("true");
         refuse(QStringLiteral("give true or false"));
         break;
     }
     case ConfigEditor::YesNoCheck:
-        if (text == QLatin1String("Y") || text == QLatin1String("N"))
-            return text;
+        if (text == QLatin1String("Y") || text == QLatin1String("N")) return text;
         refuse(QStringLiteral("give Y or N"));
         break;
     case ConfigEditor::Integer: {
         bool ok = false;
         const int n = text.trimmed().toInt(&ok);
-        if (!ok)
-            refuse(QStringLiteral("give a whole number"));
+        if (!ok) refuse(QStringLiteral("give a whole number"));
         return n;
     }
     case ConfigEditor::Float: {
         bool ok = false;
         const double n = text.trimmed().toDouble(&ok);
-        if (!ok)
-            refuse(QStringLiteral("give a number"));
+        if (!ok) refuse(QStringLiteral("give a number"));
         return n;
     }
     case ConfigEditor::Choice:
@@ -69,9 +65,9 @@ QVariant valueFor(kb::TFormEditConfig& form, const ConfigField& field, const QSt
     case ConfigEditor::ClientIndex: {
         QStringList offered;
         for (const kb::Choice& choice : form.choices(field.column)) {
-            if (choice.value.toString().compare(text, Qt::CaseInsensitive) == 0)
-                return choice.value;
-            offered.append(choice.value.toString().isEmpty() ? QStringLiteral("\"\"") : choice.value.toString());
+            if (choice.value.toString().compare(text, Qt::CaseInsensitive) == 0) return choice.value;
+            offered.append(choice.value.toString().isEmpty() ? QStringLiteral("\"\"")
+                                                             : choice.value.toString());
         }
         refuse(QStringLiteral("give one of ") + offered.join(QLatin1String(", ")));
         break;
@@ -91,22 +87,20 @@ int runConfig(kb::app::CommandContext& context, const kb::app::CommandArgs& args
 {
     const QString verb = args.positional(0);
     if (verb != QLatin1String("get") && verb != QLatin1String("set"))
-        throw kb::app::UsageError(QStringLiteral("config needs get [KEY] or set KEY VALUE, not '%1'.").arg(verb));
+        throw kb::app::UsageError(
+            QStringLiteral("config needs get [KEY] or set KEY VALUE, not '%1'.").arg(verb));
     const bool setting = verb == QLatin1String("set");
     if (setting ? args.positionals().size() != 3 : args.positionals().size() > 2)
         throw kb::app::UsageError(setting ? QStringLiteral("config set needs KEY and VALUE.")
                                           : QStringLiteral("config get takes at most one KEY."));
     const QString key = args.positional(1);
-    if (!key.isEmpty())
-        settingOf(key);
+    if (!key.isEmpty()) settingOf(key);
 
     // The screen's closing question is answered Yes: the change is what was asked for.
-    if (setting)
-        context.answers = kb::app::AnswerPolicy::Yes;
+    if (setting) context.answers = kb::app::AnswerPolicy::Yes;
     kb::app::CommandSession session(context);
     kb::TFormEditConfig form(session.data());
-    if (!form.open())
-        return 1;
+    if (!form.open()) return 1;
     if (!setting) {
         QStringList columns;
         if (!key.isEmpty())
@@ -118,9 +112,11 @@ int runConfig(kb::app::CommandContext& context, const kb::app::CommandArgs& args
         if (key.isEmpty()) {
             context.out << "setting,value\n";
             for (const QString& column : columns)
-                context.out << kb::csvField(column) << ',' << kb::csvField(kb::csvText(form.value(column))) << '\n';
+                context.out << kb::csvField(column) << ',' << kb::csvField(kb::csvText(form.value(column)))
+                            << '\n';
         } else {
-            context.out << columns.front() << '\n' << kb::csvField(kb::csvText(form.value(columns.front()))) << '\n';
+            context.out << columns.front() << '\n'
+                        << kb::csvField(kb::csvText(form.value(columns.front()))) << '\n';
         }
         form.close();
         session.close();
@@ -129,28 +125,28 @@ int runConfig(kb::app::CommandContext& context, const kb::app::CommandArgs& args
 
     const ConfigField& field = settingOf(key);
     if (!form.isFieldEnabled(field.column))
-        throw std::runtime_error(
-            QStringLiteral("%1 cannot be set while the setting it depends on is empty.").arg(field.column).toStdString());
+        throw std::runtime_error(QStringLiteral("%1 cannot be set while the setting it depends on is empty.")
+                                     .arg(field.column)
+                                     .toStdString());
     const bool done = form.setValue(field.column, valueFor(form, field, args.positional(2))) &&
                       form.leaveMemo(field.column);
-    if (!done)
-        return 1; // the form's destructor drops the change
-    if (!form.close())
-        return 1;
+    if (!done) return 1; // the form's destructor drops the change
+    if (!form.close()) return 1;
     session.close();
     return 0;
 }
 
-const kb::app::CommandRegistration registration(
-    {.name = QStringLiteral("config"),
-     .arguments = QStringLiteral("get [KEY] | set KEY VALUE"),
-     .description = QStringLiteral("Reads or changes a setting of the System Configuration screen (a Config column such "
-                                   "as ORGANIZATN) through the screen's own rules."),
-     .minArguments = 1,
-     .maxArguments = 3,
-     .options = {},
-     .repeatable = {},
-     .needsUser = true},
-    runConfig);
+const kb::app::CommandRegistration
+    registration({.name = QStringLiteral("config"),
+                  .arguments = QStringLiteral("get [KEY] | set KEY VALUE"),
+                  .description = QStringLiteral(
+                      "Reads or changes a setting of the System Configuration screen (a Config column such "
+                      "as ORGANIZATN) through the screen's own rules."),
+                  .minArguments = 1,
+                  .maxArguments = 3,
+                  .options = {},
+                  .repeatable = {},
+                  .needsUser = true},
+                 runConfig);
 
 } // namespace

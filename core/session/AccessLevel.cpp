@@ -13,22 +13,31 @@ bool AccessLevel::isKnown(const QString& code)
 AccessLevel AccessLevel::fromCode(const QString& code)
 {
     if (!isKnown(code))
-        throw MessageError(QStringLiteral("An unanticipated error has occurred... Kettlebrook will now terminate."));
+        throw MessageError(
+            QStringLiteral("An unanticipated error has occurred... Kettlebrook will now terminate."));
     switch (code.at(0).unicode()) {
-    case u'A': return AccessLevel(Level::FullA);
-    case u'R': return AccessLevel(Level::ReadOnly);
-    case u'O': return AccessLevel(Level::ReportsOnly);
-    default: return AccessLevel(Level::FullW);
+    case u'A':
+        return AccessLevel(Level::FullA);
+    case u'R':
+        return AccessLevel(Level::ReadOnly);
+    case u'O':
+        return AccessLevel(Level::ReportsOnly);
+    default:
+        return AccessLevel(Level::FullW);
     }
 }
 
 QString AccessLevel::code() const
 {
     switch (m_level) {
-    case Level::FullW: return QStringLiteral("W");
-    case Level::FullA: return QStringLiteral("A");
-    case Level::ReadOnly: return QStringLiteral("R");
-    case Level::ReportsOnly: return QStringLiteral("O");
+    case Level::FullW:
+        return QStringLiteral("W");
+    case Level::FullA:
+        return QStringLiteral("A");
+    case Level::ReadOnly:
+        return QStringLiteral("R");
+    case Level::ReportsOnly:
+        return QStringLiteral("O");
     }
     return QStringLiteral("W");
 }
@@ -45,6 +54,9 @@ QString AccessLevel::refusal() const
     }
 }
 
-void AccessLevel::applyTo(Database& db) const { db.setWriteRefusal(refusal()); }
+void AccessLevel::applyTo(Database& db) const
+{
+    db.setWriteRefusal(refusal());
+}
 
 } // namespace kb

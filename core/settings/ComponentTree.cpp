@@ -39,7 +39,8 @@ const Group Standard[] = {
        {"Number of Children", "Number Children Receiving", "Number in Household", "Dependent/Caregiver"}},
       {"[Income]", {"Income Category", "Income per Month", "Income Sources"}},
       {"[Language]", {"Primary Language", "Illiterate"}},
-      {"[User-Defined Fields]", {"Edit Field 1", "Edit Field 2", "Checklist 1", "Housing/Living Arrangement"}},
+      {"[User-Defined Fields]",
+       {"Edit Field 1", "Edit Field 2", "Checklist 1", "Housing/Living Arrangement"}},
       {"[Credit Card]", {"Cardholder Name", "Expiration", "Security Code", "Card Number"}},
       {"[Insurance]", {"Plan", "Account Number"}}}},
     {"[Status/Dates Tab]",
@@ -73,11 +74,9 @@ ComponentTree ComponentTree::fromText(const QString& text)
     QList<Node> nodes;
     const QStringList lines = text.left(MaxNodes * (MaxTextLength + 8)).split(u'\n');
     for (const QString& raw : lines) {
-        if (nodes.size() >= MaxNodes)
-            break;
+        if (nodes.size() >= MaxNodes) break;
         const QStringList parts = raw.trimmed().split(u'\t');
-        if (parts.size() != 3)
-            continue;
+        if (parts.size() != 3) continue;
         bool ok = false;
         const int level = parts[0].toInt(&ok);
         const QString nodeText = parts[2].trimmed();
@@ -111,23 +110,19 @@ ComponentTree ComponentTree::repopulated() const
 
 void ComponentTree::setChecked(int index, bool checked)
 {
-    if (index >= 0 && index < m_nodes.size())
-        m_nodes[index].checked = checked;
+    if (index >= 0 && index < m_nodes.size()) m_nodes[index].checked = checked;
 }
 
 bool ComponentTree::isVisible(const QString& text) const
 {
     for (qsizetype i = 0; i < m_nodes.size(); ++i) {
-        if (m_nodes[i].text != text)
-            continue;
+        if (m_nodes[i].text != text) continue;
         // Walk up through the headings above it.
         int level = m_nodes[i].level;
-        if (!m_nodes[i].checked)
-            return false;
+        if (!m_nodes[i].checked) return false;
         for (qsizetype k = i - 1; k >= 0 && level > 0; --k)
             if (m_nodes[k].level < level) {
-                if (!m_nodes[k].checked)
-                    return false;
+                if (!m_nodes[k].checked) return false;
                 level = m_nodes[k].level;
             }
         return true;

@@ -11,12 +11,12 @@ namespace kb {
 enum class ConfigEditor {
     Text,
     Memo,
-    ListMemo,   // one entry a line, at most 31: the entries are kept as bits of a mask
-    Check,      // a bool column
-    YesNoCheck, // a one-letter column holding "Y" or "N"
-    Choice,     // a fixed code list
-    Lookup,     // codes of another table
-    ClientIndex,// the index names of Clients
+    ListMemo,    // one entry a line, at most 31: the entries are kept as bits of a mask
+    Check,       // a bool column
+    YesNoCheck,  // a one-letter column holding "Y" or "N"
+    Choice,      // a fixed code list
+    Lookup,      // codes of another table
+    ClientIndex, // the index names of Clients
     Integer,
     Float,
 };

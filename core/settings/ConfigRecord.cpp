@@ -11,8 +11,7 @@ ConfigRecord ConfigRecord::read(Database& db)
 {
     ConfigRecord record;
     const ResultSet rows = db.execute(QStringLiteral("select * from Config order by RecordID"));
-    if (rows.isEmpty())
-        return record;
+    if (rows.isEmpty()) return record;
     for (int c = 0; c < rows.columnCount(); ++c)
         record.m_values.insert(rows.columnName(c).toUpper(), rows.value(0, c));
     return record;
@@ -21,8 +20,7 @@ ConfigRecord ConfigRecord::read(Database& db)
 ConfigRecord ConfigRecord::fromDataSet(const DataSet& config)
 {
     ConfigRecord record;
-    if (!config.isActive() || config.isEmpty())
-        return record;
+    if (!config.isActive() || config.isEmpty()) return record;
     for (int c = 0; c < config.fieldCount(); ++c)
         record.m_values.insert(config.field(c).name.toUpper(), config.fieldValue(c));
     return record;
@@ -54,15 +52,13 @@ void ConfigBeforePost(DataSet& config)
 {
     for (const char* day : {"DMON", "DTUE", "DWED", "DTHU", "DFRI", "DSAT", "DSUN"}) {
         const QString name = QString::fromLatin1(day);
-        if (config.fieldValue(name).isNull())
-            config.setFieldValue(name, false);
+        if (config.fieldValue(name).isNull()) config.setFieldValue(name, false);
     }
     const QVariant label = config.fieldValue(u"NO_DELIVERY_LABEL");
     if (!label.isNull()) {
         QString text = label.toString();
         text.replace(u'"', u' ').replace(u'\'', u' ');
-        if (text != label.toString())
-            config.setFieldValue(u"NO_DELIVERY_LABEL", text);
+        if (text != label.toString()) config.setFieldValue(u"NO_DELIVERY_LABEL", text);
     }
     config.setFieldValue(u"LAST_UPDATED", config.database().clock().now());
 }

@@ -8,14 +8,16 @@ namespace {
 bool hasControlCharacters(QStringView text)
 {
     for (QChar c : text)
-        if (c.unicode() < 0x20 && c != u'\t')
-            return true;
+        if (c.unicode() < 0x20 && c != u'\t') return true;
     return false;
 }
 
 } // namespace
 
-IniFile IniFile::parse(QByteArrayView bytes) { return parse(bytes, Limits()); }
+IniFile IniFile::parse(QByteArrayView bytes)
+{
+    return parse(bytes, Limits());
+}
 
 IniFile IniFile::parse(QByteArrayView bytes, const Limits& limits)
 {
@@ -27,27 +29,22 @@ IniFile IniFile::parse(QByteArrayView bytes, const Limits& limits, int& skippedL
 {
     IniFile ini;
     skippedLines = 0;
-    if (bytes.size() > limits.maxBytes)
-        return ini;
-    if (bytes.startsWith("\xEF\xBB\xBF"))
-        bytes = bytes.sliced(3);
+    if (bytes.size() > limits.maxBytes) return ini;
+    if (bytes.startsWith("\xEF\xBB\xBF")) bytes = bytes.sliced(3);
     Section* current = nullptr; // null: keys here belong to no readable section
     qsizetype start = 0;
     while (start < bytes.size()) {
         qsizetype end = bytes.indexOf('\n', start);
-        if (end < 0)
-            end = bytes.size();
+        if (end < 0) end = bytes.size();
         QByteArrayView raw = bytes.sliced(start, end - start);
         start = end + 1;
-        if (raw.endsWith('\r'))
-            raw.chop(1);
+        if (raw.endsWith('\r')) raw.chop(1);
         if (raw.size() > limits.maxLineLength) {
             ++skippedLines;
             continue;
         }
         const QString line = QString::fromUtf8(raw).trimmed();
-        if (line.isEmpty() || line.startsWith(u';') || line.startsWith(u'#'))
-            continue;
+        if (line.isEmpty() || line.startsWith(u';') || line.startsWith(u'#')) continue;
         if (hasControlCharacters(line) || line.contains(QChar::ReplacementCharacter)) {
             ++skippedLines;
             continue;
@@ -91,14 +88,14 @@ QByteArray IniFile::serialize() const
 {
     QString text;
     for (const Section& section : m_sections) {
-        if (!text.isEmpty())
-            text += u'\n';
+        if (!text.isEmpty()) text += u'\n';
         text += u'[' + section.name + QStringLiteral("]\n");
         for (const Entry& entry : section.entries) {
             QString value = entry.value;
             value.replace(u'\r', u' ').replace(u'\n', u' ');
             // Blanks at either end, or quotes at both, would be lost on reading.
-            if (value != value.trimmed() || (value.size() >= 2 && value.startsWith(u'"') && value.endsWith(u'"')))
+            if (value != value.trimmed() ||
+                (value.size() >= 2 && value.startsWith(u'"') && value.endsWith(u'"')))
                 value = u'"' + value + u'"';
             text += entry.key + u'=' + value + u'\n';
         }
@@ -135,7 +132,10 @@ void IniFile::appendEntry(Section& section, const QString& key, const QString& v
     section.entries.append(Entry{key, value});
 }
 
-bool IniFile::hasSection(const QString& section) const { return findSection(section) != nullptr; }
+bool IniFile::hasSection(const QString& section) const
+{
+    return findSection(section) != nullptr;
+}
 
 bool IniFile::hasKey(const QString& section, const QString& key) const
 {
@@ -170,8 +170,7 @@ QString IniFile::value(const QString& section, const QString& key, const QString
 void IniFile::setValue(const QString& section, const QString& key, const QString& value)
 {
     Section* s = findSection(section);
-    if (!s)
-        s = &addSection(section);
+    if (!s) s = &addSection(section);
     const qsizetype i = findEntry(*s, key);
     if (i < 0)
         appendEntry(*s, key, value);
@@ -195,8 +194,7 @@ void IniFile::removeKey(const QString& section, const QString& key)
 void IniFile::removeSection(const QString& section)
 {
     const qsizetype i = m_sectionByLowerName.value(section.toLower(), -1);
-    if (i < 0)
-        return;
+    if (i < 0) return;
     m_sections.removeAt(i);
     m_sectionByLowerName.clear();
     for (qsizetype k = 0; k < m_sections.size(); ++k)

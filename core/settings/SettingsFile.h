@@ -65,7 +65,7 @@ private:
     struct Change
     {
         QString section;
-        QString key;  // empty: the whole section goes
+        QString key;                  // empty: the whole section goes
         std::optional<QString> value; // none: the key goes
     };
     void record(Change change);

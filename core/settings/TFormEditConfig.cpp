@@ -17,33 +17,53 @@ namespace {
 const QString MealsColumn = QStringLiteral("MEALS_LINE_ITEMS");
 const QString TreeColumn = QStringLiteral("VISIBLE_COMPONENTS");
 
-bool is(const QString& a, const char* b) { return a.compare(QLatin1String(b), Qt::CaseInsensitive) == 0; }
+bool is(const QString& a, const char* b)
+{
+    return a.compare(QLatin1String(b), Qt::CaseInsensitive) == 0;
+}
 
 } // namespace
 
 TFormEditConfig::TFormEditConfig(TDataModule1& module) : m_module(module), m_preferences(module) {}
 
-TFormEditConfig::~TFormEditConfig() { m_preferences.close(); }
+TFormEditConfig::~TFormEditConfig()
+{
+    m_preferences.close();
+}
 
 QString TFormEditConfig::commandText(Command command)
 {
     switch (command) {
-    case Command::SetDefaultItems: return QStringLiteral("Set Default Items");
-    case Command::SetIntakeDocuments: return QStringLiteral("Set Intake Documents");
-    case Command::SetIntakeConditions: return QStringLiteral("Set Intake Conditions");
-    case Command::SelectFont: return QStringLiteral("Select Font and Size");
-    case Command::AssessmentVisibility: return QStringLiteral("Set Assessment Data: Order and Visibility");
-    case Command::AssessmentChoices: return QStringLiteral("Set Assessment Drop-Down Choices");
-    case Command::ScreeningChoices: return QStringLiteral("Set NSI/ADL/IADL Drop-Down Choices");
-    case Command::ScreeningVisibility: return QStringLiteral("Set NSI/ADL/IADL Field Visibility");
-    case Command::ShowLogIns: return QStringLiteral("Show Log-Ins");
-    case Command::RepopulateTree: return QStringLiteral("Repopulate Component Visibility Tree");
-    case Command::Close: return QStringLiteral("Close");
+    case Command::SetDefaultItems:
+        return QStringLiteral("Set Default Items");
+    case Command::SetIntakeDocuments:
+        return QStringLiteral("Set Intake Documents");
+    case Command::SetIntakeConditions:
+        return QStringLiteral("Set Intake Conditions");
+    case Command::SelectFont:
+        return QStringLiteral("Select Font and Size");
+    case Command::AssessmentVisibility:
+        return QStringLiteral("Set Assessment Data: Order and Visibility");
+    case Command::AssessmentChoices:
+        return QStringLiteral("Set Assessment Drop-Down Choices");
+    case Command::ScreeningChoices:
+        return QStringLiteral("Set NSI/ADL/IADL Drop-Down Choices");
+    case Command::ScreeningVisibility:
+        return QStringLiteral("Set NSI/ADL/IADL Field Visibility");
+    case Command::ShowLogIns:
+        return QStringLiteral("Show Log-Ins");
+    case Command::RepopulateTree:
+        return QStringLiteral("Repopulate Component Visibility Tree");
+    case Command::Close:
+        return QStringLiteral("Close");
     }
     return {};
 }
 
-DataSet& TFormEditConfig::config() const { return m_module.config(); }
+DataSet& TFormEditConfig::config() const
+{
+    return m_module.config();
+}
 
 bool TFormEditConfig::open()
 {
@@ -66,19 +86,16 @@ bool TFormEditConfig::isEditing() const
 
 bool TFormEditConfig::close()
 {
-    if (!m_open)
-        return true;
+    if (!m_open) return true;
     leaveComponentTree();
-    if (value(MealsColumn).toInt() != m_meals && !setValue(MealsColumn, m_meals))
-        return false;
+    if (value(MealsColumn).toInt() != m_meals && !setValue(MealsColumn, m_meals)) return false;
     if (isEditing()) {
         if (m_module.ui().question(closeQuestion(), Buttons::YesNo) == Answer::Yes) {
             const DataSet::State state = config().state();
             if ((state == DataSet::State::Edit || state == DataSet::State::Insert) &&
                 !m_module.services().guarded([this] { config().post(); }))
                 return false;
-            if (!m_preferences.post())
-                return false;
+            if (!m_preferences.post()) return false;
         } else {
             m_module.services().guarded([this] { config().cancel(); });
             m_preferences.cancel();
@@ -99,8 +116,7 @@ bool TFormEditConfig::setValue(const QString& column, const QVariant& value)
 {
     const bool done = m_module.services().guarded([&] {
         DataSet& set = config();
-        if (set.state() != DataSet::State::Edit && set.state() != DataSet::State::Insert)
-            set.edit();
+        if (set.state() != DataSet::State::Edit && set.state() != DataSet::State::Insert) set.edit();
         set.setFieldValue(column, value);
     });
     if (done && column.startsWith(QLatin1String("SPECIAL"), Qt::CaseInsensitive))
@@ -111,18 +127,15 @@ bool TFormEditConfig::setValue(const QString& column, const QVariant& value)
 QList<Choice> TFormEditConfig::choices(const QString& column) const
 {
     const ConfigField* f = configField(column);
-    if (!f)
-        return {};
+    if (!f) return {};
     if (f->editor == ConfigEditor::ClientIndex) {
         QList<Choice> list;
         if (const TableDef* def = Catalogue::standard().table(u"Clients"))
             for (const IndexDef& index : def->indexes())
-                if (!index.primary)
-                    list.append(Choice{index.name, index.name});
+                if (!index.primary) list.append(Choice{index.name, index.name});
         return list;
     }
-    if (f->editor != ConfigEditor::Lookup)
-        return f->choices;
+    if (f->editor != ConfigEditor::Lookup) return f->choices;
     QList<Choice> list;
     const ResultSet rows = m_module.db().execute(f->lookup);
     for (qsizetype r = 0; r < rows.rowCount(); ++r)
@@ -132,8 +145,7 @@ QList<Choice> TFormEditConfig::choices(const QString& column) const
 
 bool TFormEditConfig::specialMealAllowed(int n) const
 {
-    if (n <= 1)
-        return true;
+    if (n <= 1) return true;
     return !value(specialLabelColumn(n - 1)).toString().trimmed().isEmpty() ||
            !value(specialAbbrevColumn(n - 1)).toString().trimmed().isEmpty();
 }
@@ -142,11 +154,9 @@ void TFormEditConfig::clearUnallowedSpecialMeals()
 {
     DataSet& set = config();
     for (int n = 2; n <= 5; ++n) {
-        if (specialMealAllowed(n))
-            continue;
+        if (specialMealAllowed(n)) continue;
         for (const QString& column : {specialLabelColumn(n), specialAbbrevColumn(n)})
-            if (!set.fieldValue(column).toString().isEmpty())
-                set.setFieldValue(column, QString());
+            if (!set.fieldValue(column).toString().isEmpty()) set.setFieldValue(column, QString());
     }
 }
 
@@ -166,8 +176,7 @@ int TFormEditConfig::lineCount(const QString& memo)
 {
     QString text = memo;
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    if (text.endsWith(u'\n'))
-        text.chop(1);
+    if (text.endsWith(u'\n')) text.chop(1);
     return text.isEmpty() ? 0 : int(text.count(u'\n')) + 1;
 }
 
@@ -180,12 +189,14 @@ bool TFormEditConfig::leaveMemo(const QString& column)
     return false;
 }
 
-bool TFormEditConfig::mealsListVisible() const { return value(QStringLiteral("DELIV_REPORT_SHOW_ITEMS")).toString() == QLatin1String("M"); }
+bool TFormEditConfig::mealsListVisible() const
+{
+    return value(QStringLiteral("DELIV_REPORT_SHOW_ITEMS")).toString() == QLatin1String("M");
+}
 
 void TFormEditConfig::setMealChecked(int bit, bool checked)
 {
-    if (bit < 0 || bit >= mealLineItemNames().size())
-        return;
+    if (bit < 0 || bit >= mealLineItemNames().size()) return;
     m_meals = checked ? m_meals | (1 << bit) : m_meals & ~(1 << bit);
 }
 
@@ -211,16 +222,14 @@ bool TFormEditConfig::setDeliveryFont(const QString& family, int pointSize)
 
 void TFormEditConfig::setComponentChecked(int node, bool checked)
 {
-    if (node < 0 || node >= m_tree.nodes().size() || m_tree.nodes()[node].checked == checked)
-        return;
+    if (node < 0 || node >= m_tree.nodes().size() || m_tree.nodes()[node].checked == checked) return;
     m_tree.setChecked(node, checked);
     m_treeChanged = true;
 }
 
 void TFormEditConfig::leaveComponentTree()
 {
-    if (m_treeChanged && setValue(TreeColumn, m_tree.toText()))
-        m_treeChanged = false;
+    if (m_treeChanged && setValue(TreeColumn, m_tree.toText())) m_treeChanged = false;
 }
 
 void TFormEditConfig::repopulateComponentTree()
@@ -231,8 +240,8 @@ void TFormEditConfig::repopulateComponentTree()
 
 ResultSet TFormEditConfig::systemUsers() const
 {
-    return m_module.db().execute(QStringLiteral(
-        "Select User_ID, Staff_Name, Nutritionist, Driver, Volunteer, PreferredTab from Staff order by Staff_Name"));
+    return m_module.db().execute(QStringLiteral("Select User_ID, Staff_Name, Nutritionist, Driver, "
+                                                "Volunteer, PreferredTab from Staff order by Staff_Name"));
 }
 
 bool TFormEditConfig::isEnabled(Command command) const

@@ -43,7 +43,10 @@ public:
 
     static QString caption() { return QStringLiteral("System Configuration"); }
     static QString formName() { return QStringLiteral("TFormEditConfig"); }
-    static QString closeQuestion() { return QStringLiteral("Save your changes to the data before closing this window?"); }
+    static QString closeQuestion()
+    {
+        return QStringLiteral("Save your changes to the data before closing this window?");
+    }
     static QString listLimitMessage()
     {
         return QStringLiteral("You may have exceeded the allowable number of items in the \r\nlist!");

@@ -10,13 +10,17 @@ namespace kb {
 
 const QList<UserPreferences::TabPage>& UserPreferences::tabPages()
 {
-    static const QList<TabPage> pages = {
-        {QStringLiteral("Client Services"), 10}, {QStringLiteral("Case Management"), 9},
-        {QStringLiteral("Biographic Info"), 8},  {QStringLiteral("Status/Dates"), 7},
-        {QStringLiteral("Relationships"), 6},    {QStringLiteral("Service/Diet"), 5},
-        {QStringLiteral("Funding/Billing"), 4},  {QStringLiteral("Delivery/Route"), 3},
-        {QStringLiteral("Suspensions"), 2},      {QStringLiteral("Health/Nutrition"), 1},
-        {QStringLiteral("Map"), 0}};
+    static const QList<TabPage> pages = {{QStringLiteral("Client Services"), 10},
+                                         {QStringLiteral("Case Management"), 9},
+                                         {QStringLiteral("Biographic Info"), 8},
+                                         {QStringLiteral("Status/Dates"), 7},
+                                         {QStringLiteral("Relationships"), 6},
+                                         {QStringLiteral("Service/Diet"), 5},
+                                         {QStringLiteral("Funding/Billing"), 4},
+                                         {QStringLiteral("Delivery/Route"), 3},
+                                         {QStringLiteral("Suspensions"), 2},
+                                         {QStringLiteral("Health/Nutrition"), 1},
+                                         {QStringLiteral("Map"), 0}};
     return pages;
 }
 
@@ -54,17 +58,18 @@ QVariant UserPreferences::value(const QString& column) const
 
 bool UserPreferences::setValue(const QString& column, const QVariant& value)
 {
-    if (!m_editable)
-        return false;
+    if (!m_editable) return false;
     DataSet& staff = m_module.staff();
     return m_module.services().guarded([&] {
-        if (!isEditing())
-            staff.edit();
+        if (!isEditing()) staff.edit();
         staff.setFieldValue(column, value);
     });
 }
 
-int UserPreferences::tabMask() const { return value(QStringLiteral("Visible_Tabs")).toInt(); }
+int UserPreferences::tabMask() const
+{
+    return value(QStringLiteral("Visible_Tabs")).toInt();
+}
 
 bool UserPreferences::isTabChecked(int item) const
 {
@@ -74,11 +79,9 @@ bool UserPreferences::isTabChecked(int item) const
 
 void UserPreferences::setTabChecked(int item, bool checked)
 {
-    if (!m_editable || item < 0 || item >= tabPages().size())
-        return;
+    if (!m_editable || item < 0 || item >= tabPages().size()) return;
     int mask = tabMask();
-    if (mask == 0)
-        mask = (1 << tabPages().size()) - 1;
+    if (mask == 0) mask = (1 << tabPages().size()) - 1;
     mask = checked ? mask | (1 << item) : mask & ~(1 << item);
     if (mask == 0) {
         m_module.ui().warning(lastTabMessage());
@@ -93,7 +96,8 @@ void UserPreferences::leaveTabList()
     for (int i = 0; i < tabPages().size(); ++i)
         if (!m_editable || isTabChecked(i))
             m_tabChoices.append(
-                Choice{tabPages()[i].pageNumber, tabPages()[i].name + u'\t' + QString::number(tabPages()[i].pageNumber)});
+                Choice{tabPages()[i].pageNumber,
+                       tabPages()[i].name + u'\t' + QString::number(tabPages()[i].pageNumber)});
 }
 
 bool UserPreferences::isEditing() const
@@ -109,19 +113,16 @@ bool UserPreferences::post()
 
 void UserPreferences::cancel()
 {
-    if (isEditing())
-        m_module.services().guarded([this] { m_module.staff().cancel(); });
+    if (isEditing()) m_module.services().guarded([this] { m_module.staff().cancel(); });
 }
 
 void UserPreferences::close()
 {
-    if (!m_opened)
-        return;
+    if (!m_opened) return;
     m_opened = false;
     cancel();
     TableDataSet& staff = m_module.staff();
-    if (staff.bookmarkValid(m_returnTo))
-        m_module.services().guarded([&] { staff.gotoBookmark(m_returnTo); });
+    if (staff.bookmarkValid(m_returnTo)) m_module.services().guarded([&] { staff.gotoBookmark(m_returnTo); });
 }
 
 } // namespace kb

@@ -31,7 +31,8 @@ public:
     static QString notEditableText() { return QStringLiteral("Preferences are not editable."); }
     static QString lastTabMessage()
     {
-        return QStringLiteral("At least one tab must be selected! The first tab will now be \r\nset to be visible.");
+        return QStringLiteral(
+            "At least one tab must be selected! The first tab will now be \r\nset to be visible.");
     }
     // The integer columns of the preferred reports, with their captions.
     static const QList<std::pair<QString, QString>>& preferredReportColumns();

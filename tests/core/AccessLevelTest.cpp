@@ -6,6 +6,7 @@
 #include "ModuleFixture.h"
 
 #include "Csv.h"
+#include "MessageError.h"
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
 #include "records/RecordServices.h"
@@ -15,7 +16,6 @@
 #include "settings/TFormEditConfig.h"
 #include "settings/TVisibleFieldsDlg.h"
 #include "store/DbError.h"
-#include "MessageError.h"
 
 #include <QTextStream>
 
@@ -33,9 +33,12 @@ protected:
     {
         QString text;
         QTextStream out(&text);
-        for (const char* table : {"Diet", "Race", "Martst", "Staff", "Config", "IDNOS", "Clients", "Cold_Bag_Usage"})
-            writeCsv(out, db().execute(QStringLiteral("select * from %1 order by 1").arg(QLatin1String(table))));
-        writeCsv(out, db().execute(QStringLiteral("select Event from History where Event not like '%logged%'")));
+        for (const char* table :
+             {"Diet", "Race", "Martst", "Staff", "Config", "IDNOS", "Clients", "Cold_Bag_Usage"})
+            writeCsv(out,
+                     db().execute(QStringLiteral("select * from %1 order by 1").arg(QLatin1String(table))));
+        writeCsv(out,
+                 db().execute(QStringLiteral("select Event from History where Event not like '%logged%'")));
         out.flush();
         return text;
     }
@@ -61,8 +64,10 @@ protected:
 
 TEST_P(AccessLevels, ReadOnlyAndReportsOnlyUsersChangeNothing)
 {
-    db().execute(QStringLiteral("Insert into Diet (Diet_ID, Diet_Code, Diet_Desc) values (1, 'LS', 'Low Salt')"));
-    db().execute(QStringLiteral("Insert into Clients (Person_ID, Client_ID, Last_Name) values (1, '101', 'Ames')"));
+    db().execute(
+        QStringLiteral("Insert into Diet (Diet_ID, Diet_Code, Diet_Desc) values (1, 'LS', 'Low Salt')"));
+    db().execute(
+        QStringLiteral("Insert into Clients (Person_ID, Client_ID, Last_Name) values (1, '101', 'Ames')"));
     const QString before = snapshot();
 
     for (const char* level : {"R", "O"}) {
@@ -77,7 +82,8 @@ TEST_P(AccessLevels, ReadOnlyAndReportsOnlyUsersChangeNothing)
         const int denied = int(DbErrorCode::AccessDenied);
         EXPECT_EQ(codeOf(session, QStringLiteral("Delete from History")), denied);
         EXPECT_EQ(codeOf(session, QStringLiteral("Update Clients set Last_Name = 'X'")), denied);
-        EXPECT_EQ(codeOf(session, QStringLiteral("Insert into Diet (Diet_ID, Diet_Code) values (2, 'X')")), denied);
+        EXPECT_EQ(codeOf(session, QStringLiteral("Insert into Diet (Diet_ID, Diet_Code) values (2, 'X')")),
+                  denied);
         EXPECT_EQ(codeOf(session, QStringLiteral("select * from Clients; delete from Clients")), denied);
         EXPECT_EQ(codeOf(session, QStringLiteral("Empty table Race")), denied);
         EXPECT_EQ(codeOf(session, QStringLiteral("select count(*) from Clients")), 0);
@@ -137,7 +143,8 @@ TEST_P(AccessLevels, ReadOnlyAndReportsOnlyUsersChangeNothing)
             EXPECT_FALSE(config.setValue(QStringLiteral("ORGANIZATN"), QStringLiteral("Changed")));
             EXPECT_EQ(ui.texts(Kind::Error), QStringList{refusal});
             EXPECT_TRUE(config.preferences().isEditable());
-            EXPECT_FALSE(config.preferences().setValue(QStringLiteral("Conserve_Resources"), QStringLiteral("Y")));
+            EXPECT_FALSE(
+                config.preferences().setValue(QStringLiteral("Conserve_Resources"), QStringLiteral("Y")));
             config.setMealChecked(3, !config.isMealChecked(3));
             EXPECT_FALSE(config.close()); // the meals could not be kept: the screen stays
             config.setMealChecked(3, !config.isMealChecked(3));
@@ -186,15 +193,15 @@ TEST_P(AccessLevels, StaffAccessLevelIsShownButNeverTyped)
     ASSERT_TRUE(staff.open());
     bool shown = false;
     for (const EditorField& f : staff.fields())
-        if (f.name.compare(QLatin1String("Access_Level"), Qt::CaseInsensitive) == 0)
-            shown = f.readOnly;
+        if (f.name.compare(QLatin1String("Access_Level"), Qt::CaseInsensitive) == 0) shown = f.readOnly;
     EXPECT_TRUE(shown);
     EXPECT_FALSE(staff.setValue(QStringLiteral("Access_Level"), QStringLiteral("W")));
     EXPECT_TRUE(staff.setValue(QStringLiteral("Staff_Name"), QStringLiteral("Renamed")));
     EXPECT_TRUE(staff.run(TFormEditBase::Command::Post));
     EXPECT_TRUE(staff.close());
-    EXPECT_EQ(db().execute(QStringLiteral("select Access_Level from Staff where User_ID = 'userR'")).value(0, 0),
-              QStringLiteral("R"));
+    EXPECT_EQ(
+        db().execute(QStringLiteral("select Access_Level from Staff where User_ID = 'userR'")).value(0, 0),
+        QStringLiteral("R"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, AccessLevels, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),

@@ -7,12 +7,12 @@
 
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
+#include "session/TFormDisplayLogins.h"
 #include "settings/ComponentTree.h"
 #include "settings/ConfigRecord.h"
 #include "settings/SettingsFile.h"
 #include "settings/TFormEditConfig.h"
 #include "settings/TVisibleFieldsDlg.h"
-#include "session/TFormDisplayLogins.h"
 
 #include <QDir>
 #include <QFile>
@@ -54,7 +54,8 @@ TEST_P(ConfigScreen, SavingBlanksQuotesFillsServiceDaysAndKeepsTheMeals)
     form.setMealChecked(6, true);
     ui.answerNext(Answer::Yes);
     EXPECT_TRUE(form.close());
-    EXPECT_EQ(ui.texts(Kind::Question), QStringList{"Save your changes to the data before closing this window?"});
+    EXPECT_EQ(ui.texts(Kind::Question),
+              QStringList{"Save your changes to the data before closing this window?"});
     EXPECT_EQ(stored("NO_DELIVERY_LABEL").toString(), "No  meal   today ");
     EXPECT_EQ(stored("DMON"), false);
     EXPECT_EQ(stored("DTUE"), true);
@@ -116,7 +117,8 @@ TEST_P(ConfigScreen, DependentFieldsFollowWhatTheyDependOn)
     form.setValue(specialLabelColumn(2), QStringLiteral("Kosher Plus"));
     form.setValue(specialLabelColumn(3), QStringLiteral("Third"));
     EXPECT_TRUE(form.isFieldEnabled(specialAbbrevColumn(3)));
-    EXPECT_FALSE(form.isFieldEnabled(specialLabelColumn(4)) && form.value(specialLabelColumn(3)).toString().isEmpty());
+    EXPECT_FALSE(form.isFieldEnabled(specialLabelColumn(4)) &&
+                 form.value(specialLabelColumn(3)).toString().isEmpty());
     // Clearing meal 1 clears every meal after it.
     form.setValue(specialAbbrevColumn(1), QString());
     EXPECT_TRUE(form.value(specialLabelColumn(2)).toString().isEmpty());
@@ -163,8 +165,9 @@ TEST_P(ConfigScreen, PreferencesKeepTheTabBitOrderAndAlwaysOneTab)
     EXPECT_EQ(prefs.value(QStringLiteral("Visible_Tabs")).toInt(), 1); // Client Services only
     ui.clear();
     prefs.setTabChecked(0, false);
-    EXPECT_EQ(ui.texts(Kind::Warning),
-              QStringList{"At least one tab must be selected! The first tab will now be \r\nset to be visible."});
+    EXPECT_EQ(
+        ui.texts(Kind::Warning),
+        QStringList{"At least one tab must be selected! The first tab will now be \r\nset to be visible."});
     EXPECT_TRUE(prefs.isTabChecked(0));
     prefs.setTabChecked(10, true); // Map
     prefs.setTabChecked(2, true);  // Biographic Info
@@ -212,10 +215,8 @@ TEST_P(ConfigScreen, TheComponentTreeIsSavedOnLeavingAndRepopulatedByText)
     int ssn = -1;
     int income = -1;
     for (int i = 0; i < tree.nodes().size(); ++i) {
-        if (tree.nodes()[i].text == QLatin1String("Social Security Number"))
-            ssn = i;
-        if (tree.nodes()[i].text == QLatin1String("[Income]"))
-            income = i;
+        if (tree.nodes()[i].text == QLatin1String("Social Security Number")) ssn = i;
+        if (tree.nodes()[i].text == QLatin1String("[Income]")) income = i;
     }
     ASSERT_GE(ssn, 0);
     ASSERT_GE(income, 0);
@@ -232,7 +233,8 @@ TEST_P(ConfigScreen, TheComponentTreeIsSavedOnLeavingAndRepopulatedByText)
     EXPECT_TRUE(saved.isVisible(QStringLiteral("Date of Birth")));
     EXPECT_TRUE(saved.isVisible(QStringLiteral("Not a node")));
     // An old tree without some nodes: rebuilding adds them checked and keeps the rest.
-    ComponentTree old({{QStringLiteral("[Client Address]"), 0, true}, {QStringLiteral("Organization Client"), 1, false}});
+    ComponentTree old(
+        {{QStringLiteral("[Client Address]"), 0, true}, {QStringLiteral("Organization Client"), 1, false}});
     const ComponentTree rebuilt = old.repopulated();
     EXPECT_EQ(rebuilt.nodes().size(), ComponentTree::standard().nodes().size());
     EXPECT_FALSE(rebuilt.isVisible(QStringLiteral("Organization Client")));
@@ -270,8 +272,9 @@ TEST_P(ConfigScreen, VisibleFieldsAreSavedInOrderAndBadLinesAreTold)
         fields, QStringLiteral("Pounds\tweight \t3\nWho\tNoSuchField\t0\nBy\tSTAFF_ID\t0\nP\tPerson_ID\t0"),
         VisibleFieldsList::Assessments, ui);
     EXPECT_EQ(ui.texts(Kind::Error),
-              QStringList{"An error was encountered while setting the visibility of\r\nNoSuchField\r\nThe Assessment "
-                          "Visible Fields list may have a bad field name in it."});
+              QStringList{
+                  "An error was encountered while setting the visibility of\r\nNoSuchField\r\nThe Assessment "
+                  "Visible Fields list may have a bad field name in it."});
     ASSERT_EQ(laid.size(), 4);
     EXPECT_EQ(laid[0].name, "Weight");
     EXPECT_EQ(laid[0].label, "Pounds");
@@ -315,10 +318,12 @@ TEST_P(ConfigScreen, TheModuleOpensItsDataAndSurvivesADamagedSettingsFile)
     m.clients().setFieldValue(u"First_Name", QStringLiteral("Changed"));
     ui.answerNext(Answer::Yes);
     EXPECT_TRUE(m.closeQuery());
-    EXPECT_EQ(ui.texts(Kind::Question), QStringList{"Save your changes to the data before closing this window?"});
+    EXPECT_EQ(ui.texts(Kind::Question),
+              QStringList{"Save your changes to the data before closing this window?"});
     m.shutdown();
     module.reset();
-    EXPECT_EQ(db().execute(QStringLiteral("select First_Name from Clients where Person_ID = 2")).value(0, 0), "Changed");
+    EXPECT_EQ(db().execute(QStringLiteral("select First_Name from Clients where Person_ID = 2")).value(0, 0),
+              "Changed");
     QFile rewritten(ini);
     ASSERT_TRUE(rewritten.open(QIODevice::ReadOnly));
     const QByteArray text = rewritten.readAll();
@@ -334,7 +339,8 @@ TEST_P(ConfigScreen, ClosingRunsTheUsersClosingStatementAndShowsTheLogIns)
 {
     db().execute(QStringLiteral("Insert into Queries (Query_Name, Query_Lines) values ('EXECUTE_ON_CLOSE', "
                                 "'Update Config set ORG_PHONE = ''555-0100''')"));
-    db().execute(QStringLiteral("Update Staff set Execute_OnClose_Query = True where User_ID in ('userW', 'userR')"));
+    db().execute(
+        QStringLiteral("Update Staff set Execute_OnClose_Query = True where User_ID in ('userW', 'userR')"));
     // A read-only user's closing statement is refused like any change, and closing goes on.
     signIn(QStringLiteral("userR"));
     module->shutdown();

@@ -40,17 +40,17 @@ protected:
         data = std::make_unique<TempDataDir>(GetParam());
         int id = 20;
         for (const char* level : {"W", "A", "R", "O"})
-            insertRow(db(), QStringLiteral("Staff"),
-                      {{QStringLiteral("Staff_ID"), id++},
-                       {QStringLiteral("User_ID"), QStringLiteral("user") + QLatin1String(level)},
-                       {QStringLiteral("Staff_Name"), QStringLiteral("Level %1 User").arg(QLatin1String(level))},
-                       {QStringLiteral("Access_Level"), QString::fromLatin1(level)},
-                       {QStringLiteral("Active"), true}});
+            insertRow(
+                db(), QStringLiteral("Staff"),
+                {{QStringLiteral("Staff_ID"), id++},
+                 {QStringLiteral("User_ID"), QStringLiteral("user") + QLatin1String(level)},
+                 {QStringLiteral("Staff_Name"), QStringLiteral("Level %1 User").arg(QLatin1String(level))},
+                 {QStringLiteral("Access_Level"), QString::fromLatin1(level)},
+                 {QStringLiteral("Active"), true}});
     }
     void TearDown() override
     {
-        if (module)
-            module->shutdown();
+        if (module) module->shutdown();
         module.reset();
     }
 

@@ -2,8 +2,8 @@
 // rewritten whole, and the shared copy merged with what another workstation
 // saved meanwhile.
 
-#include "settings/IniFile.h"
 #include "settings/SettingsFile.h"
+#include "settings/IniFile.h"
 
 #include <QFile>
 #include <QRandomGenerator>
@@ -36,7 +36,8 @@ TEST(IniFile, KeepsCommasQuotesBlanksAndCase)
     ini.setValue(QStringLiteral("Housing"), QStringLiteral("Item 2"), QStringLiteral("  padded  "));
     ini.setValue(QStringLiteral("Housing"), QStringLiteral("Item 3"), QStringLiteral("\"quoted\""));
     ini.setValue(QStringLiteral("ClientEdit"), QStringLiteral("Show Inactive"), QStringLiteral("Checked"));
-    ini.setValue(QStringLiteral("Form_Positions"), QStringLiteral("TFormEditConfig"), QStringLiteral("10,20,800,600"));
+    ini.setValue(QStringLiteral("Form_Positions"), QStringLiteral("TFormEditConfig"),
+                 QStringLiteral("10,20,800,600"));
     const QByteArray text = ini.serialize();
     EXPECT_TRUE(text.contains("Item 0=House, with yard\n"));
     EXPECT_TRUE(text.contains("Show Inactive=Checked\n"));
@@ -59,7 +60,8 @@ TEST(IniFile, DamagedInputReadsAsWhatCanBeRead)
 {
     int skipped = 0;
     // A section header cut in half takes its keys with it.
-    const IniFile cut = IniFile::parse("[Good]\nA=1\n[Form_Pos\nB=2\n[Next]\nC=3\n", IniFile::Limits(), skipped);
+    const IniFile cut =
+        IniFile::parse("[Good]\nA=1\n[Form_Pos\nB=2\n[Next]\nC=3\n", IniFile::Limits(), skipped);
     EXPECT_EQ(cut.sections(), (QStringList{"Good", "Next"}));
     EXPECT_FALSE(cut.hasKey(QStringLiteral("Good"), QStringLiteral("B")));
     EXPECT_EQ(skipped, 2);
@@ -73,7 +75,8 @@ TEST(IniFile, DamagedInputReadsAsWhatCanBeRead)
     // Keys before any section, lines without "=", over-long lines.
     IniFile::Limits small;
     small.maxLineLength = 20;
-    const QByteArray oddText = QByteArray("orphan=1\n[S]\nno equals\n=novalue\nK=") + QByteArray(40, 'x') + "\nL=ok\n";
+    const QByteArray oddText =
+        QByteArray("orphan=1\n[S]\nno equals\n=novalue\nK=") + QByteArray(40, 'x') + "\nL=ok\n";
     const IniFile odd = IniFile::parse(oddText, small);
     EXPECT_EQ(odd.keys(QStringLiteral("S")), QStringList{"L"});
     // A file over the size limit is not read at all.
@@ -90,8 +93,7 @@ TEST(IniFile, DamagedInputReadsAsWhatCanBeRead)
         QByteArray bytes(int(random.bounded(2000)), '\0');
         for (char& c : bytes)
             c = char(random.bounded(256));
-        if (round % 2)
-            bytes.replace('\x05', '\n').replace('\x06', '[').replace('\x07', '=');
+        if (round % 2) bytes.replace('\x05', '\n').replace('\x06', '[').replace('\x07', '=');
         const IniFile ini = IniFile::parse(bytes);
         EXPECT_EQ(IniFile::parse(ini.serialize()).serialize(), ini.serialize());
     }
@@ -102,19 +104,21 @@ TEST(SettingsFile, MissingEmptyOrDamagedFilesGiveDefaultsAndAreRewrittenWhole)
     QTemporaryDir dir;
     {
         SettingsFile missing(dir.path());
-        EXPECT_EQ(missing.readString(QStringLiteral("S"), QStringLiteral("K"), QStringLiteral("default")), "default");
+        EXPECT_EQ(missing.readString(QStringLiteral("S"), QStringLiteral("K"), QStringLiteral("default")),
+                  "default");
         EXPECT_FALSE(missing.formPosition(QStringLiteral("TFormEditConfig")));
     }
     const QString path = dir.filePath(SettingsFile::fileName());
     writeAll(path, QByteArray());
     EXPECT_EQ(SettingsFile(dir.path()).readInteger(QStringLiteral("S"), QStringLiteral("K"), 5), 5);
 
-    QByteArray damaged("[Form_Positions]\nTFormEditConfig=Default\nTFormDisplayLogins=10,x,300,200\n"
-                       "FormA=1,2,3\n[FormClientBills]\nIndex=three\nShow=Checked\nHide=Unchecked\nBad=maybe\n[Cut");
+    QByteArray damaged(
+        "[Form_Positions]\nTFormEditConfig=Default\nTFormDisplayLogins=10,x,300,200\n"
+        "FormA=1,2,3\n[FormClientBills]\nIndex=three\nShow=Checked\nHide=Unchecked\nBad=maybe\n[Cut");
     damaged.append(QByteArray("\x00\x9f\x13garbage", 10));
     writeAll(path, damaged);
     SettingsFile settings(dir.path());
-    EXPECT_FALSE(settings.formPosition(QStringLiteral("TFormEditConfig")));   // "Default"
+    EXPECT_FALSE(settings.formPosition(QStringLiteral("TFormEditConfig")));    // "Default"
     EXPECT_FALSE(settings.formPosition(QStringLiteral("TFormDisplayLogins"))); // not numbers
     EXPECT_FALSE(settings.formPosition(QStringLiteral("FormA")));              // three numbers
     EXPECT_EQ(settings.readInteger(QStringLiteral("FormClientBills"), QStringLiteral("Index"), 2), 2);
@@ -130,7 +134,8 @@ TEST(SettingsFile, MissingEmptyOrDamagedFilesGiveDefaultsAndAreRewrittenWhole)
     EXPECT_FALSE(written.contains("[Cut"));
     EXPECT_TRUE(written.contains("TFormEditConfig=15,25,900,640\n"));
     EXPECT_TRUE(written.contains("Show=Unchecked\n"));
-    EXPECT_EQ(SettingsFile(dir.path()).formPosition(QStringLiteral("TFormEditConfig")), QRect(15, 25, 900, 640));
+    EXPECT_EQ(SettingsFile(dir.path()).formPosition(QStringLiteral("TFormEditConfig")),
+              QRect(15, 25, 900, 640));
 }
 
 TEST(SettingsFile, SavingKeepsWhatAnotherWorkstationSavedMeanwhile)

@@ -47,8 +47,7 @@ namespace {
 void screenshot(QWidget& widget, const QString& name)
 {
     const QString folder = qEnvironmentVariable("KB_SCREENSHOTS");
-    if (folder.isEmpty())
-        return;
+    if (folder.isEmpty()) return;
     QApplication::processEvents();
     widget.grab().save(QDir(folder).filePath(name + QStringLiteral(".png")));
 }
@@ -61,8 +60,7 @@ protected:
         static int argc = 1;
         static char name[] = "ui_tests";
         static char* argv[] = {name, nullptr};
-        if (!QApplication::instance())
-            new QApplication(argc, argv);
+        if (!QApplication::instance()) new QApplication(argc, argv);
     }
 
     void SetUp() override
@@ -73,20 +71,19 @@ protected:
     }
     void TearDown() override
     {
-        if (module)
-            module->shutdown();
+        if (module) module->shutdown();
     }
 
     TDataModule1& signIn(const QString& level)
     {
-        const QString user = level.isEmpty()
-                                 ? SignIn::builtInUser
-                                 : data.db()
-                                       .execute(QStringLiteral("select User_ID from Staff where Active = True and "
-                                                               "Access_Level = :L order by User_ID"),
-                                                {{QStringLiteral("L"), level}})
-                                       .value(0, 0)
-                                       .toString();
+        const QString user =
+            level.isEmpty() ? SignIn::builtInUser
+                            : data.db()
+                                  .execute(QStringLiteral("select User_ID from Staff where Active = True and "
+                                                          "Access_Level = :L order by User_ID"),
+                                           {{QStringLiteral("L"), level}})
+                                  .value(0, 0)
+                                  .toString();
         SessionSettings settings;
         settings.alias = data.path();
         module = std::make_unique<TDataModule1>(data.clock(), ui);
@@ -95,7 +92,10 @@ protected:
         module->userSignedIn();
         return *module;
     }
-    QString stored(const char* text) { return data.db().execute(QString::fromLatin1(text)).value(0, 0).toString(); }
+    QString stored(const char* text)
+    {
+        return data.db().execute(QString::fromLatin1(text)).value(0, 0).toString();
+    }
 
     TempDataDir data;
     QTemporaryDir appData;
@@ -115,8 +115,8 @@ TEST_F(ConfigViews, SystemConfigurationSavesATypedValueOnClose)
     for (int i = 0; i < view.pages()->count(); ++i)
         titles.append(view.pages()->tabText(i));
     EXPECT_EQ(titles, (QStringList{"Organization Defaults", "Application Defaults", "User-Defined Fields",
-                                   "Meal Deliveries", "Nutritional Counseling", "Client Services", "Case Management",
-                                   "User Preferences", "System Users"}));
+                                   "Meal Deliveries", "Nutritional Counseling", "Client Services",
+                                   "Case Management", "User Preferences", "System Users"}));
     screenshot(view, QStringLiteral("config-organization"));
 
     auto* name = qobject_cast<QLineEdit*>(view.editor(QStringLiteral("ORGANIZATN")));
@@ -145,7 +145,8 @@ TEST_F(ConfigViews, SystemConfigurationSavesATypedValueOnClose)
     ui.answerNext(Answer::Yes);
     view.commandButton(int(Command::Close))->click();
     EXPECT_FALSE(view.isVisible());
-    EXPECT_EQ(ui.texts(Kind::Question), QStringList{"Save your changes to the data before closing this window?"});
+    EXPECT_EQ(ui.texts(Kind::Question),
+              QStringList{"Save your changes to the data before closing this window?"});
     EXPECT_EQ(stored("select ORGANIZATN from Config"), "Riverside Meals, Inc.");
     EXPECT_EQ(stored("select NO_DELIVERY_LABEL from Config"), "No  delivery ");
     EXPECT_EQ(stored("select DELIV_REPORT_SHOW_ITEMS from Config"), "M");
@@ -176,7 +177,8 @@ TEST_F(ConfigViews, UserPreferencesKeepTheTabsAndTheAdministratorHasNone)
         ui.answerNext(Answer::Yes);
         view.commandButton(int(Command::Close))->click();
     }
-    EXPECT_EQ(stored("select Visible_Tabs from Staff where User_ID = (select min(User_ID) from Staff where Active = True "
+    EXPECT_EQ(stored("select Visible_Tabs from Staff where User_ID = (select min(User_ID) from Staff where "
+                     "Active = True "
                      "and Access_Level = 'W')")
                   .toInt(),
               0x7FF & ~(1 << 10) & ~(1 << 1));
@@ -213,8 +215,7 @@ TEST_F(ConfigViews, LogInsAndVisibleFieldsOpenFromTheScreen)
     EXPECT_EQ(fieldsView.windowTitle(), "Visible Fields Selection");
     const auto click = [&](const char* text) {
         for (QPushButton* b : fieldsView.findChildren<QPushButton*>())
-            if (b->text() == QLatin1String(text))
-                b->click();
+            if (b->text() == QLatin1String(text)) b->click();
     };
     fieldsView.availableList()->setCurrentRow(3);
     click(">");
