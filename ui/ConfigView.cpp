@@ -137,6 +137,7 @@ QWidget* ConfigView::buildPage(int index)
     column->addLayout(form);
     if (page.title == QLatin1String("Meal Deliveries")) column->addWidget(buildMeals());
     if (page.title == QLatin1String("Application Defaults")) column->addWidget(buildComponentTree());
+    if (page.title == QLatin1String("Nutritional Counseling")) column->addWidget(buildEventDefaults());
     const QList<Command> commands = pageCommands(page.title);
     if (!commands.isEmpty()) {
         auto* row = new QHBoxLayout;
@@ -332,6 +333,56 @@ QWidget* ConfigView::buildUsers()
     layout->addLayout(row);
     showUsers();
     return widget;
+}
+
+QWidget* ConfigView::buildEventDefaults()
+{
+    auto* group = new QGroupBox(QStringLiteral("Default Hours and Sessions of Each Event"));
+    auto* layout = new QVBoxLayout(group);
+    m_eventDefaults = new QTableWidget(group);
+    m_eventDefaults->setColumnCount(4);
+    m_eventDefaults->setHorizontalHeaderLabels({QStringLiteral("Event"), QStringLiteral("Description"),
+                                                QStringLiteral("Default Hours"),
+                                                QStringLiteral("Default Sessions")});
+    m_eventDefaults->verticalHeader()->setVisible(false);
+    m_eventDefaults->verticalHeader()->setDefaultSectionSize(m_eventDefaults->fontMetrics().height() + 8);
+    m_eventDefaults->setMinimumHeight(220);
+    layout->addWidget(m_eventDefaults);
+    connect(m_eventDefaults, &QTableWidget::itemChanged, this, [this](QTableWidgetItem* item) {
+        if (m_showing || item->column() < 2) return;
+        bool ok = false;
+        const int value = item->text().trimmed().toInt(&ok);
+        const QVariant eventId = m_eventDefaults->item(item->row(), 0)->data(Qt::UserRole);
+        if (ok)
+            m_presenter.setEventDefault(eventId,
+                                        item->column() == 2 ? QStringLiteral("DEFAULT_HOURS")
+                                                            : QStringLiteral("DEFAULT_SESSIONS"),
+                                        value);
+        // The grid is filled again once this item's change has been handled.
+        QMetaObject::invokeMethod(this, &ConfigView::showEventDefaults, Qt::QueuedConnection);
+    });
+    showEventDefaults();
+    return group;
+}
+
+void ConfigView::showEventDefaults()
+{
+    m_showing = true;
+    const QList<TFormEditConfig::EventDefault> rows = m_presenter.eventDefaults();
+    m_eventDefaults->setRowCount(int(rows.size()));
+    for (int r = 0; r < int(rows.size()); ++r) {
+        auto* id = new QTableWidgetItem(rows[r].eventId.toString());
+        id->setData(Qt::UserRole, rows[r].eventId);
+        id->setFlags(id->flags() & ~Qt::ItemIsEditable);
+        auto* description = new QTableWidgetItem(rows[r].description);
+        description->setFlags(description->flags() & ~Qt::ItemIsEditable);
+        m_eventDefaults->setItem(r, 0, id);
+        m_eventDefaults->setItem(r, 1, description);
+        m_eventDefaults->setItem(r, 2, new QTableWidgetItem(rows[r].hours.toString()));
+        m_eventDefaults->setItem(r, 3, new QTableWidgetItem(rows[r].sessions.toString()));
+    }
+    m_eventDefaults->resizeColumnsToContents();
+    m_showing = false;
 }
 
 void ConfigView::showUsers()

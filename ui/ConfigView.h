@@ -38,6 +38,7 @@ public:
     QPushButton* commandButton(int command) const { return m_commands.value(command); }
     QListWidget* tabList() const { return m_tabs; }
     QTableWidget* usersGrid() const { return m_users; }
+    QTableWidget* eventDefaultsGrid() const { return m_eventDefaults; }
     QTreeWidget* componentTree() const { return m_tree; }
     QLabel* preferencesNote() const { return m_notEditable; }
 
@@ -50,6 +51,8 @@ private:
     QWidget* buildPage(int index);
     QWidget* buildPreferences();
     QWidget* buildUsers();
+    QWidget* buildEventDefaults();
+    void showEventDefaults();
     QWidget* buildComponentTree();
     QGroupBox* buildMeals();
     QPushButton* commandButtonFor(int command, QWidget* parent);
@@ -74,6 +77,7 @@ private:
     QHash<QString, QWidget*> m_preferenceEditors;
     QLabel* m_notEditable = nullptr;
     QTableWidget* m_users = nullptr;
+    QTableWidget* m_eventDefaults = nullptr;
     bool m_showing = false;
     bool m_closing = false;
 };

@@ -238,6 +238,34 @@ void TFormEditConfig::repopulateComponentTree()
     m_treeChanged = true;
 }
 
+QList<TFormEditConfig::EventDefault> TFormEditConfig::eventDefaults() const
+{
+    QList<EventDefault> rows;
+    const ResultSet codes = m_module.db().execute(QStringLiteral(
+        "Select EVENT_ID, EVENT_DESC, DEFAULT_HOURS, DEFAULT_SESSIONS from EventCds order by EVENT_ID"));
+    for (qsizetype r = 0; r < codes.rowCount(); ++r)
+        rows.append(EventDefault{codes.value(r, 0), codes.value(r, 1).toString(), codes.value(r, 2),
+                                 codes.value(r, 3)});
+    return rows;
+}
+
+bool TFormEditConfig::setEventDefault(const QVariant& eventId, const QString& column, int value)
+{
+    if (!is(column, "DEFAULT_HOURS") && !is(column, "DEFAULT_SESSIONS")) return false;
+    DataSet& codes = m_module.table(QStringLiteral("EventCds"));
+    const DataSet::Bookmark returnTo = codes.bookmark();
+    const bool done = m_module.services().guarded([&] {
+        codes.refresh();
+        if (!codes.locate(QStringLiteral("EVENT_ID"), eventId)) return;
+        codes.edit();
+        codes.setFieldValue(column, value);
+        codes.post();
+    });
+    if (!done && codes.state() == DataSet::State::Edit) codes.cancel();
+    if (codes.bookmarkValid(returnTo)) m_module.services().guarded([&] { codes.gotoBookmark(returnTo); });
+    return done;
+}
+
 ResultSet TFormEditConfig::systemUsers() const
 {
     return m_module.db().execute(QStringLiteral("Select User_ID, Staff_Name, Nutritionist, Driver, "

@@ -94,6 +94,19 @@ public:
     void leaveComponentTree();
     void repopulateComponentTree();
 
+    // The default hours and sessions of each event code, edited in a grid
+    // beside the counseling settings; each change is saved at once.
+    struct EventDefault
+    {
+        QVariant eventId;
+        QString description;
+        QVariant hours;
+        QVariant sessions;
+    };
+    QList<EventDefault> eventDefaults() const;
+    // column is DEFAULT_HOURS or DEFAULT_SESSIONS; false when refused (told).
+    bool setEventDefault(const QVariant& eventId, const QString& column, int value);
+
     UserPreferences& preferences() { return m_preferences; }
     // "System Users": User_ID, Staff_Name, Nutritionist, Driver, Volunteer,
     // PreferredTab of every Staff row, by name.

@@ -137,6 +137,12 @@ TEST_F(ConfigViews, SystemConfigurationSavesATypedValueOnClose)
     screenshot(view, QStringLiteral("config-meals"));
     view.pages()->setCurrentIndex(1);
     screenshot(view, QStringLiteral("config-application"));
+    view.pages()->setCurrentIndex(4);
+    QTableWidget* events = view.eventDefaultsGrid();
+    ASSERT_GT(events->rowCount(), 0);
+    const QString eventId = events->item(0, 0)->text();
+    events->item(0, 3)->setText(QStringLiteral("4"));
+    screenshot(view, QStringLiteral("config-counseling"));
     view.pages()->setCurrentIndex(6);
     screenshot(view, QStringLiteral("config-case-management"));
     EXPECT_FALSE(view.commandButton(int(Command::SetDefaultItems))->isEnabled());
@@ -150,6 +156,12 @@ TEST_F(ConfigViews, SystemConfigurationSavesATypedValueOnClose)
     EXPECT_EQ(stored("select ORGANIZATN from Config"), "Riverside Meals, Inc.");
     EXPECT_EQ(stored("select NO_DELIVERY_LABEL from Config"), "No  delivery ");
     EXPECT_EQ(stored("select DELIV_REPORT_SHOW_ITEMS from Config"), "M");
+    EXPECT_EQ(data.db()
+                  .execute(QStringLiteral("select DEFAULT_SESSIONS from EventCds where EVENT_ID = :E"),
+                           {{QStringLiteral("E"), eventId}})
+                  .value(0, 0)
+                  .toInt(),
+              4);
     EXPECT_TRUE(m.userSettings().formPosition(QStringLiteral("TFormEditConfig")).has_value());
 }
 
