@@ -17,8 +17,9 @@ CommandSession::CommandSession(CommandContext& context) : m_ui(context.err, cont
     if (!context.server.isEmpty())
         settings.applyServerOption(context.server);
     m_data = std::make_unique<TDataModule1>(*m_clock, m_ui);
-    m_data->start(settings, platformUserDataFolder());
+    m_data->start(settings, platformUserDataFolder(), TDataModule1::Opening::OnFirstUse);
     SignIn::complete(m_data->db(), m_data->session(), SignIn::lookUp(m_data->db(), context.user));
+    m_data->userSignedIn();
 }
 
 CommandSession::~CommandSession()

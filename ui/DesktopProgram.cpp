@@ -103,6 +103,7 @@ int runDesktopProgram(int argc, char** argv, const DesktopOptions& options)
     PasswordDialog dialog(signIn, window.get());
     if (!dialog.run()) // Cancel ends the program; a fatal failure says why first
         return dialog.fatalMessage().isEmpty() ? 0 : fail(ui, dialog.fatalMessage());
+    data->userSignedIn();
     window->showUser();
     const int rc = app.exec();
     try {

@@ -105,6 +105,7 @@ void EditBaseView::buildEditPage()
         QWidget* editor = makeEditor(i);
         editor->setObjectName(field.name);
         if (!field.mask.isEmpty()) editor->setToolTip(field.mask);
+        if (field.readOnly) editor->setEnabled(false);
         m_editors.insert(field.name.toUpper(), editor);
         m_form->addRow(field.label, editor);
     }

@@ -1,15 +1,19 @@
 #include "MainWindow.h"
 
+#include "ConfigView.h"
+#include "FormPlacement.h"
 #include "ReferenceEditorsMenu.h"
 #include "RunPrepareView.h"
-#include "session/TDataModule1.h"
 #include "TFormRunPrepare.h"
 #include "GeocodingView.h"
 #include "OrderRoutesView.h"
 #include "TFormGeocodeAddresses.h"
 #include "TFormOrderRoutes.h"
+#include "session/TDataModule1.h"
+#include "settings/TFormEditConfig.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -20,19 +24,26 @@ MainWindow::MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent)
     : QMainWindow(parent), m_data(data), m_ui(ui), m_user(new QLabel(this))
 {
     setWindowTitle(QStringLiteral("Kettlebrook Clients"));
+    setObjectName(QStringLiteral("TFormClients"));
     resize(900, 600);
+    restoreFormPosition(*this, m_data.userSettings(), objectName());
 
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->addAction(QStringLiteral("E&xit"), this, &QWidget::close);
-    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    addReferenceEditorsMenu(edit->addMenu(QStringLiteral("Table Maintenance")), m_data.services(), this);
+    m_edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    m_tableMaintenance = m_edit->addMenu(QStringLiteral("Table Maintenance"));
+    m_configuration = m_tableMaintenance->addAction(QStringLiteral("Configuration"), this, &MainWindow::openConfiguration);
+    m_configuration->setObjectName(TFormEditConfig::formName());
+    addReferenceEditorsMenu(m_tableMaintenance, m_data.services(), this);
     // Menus of screens still to come are there but not yet usable.
     for (const char* name : {"&Clients", "&Schedule"})
         menuBar()->addMenu(QString::fromLatin1(name))->setEnabled(false);
-    QMenu* process = menuBar()->addMenu(QStringLiteral("&Process"));
-    m_runPreparation = process->addAction(QStringLiteral("Daily Run Preparation"), this, &MainWindow::openRunPreparation);
-    for (const char* name : {"&Reports", "&Analyze", "&Maintenance"})
-        menuBar()->addMenu(QString::fromLatin1(name))->setEnabled(false);
+    m_process = menuBar()->addMenu(QStringLiteral("&Process"));
+    m_runPreparation = m_process->addAction(QStringLiteral("Daily Run Preparation"), this, &MainWindow::openRunPreparation);
+    menuBar()->addMenu(QStringLiteral("&Reports"))->setEnabled(false);
+    m_analyze = menuBar()->addMenu(QStringLiteral("&Analyze"));
+    m_analyze->setEnabled(false);
+    menuBar()->addMenu(QStringLiteral("&Maintenance"))->setEnabled(false);
     QMenu* utilities = menuBar()->addMenu(QStringLiteral("&Utilities"));
     utilities->addAction(QStringLiteral("Order Stops by Route"), this, &MainWindow::openOrderRoutes)
         ->setObjectName(QStringLiteral("OrderStopsbyRoute1"));
@@ -42,7 +53,23 @@ MainWindow::MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent)
     statusBar()->addPermanentWidget(m_user);
 }
 
-void MainWindow::showUser() { m_user->setText(m_data.session().userFullName); }
+void MainWindow::showUser()
+{
+    m_user->setText(m_data.session().userFullName);
+    applyAccessLevel();
+}
+
+// Read-only users keep what only shows data; reports-only users keep the
+// reports and nothing that edits or prepares.
+void MainWindow::applyAccessLevel()
+{
+    const AccessLevel access = m_data.session().access();
+    m_tableMaintenance->setEnabled(access.mayChangeData());
+    m_process->setEnabled(access.mayChangeData());
+    m_edit->menuAction()->setVisible(!access.reportsOnly());
+    m_process->menuAction()->setVisible(!access.reportsOnly());
+    m_analyze->menuAction()->setVisible(!access.reportsOnly());
+}
 
 void MainWindow::openRunPreparation()
 {
@@ -51,9 +78,24 @@ void MainWindow::openRunPreparation()
     view.exec();
 }
 
-} // namespace kb::ui
+void MainWindow::openConfiguration()
+{
+    TFormEditConfig presenter(m_data);
+    if (!presenter.open())
+        return;
+    ConfigView view(presenter, this);
+    view.exec();
+}
 
-namespace kb::ui {
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    saveFormPosition(*this, m_data.userSettings(), objectName());
+    if (!m_data.closeQuery()) {
+        event->ignore();
+        return;
+    }
+    QMainWindow::closeEvent(event);
+}
 
 void MainWindow::openOrderRoutes()
 {

@@ -4,6 +4,7 @@
 
 class QAction;
 class QLabel;
+class QMenu;
 
 namespace kb {
 class TDataModule1;
@@ -23,20 +24,40 @@ class MainWindow : public QMainWindow
 public:
     MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent = nullptr);
 
-    // Shows the signed-in user's name.
+    // Shows the signed-in user's name and applies the user's access level
+    // to the menus.
     void showUser();
     QAction* runPreparationAction() const { return m_runPreparation; }
+    QAction* configurationAction() const { return m_configuration; }
+    QMenu* editMenu() const { return m_edit; }
+    QMenu* tableMaintenanceMenu() const { return m_tableMaintenance; }
+    QMenu* processMenu() const { return m_process; }
+    QMenu* analyzeMenu() const { return m_analyze; }
     // Process > Daily Run Preparation.
     void openRunPreparation();
     // Utilities > Order Stops by Route.
     void openOrderRoutes();
     // Utilities > Find Coordinates for Addresses.
     void openGeocoding();
+    // Edit > Table Maintenance > Configuration.
+    void openConfiguration();
+
+protected:
+    // Closing: the layout and position are remembered, then an unsaved
+    // client is asked about; a refused save keeps the window open.
+    void closeEvent(QCloseEvent* event) override;
 
 private:
+    void applyAccessLevel();
+
     TDataModule1& m_data;
     UserInterface& m_ui;
+    QMenu* m_edit;
+    QMenu* m_tableMaintenance;
+    QMenu* m_process;
+    QMenu* m_analyze;
     QAction* m_runPreparation;
+    QAction* m_configuration;
     QLabel* m_user;
 };
 

@@ -1,8 +1,12 @@
 // kettlebrook sql TEXT [--param Name=Value]...: runs statements of the
 // dialect and prints the rows of the last select as CSV, or the number of
-// rows the last statement changed.
+// rows the last statement changed. Without --user it is the data owner's
+// maintenance tool; with --user it signs in like every other command, and a
+// user whose level allows no changes is refused any statement that changes
+// stored data.
 
 #include "CommandRegistry.h"
+#include "CommandSession.h"
 
 #include "Csv.h"
 #include "store/Database.h"
@@ -24,13 +28,21 @@ int runSql(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
     }
     if (text.trimmed().isEmpty())
         throw kb::app::UsageError(QStringLiteral("Give the statement text: sql TEXT"));
+    const auto print = [&](const kb::ResultSet& result) {
+        if (result.hasRows())
+            kb::writeCsv(context.out, result);
+        else
+            context.out << result.rowsAffected() << '\n';
+    };
+    if (!context.user.isEmpty()) {
+        kb::app::CommandSession session(context);
+        print(session.data().db().execute(text, params));
+        session.close();
+        return 0;
+    }
     const auto clock = kb::app::commandClock(context);
     const auto db = kb::app::openCommandDatabase(context, *clock);
-    const kb::ResultSet result = db->execute(text, params);
-    if (result.hasRows())
-        kb::writeCsv(context.out, result);
-    else
-        context.out << result.rowsAffected() << '\n';
+    print(db->execute(text, params));
     return 0;
 }
 

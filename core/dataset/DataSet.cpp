@@ -72,7 +72,8 @@ void DataSet::requireEditing(const char* what) const
 
 bool DataSet::canModify() const
 {
-    return isActive() && !m_readOnly && !m_writeTable.isEmpty() && m_idColumn >= 0;
+    return isActive() && !m_readOnly && !m_writeTable.isEmpty() && m_idColumn >= 0 &&
+           (m_database.mayWrite() || !m_database.persistentTable(m_writeTable));
 }
 
 void DataSet::setHook(Hook hook, HookFunction function) { m_hooks[size_t(hook)] = std::move(function); }
@@ -824,6 +825,7 @@ void DataSet::edit()
         insert();
         return;
     }
+    m_database.checkWrite(m_writeTable);
     if (!canModify())
         throw DbError(DbErrorCode::Other, QStringLiteral("Cannot modify a read-only data set"));
     fire(Hook::BeforeEdit);
@@ -841,6 +843,7 @@ void DataSet::startInsert(bool atEnd)
 {
     requireActive();
     checkBrowseMode();
+    m_database.checkWrite(m_writeTable);
     if (!canModify())
         throw DbError(DbErrorCode::Other, QStringLiteral("Cannot modify a read-only data set"));
     fire(Hook::BeforeInsert);
@@ -1068,6 +1071,7 @@ void DataSet::remove()
     }
     if (m_view.empty())
         throw DbError(DbErrorCode::Other, QStringLiteral("Cannot delete from an empty data set"));
+    m_database.checkWrite(m_writeTable);
     if (!canModify())
         throw DbError(DbErrorCode::Other, QStringLiteral("Cannot modify a read-only data set"));
     fire(Hook::BeforeDelete);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "UserInterface.h"
+#include "dataset/Abort.h"
 #include "dataset/DataSet.h"
 
 #include <QString>
@@ -59,6 +61,12 @@ public:
     // report; the operation it broke is abandoned by the caller.
     void reportForeignError(const std::exception& fault);
 
+    // Runs one step of a screen: a refusal that was already told (Abort)
+    // passes silently, an engine error (a refused change included) shows its
+    // message, any other fault goes to reportForeignError. True when the
+    // step ran to its end.
+    template <typename Work> bool guarded(Work&& work);
+
 private:
     // Asks the retry question of a lock conflict; Retry on Yes.
     DataSet::ErrorAction askRetry(const QString& question);
@@ -69,6 +77,20 @@ private:
     UserInterface& m_ui;
     FailureReport m_failureReport;
 };
+
+template <typename Work> bool RecordServices::guarded(Work&& work)
+{
+    try {
+        work();
+        return true;
+    } catch (const Abort&) {
+    } catch (const DbError& error) {
+        m_ui.error(error.message());
+    } catch (const std::exception& fault) {
+        reportForeignError(fault);
+    }
+    return false;
+}
 
 // The text of Query_Lines stored under a name in Queries; empty when there
 // is none.

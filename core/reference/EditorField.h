@@ -33,6 +33,7 @@ struct EditorField
     FieldEditor editor = FieldEditor::Text;
     int width = 0; // characters, for texts
     QString mask;  // an input mask in the system's notation, or empty
+    bool readOnly = false; // shown, never typed into
 };
 
 } // namespace kb

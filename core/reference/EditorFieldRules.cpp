@@ -126,6 +126,8 @@ QList<EditorField> editFieldsOf(Database& db, const EditorScreen& screen, const 
         }
         if (is(screen.table, "Queries") && is(c.name, "QUERY_LINES"))
             f.label = QStringLiteral("Query Statement:");
+        // A user's level is set outside the program's screens, by the data's owner.
+        if (is(screen.table, "Staff") && is(c.name, "Access_Level")) f.readOnly = true;
         if (is(screen.table, "EventCds") && is(c.name, "SERVICE_ID")) f.label = QStringLiteral("Service:");
         if (is(screen.table, "Cold_Bag_Usage") && is(c.name, "Bag_ID")) f.label = QStringLiteral("Cold Bag:");
         if (is(screen.table, "Locatns")) {

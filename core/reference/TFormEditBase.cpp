@@ -61,16 +61,7 @@ bool TFormEditBase::editing() const
 // else is told here. The view is told to redraw either way.
 template <typename Work> bool TFormEditBase::guarded(Work&& work)
 {
-    bool done = false;
-    try {
-        work();
-        done = true;
-    } catch (const Abort&) {
-    } catch (const DbError& error) {
-        m_ui.error(error.message());
-    } catch (const std::exception& fault) {
-        m_services.reportForeignError(fault);
-    }
+    const bool done = m_services.guarded(std::forward<Work>(work));
     changed();
     return done;
 }
@@ -245,6 +236,9 @@ QVariant TFormEditBase::value(const QString& field) const
 
 bool TFormEditBase::setValue(const QString& field, const QVariant& value)
 {
+    for (const EditorField& f : m_fields)
+        if (f.readOnly && f.name.compare(field, Qt::CaseInsensitive) == 0)
+            return false;
     if (!editing() && !guarded([this] { m_set->edit(); })) return false;
     return guarded([&] { m_set->setFieldValue(field, value); });
 }

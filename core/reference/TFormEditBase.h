@@ -74,7 +74,7 @@ public:
     QList<Choice> choices(const QString& field) const;
     QVariant value(const QString& field) const;
     // Typing into a field puts the row into edit first; false when that
-    // was refused.
+    // was refused, or the field is one that is shown but never typed into.
     bool setValue(const QString& field, const QVariant& value);
 
     const Grid& grid() const { return m_grid; }

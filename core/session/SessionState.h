@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/AccessLevel.h"
+
 #include <QString>
 
 namespace kb {
@@ -19,6 +21,11 @@ struct SessionState
     QString clientIndex;       // the client sort order: Staff.DSort_Order, else Config.DSORT_ORDER
 
     bool signedIn() const { return !cUserName.isEmpty(); }
+    // What the user's level allows; full use before anyone signed in.
+    AccessLevel access() const
+    {
+        return AccessLevel::isKnown(accessLevel) ? AccessLevel::fromCode(accessLevel) : AccessLevel();
+    }
 };
 
 } // namespace kb

@@ -48,14 +48,17 @@ void complete(Database& db, SessionState& session, const SignedInUser& user)
     session.staffId = user.staffId;
     session.accessLevel = user.accessLevel;
     QueryInsertHistory(db, user.fullName, HistoryEntry{{}, {}, user.fullName + QStringLiteral(" logged into Kettlebrook"), {}});
-    if (user.accessLevel.size() != 1 || !QStringLiteral("AWRO").contains(user.accessLevel))
+    if (!AccessLevel::isKnown(user.accessLevel))
         throw StartupError(QStringLiteral("An unanticipated error has occurred... Kettlebrook will now terminate."));
+    AccessLevel::fromCode(user.accessLevel).applyTo(db);
     if (!user.dsortOrder.isEmpty())
         session.clientIndex = user.dsortOrder;
 }
 
 void recordSignOut(Database& db, const SessionState& session)
 {
+    // Every user leaves the sign-out row, whatever the level allows.
+    const AccessExemption bookkeeping(db);
     QueryInsertHistory(db, session.userFullName,
                        HistoryEntry{{}, {}, session.userFullName + QStringLiteral(" logged out of Kettlebrook"), {}});
 }

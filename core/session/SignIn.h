@@ -41,8 +41,9 @@ SignedInUser lookUp(Database& db, const QString& typed);
 
 // After a good look-up: copies the user into the session, writes the
 // sign-in row to History and checks the access level against "AWRO"
-// (StartupError for any other value). The user's own client index, when
-// set, replaces Config.DSORT_ORDER.
+// (StartupError for any other value), then makes the session refuse what
+// the level does not allow. The user's own client index, when set,
+// replaces Config.DSORT_ORDER.
 void complete(Database& db, SessionState& session, const SignedInUser& user);
 
 // Writes the sign-out row to History.

@@ -256,6 +256,8 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
                             bool keepRows)
 {
     const sql::TranslatedStatement& t = c.translation;
+    if (!t.writesTable.isEmpty())
+        checkWrite(t.writesTable);
     try {
         // Every value is checked before anything runs, so a wrong one changes nothing.
         std::vector<QVariant> values;
@@ -308,6 +310,8 @@ qint64 Database::runBatch(const QString& text, const Params& common, const std::
     const sql::TranslatedStatement& t = c.translation;
     if (t.returnsRows)
         throw DbError(DbErrorCode::Other, QStringLiteral("A batch cannot run a select"), text);
+    if (!t.writesTable.isEmpty())
+        checkWrite(t.writesTable);
     qint64 changed = 0;
     try {
         // Every value of every run is checked before anything runs.
@@ -462,8 +466,15 @@ bool Database::exists(const QString& table)
     return memoryTable(table) != nullptr;
 }
 
+void Database::checkWrite(const QString& table) const
+{
+    if (!mayWrite() && persistentTable(table))
+        throw DbError(DbErrorCode::AccessDenied, m_writeRefusal);
+}
+
 void Database::createTable(const TableDef& table)
 {
+    checkWrite(table.name());
     for (const QString& ddl : sql::createTableSql(table, dialect(), false, false))
         m_store->exec(ddl);
 }
@@ -475,6 +486,7 @@ void Database::deleteTable(const QString& table)
         execute(QStringLiteral("DROP TABLE IF EXISTS MEMORY ") + sql::quoteIdentifier(target.def->name(), dialect()));
         return;
     }
+    checkWrite(target.def->name());
     m_store->exec(QStringLiteral("DROP TABLE IF EXISTS ") + sql::quoteIdentifier(target.def->name(), dialect()));
     m_cache.clear();
 }

@@ -72,6 +72,18 @@ public:
     ResultSet execute(const QString& text, const Params& params = {});
     Query query(const QString& text) { return Query(this, text); }
 
+    // Who may change the stored tables in this session. Empty (the default)
+    // lets every statement write; otherwise it is the message with which
+    // every change to a stored table is refused (DbError AccessDenied), by
+    // statements and data sets alike. Memory tables stay the session's own
+    // scratch space whatever the level.
+    void setWriteRefusal(const QString& message) { m_writeRefusal = message; }
+    const QString& writeRefusal() const { return m_writeRefusal; }
+    bool mayWrite() const { return m_writeRefusal.isEmpty() || m_exemptions > 0; }
+    // Throws DbError(AccessDenied) with the refusal when the session may not
+    // change the stored table.
+    void checkWrite(const QString& table) const;
+
     void startTransaction();
     void commit();
     void rollback();
@@ -94,6 +106,7 @@ public:
 
 private:
     friend class Query;
+    friend class AccessExemption;
     struct Compiled;
     struct CompiledText;
 
@@ -114,11 +127,28 @@ private:
     const Catalogue& m_catalogue;
     const Clock& m_clock;
     bool m_inTransaction = false;
+    QString m_writeRefusal;
+    int m_exemptions = 0;
     quint64 m_memoryGeneration = 0;
     QHash<QString, TableDef> m_memoryTables; // by lower-case name
     QHash<QString, std::shared_ptr<CompiledText>> m_cache;
     // Declared after the store so it is released while the connection lives.
     std::unique_ptr<RecordLocks> m_recordLocks;
+};
+
+// The system's own bookkeeping that every user leaves behind whatever the
+// level, such as the History rows of signing in and out: for as long as it
+// lives the session's write refusal does not apply.
+class AccessExemption
+{
+public:
+    explicit AccessExemption(Database& database) : m_database(database) { ++m_database.m_exemptions; }
+    ~AccessExemption() { --m_database.m_exemptions; }
+    AccessExemption(const AccessExemption&) = delete;
+    AccessExemption& operator=(const AccessExemption&) = delete;
+
+private:
+    Database& m_database;
 };
 
 // Starts a transaction and rolls it back when it goes out of scope without

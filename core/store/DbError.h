@@ -17,7 +17,8 @@ enum class DbErrorCode {
     ExclusiveOpen = 11013,
     Syntax = 11949,       // a statement the dialect cannot read
     UnknownName = 11950,  // a table, column or parameter that does not exist
-    ParameterType = 11951 // a value that does not fit its parameter
+    ParameterType = 11951, // a value that does not fit its parameter
+    AccessDenied = 11952   // the signed-in user's level allows no changes to the data
 };
 
 class DbError : public std::runtime_error
