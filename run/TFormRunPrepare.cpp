@@ -4,8 +4,8 @@
 #include "DeliveryTypeEntry.h"
 #include "DietCodes.h"
 #include "IsDeliveryWeek.h"
-#include "OriginDataSet.h"
-#include "RunStatements.h"
+#include "selection/OriginDataSet.h"
+#include "selection/RunStatements.h"
 #include "session/SessionState.h"
 #include "UserInterface.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "MemTableDeliveries.h"
-#include "MemTableDeliveriesModel.h"
+#include "worktable/MemTableDeliveries.h"
+#include "worktable/MemTableDeliveriesModel.h"
 #include "RunAction.h"
-#include "RunLookups.h"
+#include "selection/RunLookups.h"
 
 #include <QDate>
 #include <QObject>

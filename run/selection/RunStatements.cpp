@@ -1,4 +1,4 @@
-#include "RunStatements.h"
+#include "selection/RunStatements.h"
 
 namespace kb::RunStatements {
 
