@@ -1,0 +1,69 @@
+#pragma once
+
+#include "ItemListLine.h"
+#include "store/Database.h"
+
+#include <QHash>
+
+#include <functional>
+#include <span>
+#include <vector>
+
+namespace kb {
+
+// The items of many deliveries at once, by the order in which item lists are
+// looked for. For a delivery of client p, service s, on weekday w:
+//   1. a dated delivery's own lines (Person_ID p, Deliv_ID its RecordID);
+//   2. else the client's standing lines (Person_ID p, Del_Day w, Service_ID s,
+//      Deliv_ID null);
+//   3. else the service's default lines (Person_ID 0, Del_Day w, Service_ID s,
+//      Deliv_ID null).
+// The first list that keeps a line after the filter wins; lists are never
+// merged. Lines are read joined with Items, so a line without an item drops
+// out, in Sort_Order (lines of one Sort_Order by their RecordID, so both
+// stores give one order).
+//
+// Three statements do the work whatever the number of deliveries: the dated
+// lines and the standing lines are joined with the caller's deliveries, the
+// default lines of the weekday are read once.
+class DeliveryItemLists
+{
+public:
+    // Whether a line counts for a delivery at a level; all count without one.
+    using LineFilter = std::function<bool(const ItemListLine& line, ItemListLevel level)>;
+
+    struct Choice
+    {
+        ItemListLevel level = ItemListLevel::None;
+        std::span<const ItemListLine> lines;
+    };
+
+    // `deliveries` is a select with one row per delivery and the columns
+    // Request_ID (the caller's key, unique), Person_ID, Service_ID and
+    // Dated_ID: the EpisodicDeliveries.RecordID of a dated delivery, null for
+    // a weekly one. `params` are its values; `dow` is "MON" ... "SUN".
+    void load(Database& db, const QString& deliveries, const Params& params, const QString& dow,
+              const LineFilter& filter = {});
+
+    // The chosen list of a delivery of the select; level None for a key the
+    // select did not give.
+    Choice find(qint64 requestId) const;
+    // The service's default lines of the weekday that pass the filter.
+    std::span<const ItemListLine> defaultLines(qint64 serviceId) const;
+
+private:
+    struct Range
+    {
+        ItemListLevel level = ItemListLevel::None;
+        size_t first = 0;
+        size_t count = 0;
+    };
+
+    std::span<const ItemListLine> lines(const Range& range) const;
+
+    std::vector<ItemListLine> m_lines;
+    QHash<qint64, Range> m_chosen;   // by Request_ID
+    QHash<qint64, Range> m_defaults; // by Service_ID
+};
+
+} // namespace kb
