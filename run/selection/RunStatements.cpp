@@ -47,6 +47,15 @@ QString ongoingSelection(int dayOfWeek)
                .arg(QLatin1String(day.flag));
 }
 
+QString weekdayColumn(int dayOfWeek) { return QString::fromLatin1(weekdays[dayOfWeek - 1].flag); }
+
+QString fundingStatement(int dayOfWeek)
+{
+    return QStringLiteral(" select Fund_CD from FundUses where (Person_ID = :Person_id) and ((Service_ID = :Service_ID) or "
+                          "(Service_ID = 0)) and ") +
+           QStringLiteral(" (%1 = True) ").arg(weekdayColumn(dayOfWeek));
+}
+
 QString datedSelection(bool excludeSuspended)
 {
     QString text = QStringLiteral(
