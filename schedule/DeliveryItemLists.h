@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace kb {
@@ -23,9 +24,10 @@ namespace kb {
 // out, in Sort_Order (lines of one Sort_Order by their RecordID, so both
 // stores give one order).
 //
-// Three statements do the work whatever the number of deliveries: the dated
-// lines and the standing lines are joined with the caller's deliveries, the
-// default lines of the weekday are read once.
+// Four statements do the work whatever the number of deliveries: the
+// deliveries themselves, the default lines of the weekday, and the dated and
+// standing lines of the deliveries' clients, each list read once however
+// many deliveries share it.
 class DeliveryItemLists
 {
 public:
@@ -58,12 +60,17 @@ private:
         size_t first = 0;
         size_t count = 0;
     };
+    using ListKey = std::pair<qint64, qint64>; // the person and the delivery or the service
 
+    // Reads lines grouped by the columns 0 and 1 (or by column 0 alone when
+    // `keyColumns` is 1) into ranges of the lines the filter keeps.
+    void readLists(const ResultSet& rows, int keyColumns, ItemListLevel level, const LineFilter& filter,
+                   QHash<ListKey, Range>& lists);
     std::span<const ItemListLine> lines(const Range& range) const;
 
     std::vector<ItemListLine> m_lines;
-    QHash<qint64, Range> m_chosen;   // by Request_ID
-    QHash<qint64, Range> m_defaults; // by Service_ID
+    QHash<qint64, Range> m_chosen;    // by Request_ID
+    QHash<ListKey, Range> m_defaults; // by (0, Service_ID)
 };
 
 } // namespace kb
