@@ -1,18 +1,23 @@
 #pragma once
 
 // What the run benchmarks share: their options, a user interface that counts
-// messages instead of stopping for them, and the demo agency they measure.
+// messages instead of stopping for them, the demo agency they measure and the
+// run screen over it.
 
 #include "DemoAgency.h"
+#include "TFormRunPrepare.h"
 #include "UserInterface.h"
 #include "session/DataDirectory.h"
+#include "session/SessionState.h"
 #include "store/PostgresStore.h"
 
 #include <QDate>
+#include <QElapsedTimer>
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <cstdio>
 #include <memory>
 #include <vector>
 
@@ -112,6 +117,35 @@ inline std::unique_ptr<kb::Database> openBenchData(const BenchOptions& options, 
     kb::generateDemoAgency(*db, demo);
     return db;
 }
+
+// The data of a benchmark and the run screen's presenter over it, shown and
+// set to the date, as a user at the screen would have it. On the server the
+// schema goes when the benchmark ends, after the connection.
+struct BenchRun
+{
+    BenchRun(const BenchOptions& options, const QString& schemaName)
+        : clock(QDateTime(QDate(2024, 3, 6), QTime(10, 30))), schema(options, schemaName)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        db = openBenchData(options, temp, clock, schema.name);
+        if (options.dataDir.isEmpty())
+            std::printf("demo agency of %d clients made in %lld ms (%s)\n", options.clients,
+                        static_cast<long long>(timer.elapsed()), options.storeName());
+        session.userFullName = QStringLiteral("Bench");
+        form = std::make_unique<kb::TFormRunPrepare>(*db, session, ui);
+        form->FormShow();
+        form->SetPrepareDate(options.date);
+    }
+
+    kb::FixedClock clock;
+    QTemporaryDir temp;
+    BenchSchema schema;
+    std::unique_ptr<kb::Database> db;
+    kb::SessionState session;
+    CountingUserInterface ui;
+    std::unique_ptr<kb::TFormRunPrepare> form;
+};
 
 // Sorted timings in milliseconds.
 struct Timings

@@ -56,28 +56,16 @@ int main(int argc, char** argv)
     defaults.repeat = 5;
     defaults.date = QDate(2024, 3, 8); // a Friday: its lists hold items that need confirmation
     const BenchOptions options = BenchOptions::read(app.arguments().mid(1), defaults);
-    kb::FixedClock clock(QDateTime(QDate(2024, 3, 6), QTime(10, 30)));
-    QTemporaryDir temp;
+    BenchRun bench(options, QStringLiteral("kb_items_bench"));
+    kb::Database& db = *bench.db;
+    kb::TFormRunPrepare& form = *bench.form;
     QElapsedTimer timer;
-    timer.start();
-    const BenchSchema schema(options, QStringLiteral("kb_items_bench"));
-    const auto db = openBenchData(options, temp, clock, schema.name);
-    if (options.dataDir.isEmpty())
-        std::printf("demo agency of %d clients made in %lld ms (%s)\n", options.clients,
-                    static_cast<long long>(timer.elapsed()), options.storeName());
-
-    kb::SessionState session;
-    session.userFullName = QStringLiteral("Bench");
-    CountingUserInterface ui;
-    kb::TFormRunPrepare form(*db, session, ui);
-    form.FormShow();
-    form.SetPrepareDate(options.date);
     timer.restart();
     form.ActionPrepare();
     std::printf("prepare %s: %lld rows in %.1f ms\n", qPrintable(options.date.toString(Qt::ISODate)),
                 static_cast<long long>(form.table().rowCount()), timer.nsecsElapsed() / 1e6);
     std::printf("items needing confirmation on that date: %lld\n",
-                static_cast<long long>(kb::itemsRequiringConfirmation(*db, options.date).size()));
+                static_cast<long long>(kb::itemsRequiringConfirmation(db, options.date).size()));
 
     kb::GivenItemConfirmation none = kb::GivenItemConfirmation::none();
     kb::GivenItemConfirmation all = kb::GivenItemConfirmation::all();
@@ -106,7 +94,7 @@ int main(int argc, char** argv)
     const kb::RunItems run = form.FindRunItems(confirmedAll);
     if (!options.flag("--no-row-by-row")) {
         timer.restart();
-        kb::OneDeliveryItems one(*db, options.date, confirmedAll);
+        kb::OneDeliveryItems one(db, options.date, confirmedAll);
         size_t lines = 0;
         for (const kb::DeliveryItems& d : run.deliveries())
             lines += one.find(d.delivery).lines.size();
@@ -116,8 +104,8 @@ int main(int argc, char** argv)
 
     timer.restart();
     {
-        kb::TransactionGuard transaction(*db);
-        kb::MealCrdtWriter writer(*db, kb::RunStatements::dayCode(options.date));
+        kb::TransactionGuard transaction(db);
+        kb::MealCrdtWriter writer(db, kb::RunStatements::dayCode(options.date));
         qint64 delivId = 1;
         for (const kb::DeliveryItems& d : run.deliveries())
             writer.MoveToMealCrdts(d, delivId++);

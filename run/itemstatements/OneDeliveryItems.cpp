@@ -47,32 +47,30 @@ DeliveryItems OneDeliveryItems::find(const RunDelivery& delivery)
     const qint64 service = delivery.svcsUsed.toLongLong();
     ListCounts counts;
 
-    if (delivery.isDated()) {
-        const Params values = {{QStringLiteral("person_id"), delivery.personId},
-                               {QStringLiteral("deliv_ID"), delivery.delivId}};
-        items.lines = linesOf(m_statements.run(m_db, ItemQuery::GetEpisodicItems, values));
-        if (!items.lines.empty()) {
-            items.level = ItemListLevel::Dated;
-            counts = {total(m_statements.run(m_db, ItemQuery::GetEpisodicNumberOfMeals, values),
-                            QStringLiteral("Total_Meals")),
-                      total(m_statements.run(m_db, ItemQuery::GetEpisodicNumberOfLabels, values),
-                            QStringLiteral("Total_Labels"))};
-        }
-    }
-    if (items.lines.empty()) {
-        const Params values = {{QStringLiteral("person_id"), delivery.personId},
-                               {QStringLiteral("del_day"), m_dow},
-                               {QStringLiteral("Service_ID"), service},
-                               {QStringLiteral("svcs_used"), service}};
-        items.lines = linesOf(m_statements.run(m_db, ItemQuery::GetOngoingItems, values));
-        if (!items.lines.empty()) {
-            items.level = ItemListLevel::Client;
-            counts = {total(m_statements.run(m_db, ItemQuery::GetOngoingNumberOfMeals, values),
-                            QStringLiteral("Total_Meals")),
-                      total(m_statements.run(m_db, ItemQuery::GetOngoingNumberOfLabels, values),
-                            QStringLiteral("Total_Labels"))};
-        }
-    }
+    // A list of the delivery's own: its rows, and its counts from the sums
+    // of the same list.
+    const auto ownList = [&](ItemQuery rows, ItemQuery meals, ItemQuery labels, const Params& values,
+                             ItemListLevel level) {
+        items.lines = linesOf(m_statements.run(m_db, rows, values));
+        if (items.lines.empty()) return;
+        items.level = level;
+        counts = {total(m_statements.run(m_db, meals, values), QStringLiteral("Total_Meals")),
+                  total(m_statements.run(m_db, labels, values), QStringLiteral("Total_Labels"))};
+    };
+    if (delivery.isDated())
+        ownList(ItemQuery::GetEpisodicItems, ItemQuery::GetEpisodicNumberOfMeals,
+                ItemQuery::GetEpisodicNumberOfLabels,
+                {{QStringLiteral("person_id"), delivery.personId},
+                 {QStringLiteral("deliv_ID"), delivery.delivId}},
+                ItemListLevel::Dated);
+    if (items.lines.empty())
+        ownList(ItemQuery::GetOngoingItems, ItemQuery::GetOngoingNumberOfMeals,
+                ItemQuery::GetOngoingNumberOfLabels,
+                {{QStringLiteral("person_id"), delivery.personId},
+                 {QStringLiteral("del_day"), m_dow},
+                 {QStringLiteral("Service_ID"), service},
+                 {QStringLiteral("svcs_used"), service}},
+                ItemListLevel::Client);
     if (items.lines.empty()) {
         items.lines = linesOf(
             m_statements.run(m_db, ItemQuery::GetDefaultItems,

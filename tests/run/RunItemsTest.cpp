@@ -247,20 +247,20 @@ TEST_P(RunItemsTest, AnInvalidServiceStopsTheSaveWithItsMessage)
              {{QStringLiteral("Svcs_Used"), 9}, {QStringLiteral("Stop"), 1.0}});
     prepare(monday);
     // The first such row in the run's order names its person.
-    try {
-        form().FindRunItems({});
-        ADD_FAILURE() << "the run's items were found";
-    } catch (const MessageError& e) {
-        EXPECT_EQ(e.message(), "The Service ID for Person ID 8 is not valid.");
-    }
+    const auto expectRefusal = [&](const char* message) {
+        try {
+            form().FindRunItems({});
+            ADD_FAILURE() << "the run's items were found";
+        } catch (const MessageError& e) {
+            EXPECT_EQ(e.message(), QString::fromLatin1(message));
+        }
+    };
+    expectRefusal("The Service ID for Person ID 8 is not valid.");
     db().execute(QStringLiteral("Update Memory MemTableDeliveries set Svcs_Used = Null where Person_ID = 8"));
     db().execute(QStringLiteral("Update Memory MemTableDeliveries set Svcs_Used = 2 where Person_ID = 7"));
-    try {
-        form().FindRunItems({});
-        ADD_FAILURE() << "the run's items were found";
-    } catch (const MessageError& e) {
-        EXPECT_EQ(e.message(), "The Service ID for Person ID 8 is not valid.");
-    }
+    expectRefusal("The Service ID for Person ID 8 is not valid.");
+    db().execute(QStringLiteral("Update Memory MemTableDeliveries set Svcs_Used = -1 where Person_ID = 8"));
+    expectRefusal("The Service ID for Person ID 8 is not valid.");
     db().execute(QStringLiteral("Update Memory MemTableDeliveries set Svcs_Used = 2 where Person_ID = 8"));
     EXPECT_EQ(form().FindRunItems({}).deliveries().size(), 3u);
 }

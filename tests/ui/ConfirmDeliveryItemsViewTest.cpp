@@ -2,6 +2,7 @@
 // item enables OK, the filter greys out the other items, and the dialog
 // answers the run screen when a save asks.
 
+#include "WidgetApplication.h"
 #include "ConfirmDeliveryItemsView.h"
 #include "ConfirmDeliveryItemsDialog.h"
 #include "confirmation/TFormConfirmDeliveryItems.h"
@@ -21,13 +22,7 @@ namespace {
 class ConfirmDeliveryItemsViewTest : public ::testing::Test
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        static int argc = 1;
-        static char name[] = "ui_tests";
-        static char* argv[] = {name, nullptr};
-        if (!QApplication::instance()) new QApplication(argc, argv);
-    }
+    static void SetUpTestSuite() { kb::test::ensureWidgetApplication(); }
 
     TFormConfirmDeliveryItems presenter{{{QStringLiteral("Emergency Pack"), 12, QStringLiteral("A")},
                                          {QStringLiteral("Frozen Breakfast"), 11, QStringLiteral("S")},
