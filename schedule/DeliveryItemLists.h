@@ -43,7 +43,8 @@ public:
     // `deliveries` is a select with one row per delivery and the columns
     // Request_ID (the caller's key, unique), Person_ID, Service_ID and
     // Dated_ID: the EpisodicDeliveries.RecordID of a dated delivery, null for
-    // a weekly one. `params` are its values; `dow` is "MON" ... "SUN".
+    // a weekly one. `params` are its values (the name Del_Day is the
+    // lookup's own); `dow` is "MON" ... "SUN".
     void load(Database& db, const QString& deliveries, const Params& params, const QString& dow,
               const LineFilter& filter = {});
 
