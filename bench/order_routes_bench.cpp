@@ -6,7 +6,7 @@
 // directory, which --no-apply leaves untouched. Prints the total time and the
 // mean gain over the stored order.
 
-#include "DemoBenchData.h"
+#include "BenchDemo.h"
 #include "RouteOptimisation.h"
 #include "session/DataDirectory.h"
 #include "session/SessionState.h"
@@ -21,14 +21,6 @@
 #include <cstdio>
 
 namespace {
-
-struct BenchOptions
-{
-    int clients = 10000;
-    QString dataDir;
-    QString server;
-    bool apply = true;
-};
 
 // Answers Yes to the write-back and counts the rest.
 class BenchUserInterface final : public kb::UserInterface
@@ -49,33 +41,19 @@ public:
     void setBusy(bool) override {}
 };
 
-BenchOptions readOptions(const QStringList& args)
-{
-    BenchOptions o;
-    for (qsizetype i = 0; i < args.size(); ++i) {
-        if (args[i] == QLatin1String("--no-apply"))
-            o.apply = false;
-        else if (i + 1 < args.size() && args[i] == QLatin1String("--clients"))
-            o.clients = args[++i].toInt();
-        else if (i + 1 < args.size() && args[i] == QLatin1String("--data"))
-            o.dataDir = args[++i];
-        else if (i + 1 < args.size() && args[i] == QLatin1String("--server"))
-            o.server = args[++i];
-    }
-    return o;
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    const BenchOptions options = readOptions(app.arguments().mid(1));
+    const BenchOptions options = BenchOptions::read(app.arguments().mid(1), {});
+    const bool apply = !options.flag("--no-apply");
     kb::FixedClock clock(QDateTime(QDate(2024, 3, 6), QTime(10, 30)));
     QTemporaryDir temp;
     QElapsedTimer timer;
     timer.start();
-    const auto db = openDemoBenchData(options.dataDir, options.server, QStringLiteral("kb_order_routes_bench"), options.clients, temp, clock);
+    const BenchSchema schema(options, QStringLiteral("kb_order_routes_bench"));
+    const auto db = openBenchData(options, temp, clock, schema.name);
     if (options.dataDir.isEmpty())
         std::printf("demo agency of %d clients made in %lld ms (%s)\n", options.clients,
                     static_cast<long long>(timer.elapsed()), options.server.isEmpty() ? "sqlite" : "postgresql");
@@ -112,7 +90,7 @@ int main(int argc, char** argv)
         proven += result.provenOptimal ? 1 : 0;
         gainSum += 100.0 * double(result.previousLength - result.length) / double(result.previousLength);
         gapSum += result.gapPercent();
-        if (options.apply && !result.newStops.empty()) {
+        if (apply && !result.newStops.empty()) {
             step.start();
             form.rows().setStops(result.newStops);
             form.applyChanges();
@@ -123,7 +101,7 @@ int main(int argc, char** argv)
     std::printf("ordered %d of %d routes, %d clients (%d without coordinates)\n", ordered, routes, clients,
                 withoutCoordinates);
     std::printf("  total %.0f ms: retrieve %.0f ms, optimise %.0f ms, write back %.0f ms%s\n", totalMs, retrieveMs,
-                optimiseMs, writeMs, options.apply ? "" : " (not written)");
+                optimiseMs, writeMs, apply ? "" : " (not written)");
     std::printf("  length of all routes: stored order %.1f km, new order %.1f km\n", before / 1000.0, after / 1000.0);
     std::printf("  mean gain over the stored order: %.2f %% per route; mean gap to the lower bound %.2f %%\n",
                 ordered ? gainSum / ordered : 0.0, ordered ? gapSum / ordered : 0.0);

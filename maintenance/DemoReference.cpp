@@ -194,6 +194,11 @@ void makeDefaultItems(DemoContext& ctx)
         put(4, day, {{BreakfastBox, 1, 1}, {HotLunch, 1, 2}, {Milk, 1, 3}});
     for (int day : {Mon, Wed})
         put(5, day, {{LiquidSupplement, 1, 1}});
+    // Before a holiday weekend the kitchen adds a dessert to the Friday hot
+    // meals and a shelf-stable pack to the Friday breakfast-and-lunch bags;
+    // both go out only on the day's confirmation.
+    ctx.defaultItems[{1, Fri}].push_back({HolidayDessert, 1, 5});
+    ctx.defaultItems[{4, Fri}].push_back({EmergencyPack, 1, 4});
 }
 
 void makeTowns(DemoContext& ctx)

@@ -1,6 +1,6 @@
 #include "AddressOverrides.h"
 
-#include "RunStatements.h"
+#include "selection/RunStatements.h"
 
 namespace kb {
 

@@ -1,11 +1,13 @@
 #include "TFormRunPrepare.h"
 
+#include "confirmation/ConfirmDeliveryItems.h"
+#include "confirmation/GivenItemConfirmation.h"
 #include "store/Database.h"
 #include "DeliveryTypeEntry.h"
 #include "DietCodes.h"
 #include "IsDeliveryWeek.h"
-#include "OriginDataSet.h"
-#include "RunStatements.h"
+#include "selection/OriginDataSet.h"
+#include "selection/RunStatements.h"
 #include "session/SessionState.h"
 #include "UserInterface.h"
 
@@ -120,6 +122,21 @@ void TFormRunPrepare::EnableActions(qint64 count)
                         RunAction::RetrieveFromArcLogistics})
         setEnabled(a, count > 0);
     emit stateChanged();
+}
+
+ConfirmedItems TFormRunPrepare::ConfirmDeliveryItems()
+{
+    if (!m_runDate.isValid())
+        return {};
+    GivenItemConfirmation nothing = GivenItemConfirmation::none();
+    return confirmDeliveryItems(m_db, m_runDate, m_itemConfirmation ? *m_itemConfirmation : nothing);
+}
+
+RunItems TFormRunPrepare::FindRunItems(const ConfirmedItems& confirmed)
+{
+    if (!m_runDate.isValid() || !m_table.exists())
+        return {};
+    return RunItems::find(m_db, m_table, m_runDate, confirmed);
 }
 
 void TFormRunPrepare::ActionPrepare()

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "MemTableDeliveries.h"
-#include "MemTableDeliveriesModel.h"
+#include "confirmation/ConfirmedItems.h"
+#include "items/RunItems.h"
+#include "worktable/MemTableDeliveries.h"
+#include "worktable/MemTableDeliveriesModel.h"
 #include "RunAction.h"
-#include "RunLookups.h"
+#include "selection/RunLookups.h"
 
 #include <QDate>
 #include <QObject>
@@ -14,6 +16,7 @@
 namespace kb {
 
 class Database;
+class ItemConfirmation;
 class OriginDataSet;
 class UserInterface;
 struct SessionState;
@@ -57,6 +60,18 @@ public:
     void MoveToMemData(const OriginDataSet& OriginDataSet, bool lFromScratch);
     void EnableActions(qint64 count);
 
+    // Who answers "Confirm Delivery Items" when a save asks: the dialog of
+    // the screen, or a given answer. Without one nothing is confirmed.
+    void setItemConfirmation(ItemConfirmation* answer) { m_itemConfirmation = answer; }
+    // The start of a save: the items of the run's date that need
+    // confirmation, asked through the answer.
+    ConfirmedItems ConfirmDeliveryItems();
+    // The items, meal and label counts and funding of every row of the
+    // working table, in the run's order, for the confirmed items. Throws
+    // MessageError for a row whose service is not valid. Empty before the
+    // first Prepare.
+    RunItems FindRunItems(const ConfirmedItems& confirmed);
+
     bool isEnabled(RunAction action) const { return m_enabled[int(action)]; }
     bool saved() const { return m_saved; }
     bool gridVisible() const { return m_gridVisible; }
@@ -97,6 +112,7 @@ private:
     MemTableDeliveriesModel* m_model;
     RunLookups m_lookups;
     Query m_overrideQuery;
+    ItemConfirmation* m_itemConfirmation = nullptr;
 
     QDate m_pickerDate;
     int m_deliveryTypeIndex = 0;

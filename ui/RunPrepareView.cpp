@@ -26,7 +26,8 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
       m_grid(new QTableView(this)),
       m_count(new QLabel(this)),
       m_user(new QLabel(this)),
-      m_transaction(new QLabel(this))
+      m_transaction(new QLabel(this)),
+      m_itemConfirmation(this)
 {
     resize(1000, 600);
     m_date->setCalendarPopup(true);
@@ -76,11 +77,16 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
             [this](const QModelIndex& index) { m_presenter.showClientDetails(index.row()); });
     connect(&m_presenter, &TFormRunPrepare::stateChanged, this, &RunPrepareView::showState);
 
+    m_presenter.setItemConfirmation(&m_itemConfirmation);
     m_presenter.FormShow();
     showState();
 }
 
-RunPrepareView::~RunPrepareView() { m_presenter.FormClose(); }
+RunPrepareView::~RunPrepareView()
+{
+    m_presenter.setItemConfirmation(nullptr);
+    m_presenter.FormClose();
+}
 
 void RunPrepareView::showState()
 {

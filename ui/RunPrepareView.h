@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ConfirmDeliveryItemsDialog.h"
+
 #include <QDialog>
 
 class QComboBox;
@@ -44,6 +46,8 @@ private:
     QLabel* m_count;
     QLabel* m_user;
     QLabel* m_transaction;
+    // Asked when the run is saved.
+    ConfirmDeliveryItemsDialog m_itemConfirmation;
 };
 
 } // namespace kb::ui

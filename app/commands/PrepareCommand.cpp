@@ -1,12 +1,17 @@
-// kettlebrook --user NAME prepare DATE [--type A|O|E|S|B]: signs in, prepares
-// the run of DATE as the Daily Run Preparation screen does, and prints the
-// working table as CSV in the run's order. Messages of the preparation (a
-// missing route) go to the error stream.
+// kettlebrook --user NAME prepare DATE [--type A|O|E|S|B] [--items [--confirm all|none|ID,...]]:
+// signs in, prepares the run of DATE as the Daily Run Preparation screen
+// does, and prints the working table as CSV in the run's order; with --items
+// it prints instead the items, meal and label counts and funding that saving
+// the run would write, with the items that need confirmation confirmed as
+// --confirm says (none when not given). Messages of the preparation (a
+// missing route) go to the error stream. Nothing is written.
 
 #include "CommandRegistry.h"
 #include "CommandSession.h"
 
+#include "confirmation/GivenItemConfirmation.h"
 #include "Csv.h"
+#include "items/RunItemRows.h"
 #include "store/Database.h"
 #include "TFormRunPrepare.h"
 
@@ -16,15 +21,28 @@ int runPrepare(kb::app::CommandContext& context, const kb::app::CommandArgs& arg
 {
     const QDate date = args.datePositional(0, QStringLiteral("prepare"));
     const QChar letter = args.choice(QStringLiteral("type"), {"A", "O", "E", "S", "B"}, QStringLiteral("A")).at(0);
+    const bool items = args.isSet(QStringLiteral("items"));
+    if (args.isSet(QStringLiteral("confirm")) && !items)
+        throw kb::app::UsageError(QStringLiteral("--confirm goes with --items."));
+    const std::optional<kb::GivenItemConfirmation> answer =
+        kb::GivenItemConfirmation::fromText(args.value(QStringLiteral("confirm"), QStringLiteral("none")));
+    if (!answer)
+        throw kb::app::UsageError(
+            QStringLiteral("--confirm needs all, none or item numbers separated by commas, such as 10,14."));
 
     kb::app::CommandSession session(context);
+    kb::GivenItemConfirmation confirmation = *answer;
     kb::TFormRunPrepare form(session.data().db(), session.data().session(), session.ui());
+    form.setItemConfirmation(&confirmation);
     form.SetDeliveryType(letter);
     form.SetPrepareDate(date);
     form.FormShow();
     form.ActionPrepare();
     context.err.flush();
-    kb::writeCsv(context.out, form.table().select(kb::DeliveriesIndex::RouteStopClient));
+    if (items)
+        kb::writeCsv(context.out, kb::runItemRows(form.FindRunItems(form.ConfirmDeliveryItems())));
+    else
+        kb::writeCsv(context.out, form.table().select(kb::DeliveriesIndex::RouteStopClient));
     form.FormClose();
     session.close();
     return 0;
@@ -34,13 +52,22 @@ const kb::app::CommandRegistration registration(
     {.name = QStringLiteral("prepare"),
      .arguments = QStringLiteral("DATE"),
      .description = QStringLiteral("Prepares the run of DATE as the Daily Run Preparation screen does and prints "
-                                   "the working table as CSV in the run's order."),
+                                   "the working table as CSV in the run's order, or with --items what saving it "
+                                   "would write: each delivery's items, meal and label counts and funding."),
      .minArguments = 1,
      .maxArguments = 1,
      .options = {QCommandLineOption(QStringLiteral("type"),
                                     QStringLiteral("The delivery type: A all, O ongoing only, E episodic only, S scheduled only, "
                                                    "B episodic and scheduled. A when not given."),
-                                    QStringLiteral("A|O|E|S|B"))},
+                                    QStringLiteral("A|O|E|S|B")),
+                 QCommandLineOption(QStringLiteral("items"),
+                                    QStringLiteral("Prints one row per item of each delivery (a delivery without "
+                                                   "items gets one row with empty item columns).")),
+                 QCommandLineOption(QStringLiteral("confirm"),
+                                    QStringLiteral("With --items: the items that need confirmation and are "
+                                                   "confirmed: all, none (when not given) or their numbers."),
+                                    QStringLiteral("all|none|ID,..."))},
+     .repeatable = {},
      .needsUser = true},
     runPrepare);
 

@@ -118,6 +118,13 @@ private:
     {
         return QLatin1Char('"') + QString(name).replace(u'"', QLatin1String("\"\"")) + QLatin1Char('"');
     }
+    // A column of a table in scope. The columns of a derived table carry the
+    // names its select gave them, as written, so they are named the same way.
+    QString columnSql(const ScopeTable& table, const QString& column) const
+    {
+        const bool derived = table.physical.startsWith(u'(');
+        return ident(table.visible) + QLatin1Char('.') + (derived ? aliasName(column) : ident(column));
+    }
 
     void addStep(const QString& sql, bool returnsRows = false, bool countsRows = true)
     {
@@ -529,7 +536,7 @@ private:
         if (r.column->name == QLatin1String(RowIdColumn))
             t.sql = ident(r.table->visible) + QLatin1Char('.') + rowIdentity(r.table->def, m_dialect);
         else
-            t.sql = ident(r.table->visible) + QLatin1Char('.') + ident(r.column->name);
+            t.sql = columnSql(*r.table, r.column->name);
         // Columns that a grouped select neither groups nor aggregates take
         // the value of one of the group's rows, on every store alike.
         if (ctx.scope->grouped && !ctx.inAggregate && !r.outer) {
@@ -1275,7 +1282,7 @@ private:
                     for (const ColumnDef& c : t.def.columns()) {
                         if (c.name == QLatin1String(RowIdColumn))
                             continue;
-                        QString sql = ident(t.visible) + QLatin1Char('.') + ident(c.name);
+                        QString sql = columnSql(t, c.name);
                         const FieldType type = c.type == FieldType::AutoInc ? FieldType::Int : c.type;
                         if (scope.grouped &&
                             !scope.groupKeys.contains((t.visible + QLatin1Char('.') + c.name).toLower()))

@@ -274,6 +274,16 @@ TEST_P(SqlDialect, SubSelectsJoinsAndUnions)
                                         ":Route_ID order by Person_ID"),
                          {{QStringLiteral("Route_ID"), QStringLiteral("R2")}})),
               (QStringList{"2", "3", "4"}));
+
+    // A derived table's columns are named as its select names them, in any
+    // case, also through * and a left join.
+    const ResultSet derived = run(QStringLiteral(
+        "select r.Request_ID, r.*, s.Stop_Reason from (select Person_ID as Request_ID, Client_ID as Visible_No, "
+        "Stop_Code from Clients where Person_ID in (2, 4)) r left join StopReasons s on s.Stop_ID = r.Stop_Code "
+        "order by r.Request_ID"));
+    EXPECT_EQ(column(derived, 0), (QStringList{"2", "4"}));
+    EXPECT_EQ(derived.columnName(2), "Visible_No");
+    EXPECT_EQ(column(derived, 4), (QStringList{"", "Moved"}));
 }
 
 TEST_P(SqlDialect, AggregatesNamesAndLooseGrouping)

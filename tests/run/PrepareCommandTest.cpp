@@ -1,7 +1,9 @@
 // The headless prepare command: the same sign-in and the same run as the
 // screen's presenter, printed as CSV.
 
+#include "confirmation/GivenItemConfirmation.h"
 #include "Csv.h"
+#include "items/RunItemRows.h"
 #include "RunFixture.h"
 
 #include "RunCommand.h"
@@ -77,6 +79,60 @@ TEST_F(PrepareCommand, TheTypeLetterChoosesTheSelections)
     stream.flush();
     EXPECT_EQ(outcome.out, expected);
     EXPECT_EQ(outcome.out.count(u'\n'), 1 + 2);
+}
+
+TEST_F(PrepareCommand, ItemsPrintWhatSavingTheRunWouldWrite)
+{
+    insertRow(db(), QStringLiteral("Items"), {{QStringLiteral("Item_ID"), 1},
+                                              {QStringLiteral("Meal_Item"), QStringLiteral("Hot Lunch")},
+                                              {QStringLiteral("Number_Meals"), 1},
+                                              {QStringLiteral("Number_Labels"), 1}});
+    insertRow(db(), QStringLiteral("Items"), {{QStringLiteral("Item_ID"), 2},
+                                              {QStringLiteral("Meal_Item"), QStringLiteral("Storm Pack")},
+                                              {QStringLiteral("Number_Meals"), 5},
+                                              {QStringLiteral("Confirmation_Required"), QStringLiteral("A")}});
+    for (int item : {1, 2})
+        insertRow(db(), QStringLiteral("Defdels"), {{QStringLiteral("Person_ID"), 0},
+                                                    {QStringLiteral("Service_ID"), 1},
+                                                    {QStringLiteral("Del_Day"), QStringLiteral("MON")},
+                                                    {QStringLiteral("Item_ID"), item},
+                                                    {QStringLiteral("Quantity"), 1},
+                                                    {QStringLiteral("Sort_Order"), item}});
+    const QStringList words = {QStringLiteral("--data"), data.path(), QStringLiteral("--user"), QStringLiteral("pat"),
+                               QStringLiteral("prepare"), QStringLiteral("2024-03-11"), QStringLiteral("--items")};
+    const auto expected = [&](GivenItemConfirmation answer) {
+        prepare(monday);
+        form().setItemConfirmation(&answer);
+        QString text;
+        QTextStream stream(&text);
+        writeCsv(stream, runItemRows(form().FindRunItems(form().ConfirmDeliveryItems())));
+        stream.flush();
+        form().setItemConfirmation(nullptr);
+        return text;
+    };
+
+    CommandResult outcome = run(words);
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.out, expected(GivenItemConfirmation::none()));
+    EXPECT_TRUE(outcome.out.startsWith(QStringLiteral("Route_ID,Stop,Client_ID,Person_ID,Delivery_Type,Svcs_Used,"
+                                                      "Items_From,Custom_Items,Number_Meals,Number_Labels,"
+                                                      "Funding_Desc,Item_ID,Quantity,Sort_Order\n")));
+    EXPECT_TRUE(outcome.out.contains(QStringLiteral("R2,0,C001,1,OD,1,default,false,1,1,\"\",1,1,1\n")));
+    outcome = run(words + QStringList{QStringLiteral("--confirm"), QStringLiteral("2")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.out, expected(GivenItemConfirmation::items({2})));
+    EXPECT_TRUE(outcome.out.contains(QStringLiteral("R2,0,C001,1,OD,1,default,false,6,1,\"\",2,1,2\n")));
+
+    outcome = run(words + QStringList{QStringLiteral("--confirm"), QStringLiteral("1")});
+    EXPECT_NE(outcome.exitCode, 0);
+    EXPECT_TRUE(outcome.err.endsWith(QStringLiteral("Item 1 does not need confirmation for this run.\n")))
+        << outcome.err.toStdString();
+    EXPECT_EQ(outcome.out, "");
+    outcome = run(words + QStringList{QStringLiteral("--confirm"), QStringLiteral("some")});
+    EXPECT_EQ(outcome.exitCode, 2);
+    outcome = run(words.mid(0, 6) + QStringList{QStringLiteral("--confirm"), QStringLiteral("all")});
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_TRUE(outcome.err.contains(QStringLiteral("--confirm goes with --items.")));
 }
 
 TEST_F(PrepareCommand, RefusesWhatTheDialogRefuses)

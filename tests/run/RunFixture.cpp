@@ -2,7 +2,16 @@
 
 namespace kb::test {
 
-RunFixture::RunFixture()
+namespace {
+
+StoreKind usable(StoreKind kind)
+{
+    return kind == StoreKind::PostgreSQL && postgresTestAddress().isEmpty() ? StoreKind::SQLite : kind;
+}
+
+} // namespace
+
+RunFixture::RunFixture(StoreKind kind) : data(usable(kind))
 {
     session.cUserName = QStringLiteral("pat");
     session.userFullName = QStringLiteral("Pat Tester");

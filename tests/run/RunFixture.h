@@ -18,7 +18,9 @@ namespace kb::test {
 class RunFixture : public ::testing::Test
 {
 protected:
-    RunFixture();
+    // A PostgreSQL fixture falls back to a data directory when the tests have
+    // no server; such tests skip themselves with KB_REQUIRE_STORE.
+    explicit RunFixture(StoreKind kind = StoreKind::SQLite);
 
     Database& db() { return data.db(); }
     // A client due every day of every week on route R1, stop = person; the

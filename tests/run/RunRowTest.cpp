@@ -2,9 +2,9 @@
 // and the address overrides that replace route, stop and address.
 
 #include "AddressOverrides.h"
-#include "OriginDataSet.h"
+#include "selection/OriginDataSet.h"
 #include "RunFixture.h"
-#include "RunStatements.h"
+#include "selection/RunStatements.h"
 
 using namespace kb;
 using namespace kb::test;

@@ -2,6 +2,7 @@
 // navigator follows the presenter, a new row typed in the edit page is
 // saved, a double click opens a row, and the menu lists every screen.
 
+#include "WidgetApplication.h"
 #include "EditBaseView.h"
 #include "records/RecordServices.h"
 #include "ReferenceEditorsMenu.h"
@@ -29,13 +30,7 @@ namespace {
 class EditBaseViewTest : public ::testing::Test
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        static int argc = 1;
-        static char name[] = "ui_tests";
-        static char* argv[] = {name, nullptr};
-        if (!QApplication::instance()) new QApplication(argc, argv);
-    }
+    static void SetUpTestSuite() { kb::test::ensureWidgetApplication(); }
 
     test::TempDataDir data;
     test::ScriptedUserInterface ui;

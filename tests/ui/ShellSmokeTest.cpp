@@ -1,6 +1,7 @@
 // The screens over a demo agency, offscreen: the sign-in dialog, the main
 // window's menus and the run screen preparing a run.
 
+#include "WidgetApplication.h"
 #include "DemoAgency.h"
 #include "MainWindow.h"
 #include "PasswordDialog.h"
@@ -36,14 +37,7 @@ namespace {
 class Shell : public ::testing::Test
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        static int argc = 1;
-        static char name[] = "ui_tests";
-        static char* argv[] = {name, nullptr};
-        if (!QApplication::instance())
-            new QApplication(argc, argv);
-    }
+    static void SetUpTestSuite() { kb::test::ensureWidgetApplication(); }
 
     void SetUp() override
     {

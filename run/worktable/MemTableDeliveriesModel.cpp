@@ -1,4 +1,4 @@
-#include "MemTableDeliveriesModel.h"
+#include "worktable/MemTableDeliveriesModel.h"
 
 #include "store/DbError.h"
 #include "UserInterface.h"

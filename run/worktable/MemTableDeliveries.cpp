@@ -1,4 +1,4 @@
-#include "MemTableDeliveries.h"
+#include "worktable/MemTableDeliveries.h"
 
 #include <iterator>
 

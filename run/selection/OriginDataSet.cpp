@@ -1,4 +1,4 @@
-#include "OriginDataSet.h"
+#include "selection/OriginDataSet.h"
 
 namespace kb {
 

@@ -1,4 +1,4 @@
-#include "RunStatements.h"
+#include "selection/RunStatements.h"
 
 namespace kb::RunStatements {
 
@@ -45,6 +45,15 @@ QString ongoingSelection(int dayOfWeek)
            QStringLiteral("and (Svcs_Used > 0) and (%1 = True) and not (Client_ID in (Select Client_ID from "
                           "Suspends where Stop_Dt <= :Deliv_Date and Resume_Dt > :Deliv_Date))")
                .arg(QLatin1String(day.flag));
+}
+
+QString weekdayColumn(int dayOfWeek) { return QString::fromLatin1(weekdays[dayOfWeek - 1].flag); }
+
+QString fundingStatement(int dayOfWeek)
+{
+    return QStringLiteral(" select Fund_CD from FundUses where (Person_ID = :Person_id) and ((Service_ID = :Service_ID) or "
+                          "(Service_ID = 0)) and ") +
+           QStringLiteral(" (%1 = True) ").arg(weekdayColumn(dayOfWeek));
 }
 
 QString datedSelection(bool excludeSuspended)

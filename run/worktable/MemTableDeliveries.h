@@ -1,7 +1,7 @@
 #pragma once
 
 #include "store/Database.h"
-#include "DeliveryRow.h"
+#include "worktable/DeliveryRow.h"
 
 #include <QStringList>
 

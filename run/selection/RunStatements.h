@@ -15,6 +15,14 @@ QString dayCode(const QDate& date);
 // The ongoing selection for the weekday of the date (1 = Monday).
 QString ongoingSelection(int dayOfWeek);
 
+// The Clients and FundUses column of the weekday's flag: "Monday" ... "Sunday".
+QString weekdayColumn(int dayOfWeek);
+
+// The funding of one delivery on the weekday of the run (:Person_id,
+// :Service_ID): the client's FundUses rows of that service or of all
+// services (Service_ID 0) that are true on the weekday.
+QString fundingStatement(int dayOfWeek);
+
 // The episodic and scheduled selection; with excludeSuspended the suspension
 // clause is added (scheduled deliveries under SUSPEND_SCHEDULED_DELIVERIES).
 QString datedSelection(bool excludeSuspended);

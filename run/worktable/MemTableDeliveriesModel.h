@@ -1,6 +1,6 @@
 #pragma once
 
-#include "MemTableDeliveries.h"
+#include "worktable/MemTableDeliveries.h"
 
 #include <QAbstractTableModel>
 #include <QHash>

@@ -1,4 +1,4 @@
-#include "RunLookups.h"
+#include "selection/RunLookups.h"
 
 #include "store/Database.h"
 
