@@ -23,19 +23,6 @@ using Hook = DataSet::Hook;
 const QString CalcSuspended = QStringLiteral("CalcSuspended");
 const QString CalcSuspendedText = QStringLiteral("CalcSuspendedText");
 
-// Runs a step when a scope ends, also when an error unwinds it.
-template <typename Step> class Finally
-{
-public:
-    explicit Finally(Step step) : m_step(std::move(step)) {}
-    ~Finally() { m_step(); }
-    Finally(const Finally&) = delete;
-    Finally& operator=(const Finally&) = delete;
-
-private:
-    Step m_step;
-};
-
 } // namespace
 
 ClientRules::ClientRules(RecordServices& services, UserInterface& ui, const Clock& clock,
@@ -238,15 +225,26 @@ void ClientRules::afterPost(DataSet& clients)
     // of their own.
     const ClientValues before = m_old;
     const bool filterTakenOff = std::exchange(m_filterTakenOff, false);
-    const Finally filterBack([&] { restoreFilter(clients, filterTakenOff); });
-    {
-        const HookSuspension own(clients, {Hook::BeforeEdit, Hook::AfterEdit, Hook::BeforePost,
-                                           Hook::AfterPost, Hook::BeforeCancel, Hook::AfterCancel});
-        clients.flushBuffers();
-        const ClientValues saved = ClientValues::read(clients);
-        ClientSaveSteps(*this, clients, before, saved).run();
+    try {
+        {
+            const HookSuspension own(clients, {Hook::BeforeEdit, Hook::AfterEdit, Hook::BeforePost,
+                                               Hook::AfterPost, Hook::BeforeCancel, Hook::AfterCancel});
+            clients.flushBuffers();
+            const ClientValues saved = ClientValues::read(clients);
+            ClientSaveSteps(*this, clients, before, saved).run();
+        }
+        householdStep(clients, ClientValues::read(clients));
+    } catch (...) {
+        // The filter goes back on also after a failed step; the step's error
+        // is the one the user hears of.
+        try {
+            restoreFilter(clients, filterTakenOff);
+        } catch (const std::exception& e) {
+            qWarning("Putting the client filter back failed: %s", e.what());
+        }
+        throw;
     }
-    householdStep(clients, ClientValues::read(clients));
+    restoreFilter(clients, filterTakenOff);
 }
 
 void ClientRules::householdStep(DataSet& clients, const ClientValues& saved)
@@ -264,13 +262,24 @@ void ClientRules::householdStep(DataSet& clients, const ClientValues& saved)
                            "members.\r\n\r\nDo you want to see the list of other household members?"),
             Buttons::YesNo) != Answer::Yes)
         return;
+    // The list may move the set to a member; it comes back to the client.
     const DataSet::Bookmark position = clients.bookmark();
-    const Finally back([&] {
+    auto back = [&] {
         if (clients.isActive() && clients.state() == DataSet::State::Browse &&
             clients.bookmarkValid(position))
             clients.gotoBookmark(position);
-    });
-    m_dialogs->showHouseholdMembers(form);
+    };
+    try {
+        m_dialogs->showHouseholdMembers(form);
+    } catch (...) {
+        try {
+            back();
+        } catch (const std::exception& e) {
+            qWarning("Returning to the client after the household list failed: %s", e.what());
+        }
+        throw;
+    }
+    back();
 }
 
 // ---- migrating to a household member ----

@@ -116,11 +116,17 @@ QString ClientSaveSteps::datedScheduleType() const
     return newText("DELIVERY_TYPE") == QLatin1String("E") ? QStringLiteral("E") : QStringLiteral("S");
 }
 
-bool ClientSaveSteps::hasDatedDeliveries(const QString& condition, const QString& scheduleType)
+Params ClientSaveSteps::datedParams(const QString& scheduleType) const
 {
     Params params{{QStringLiteral("Person_ID"), m_saved.value(QStringLiteral("PERSON_ID"))}};
     if (!scheduleType.isEmpty()) params.emplace_back(QStringLiteral("Schedule_Type"), scheduleType);
-    return !m_db.execute(QStringLiteral("Select RecordID from EpisodicDeliveries where ") + condition, params)
+    return params;
+}
+
+bool ClientSaveSteps::hasDatedDeliveries(const QString& condition, const QString& scheduleType)
+{
+    return !m_db.execute(QStringLiteral("Select RecordID from EpisodicDeliveries where ") + condition,
+                         datedParams(scheduleType))
                 .isEmpty();
 }
 
@@ -164,18 +170,7 @@ void ClientSaveSteps::deleteDatedDeliveriesOfInactivated()
     if (m_newStatus != client_status::Inactive || m_oldStatus == client_status::Inactive) return;
     const QString condition = QStringLiteral("Person_ID = :Person_ID and ") + Uncredited;
     if (!hasDatedDeliveries(condition, {})) return;
-    const Params params{{QStringLiteral("Person_ID"), m_saved.value(QStringLiteral("PERSON_ID"))}};
-    inTransaction([&] {
-        // The item lines of those deliveries go with them.
-        m_db.execute(QStringLiteral(
-                         "Delete from DefDels where Person_ID = :Person_ID and Deliv_ID in (Select RecordID "
-                         "from EpisodicDeliveries where ") +
-                         condition + QLatin1Char(')'),
-                     params);
-        m_db.execute(QStringLiteral("Delete from EpisodicDeliveries where ") + condition, params);
-        writeHistory(QStringLiteral("All uncredited sched/episodic deliveries deleted"));
-    });
-    if (auto& changed = m_rules.datedDeliveriesChanged()) changed();
+    deleteDatedDeliveries(condition, {}, QStringLiteral("All uncredited sched/episodic deliveries deleted"));
 }
 
 void ClientSaveSteps::offerToDeleteFutureDeliveriesOfStopped()
@@ -194,16 +189,23 @@ void ClientSaveSteps::offerToDeleteFutureDeliveriesOfStopped()
                  "deliveries deleted?")
                  .arg(kind)))
         return;
-    const Params params{{QStringLiteral("Person_ID"), m_saved.value(QStringLiteral("PERSON_ID"))},
-                        {QStringLiteral("Schedule_Type"), type}};
+    deleteDatedDeliveries(condition, type,
+                          QStringLiteral("Future uncredited sched/episodic deliveries deleted"));
+}
+
+void ClientSaveSteps::deleteDatedDeliveries(const QString& condition, const QString& scheduleType,
+                                            const QString& event)
+{
+    const Params params = datedParams(scheduleType);
     inTransaction([&] {
+        // The item lines of those deliveries go with them.
         m_db.execute(QStringLiteral(
                          "Delete from DefDels where Person_ID = :Person_ID and Deliv_ID in (Select RecordID "
                          "from EpisodicDeliveries where ") +
                          condition + QLatin1Char(')'),
                      params);
         m_db.execute(QStringLiteral("Delete from EpisodicDeliveries where ") + condition, params);
-        writeHistory(QStringLiteral("Future uncredited sched/episodic deliveries deleted"));
+        writeHistory(event);
     });
     if (auto& changed = m_rules.datedDeliveriesChanged()) changed();
 }

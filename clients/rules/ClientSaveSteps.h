@@ -3,6 +3,7 @@
 #include "records/History.h"
 #include "rules/ClientConfig.h"
 #include "rules/ClientValues.h"
+#include "store/Database.h"
 
 #include <QDate>
 #include <QList>
@@ -66,8 +67,12 @@ private:
     void clearStopDate(const QString& event);
     // Runs work in a transaction of its own unless the caller's is open.
     template <typename Work> void inTransaction(Work&& work);
-    // The uncredited dated deliveries of the client that match a condition.
+    // The client's dated deliveries that match a condition on :Person_ID
+    // and, when one is given, :Schedule_Type.
+    Params datedParams(const QString& scheduleType) const;
     bool hasDatedDeliveries(const QString& condition, const QString& scheduleType);
+    // Deletes them with their item lines and writes the event, in one transaction.
+    void deleteDatedDeliveries(const QString& condition, const QString& scheduleType, const QString& event);
     QString datedScheduleType() const;
 
     QString oldText(const char* column) const { return m_before.text(QLatin1String(column)); }

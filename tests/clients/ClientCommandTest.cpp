@@ -102,6 +102,11 @@ TEST_P(ClientCommand, SetSavesThroughTheRulesAndTheirQuestionsGetTheAnswersGiven
         db().execute(QStringLiteral("select User from History where Person_ID = 1")).value(0, 0).toString();
     EXPECT_EQ(user, "Pat Tester");
 
+    // A failing on-post statement of the agency's is passed over inside
+    // the command's transaction too.
+    insertRow(db(), QStringLiteral("Queries"),
+              {{QStringLiteral("Query_Name"), QStringLiteral("EXECUTE_ON_POST")},
+               {QStringLiteral("Query_Lines"), QStringLiteral("update NoSuchTable set X = :Person_ID")}});
     // Null, the empty text, a float and a date, each by its column's type.
     CommandResult typed = client({QStringLiteral("set"), QStringLiteral("1"), QStringLiteral("PHONE="),
                                   QStringLiteral("MID_NAME=\"\""), QStringLiteral("DEF_STOP=2.5"),

@@ -10,7 +10,9 @@
 #include "dataset/RecordLocks.h"
 #include "rules/AlternateAddressEditor.h"
 
+#include <functional>
 #include <stdexcept>
+#include <utility>
 
 using namespace kb;
 using namespace kb::test;
@@ -313,34 +315,64 @@ TEST_P(ClientRulesTest, DetachingPutsBackTheHooksThatWereThere)
     EXPECT_THROW(other.rules.attach(plain), MessageError) << "an open set without the calculated fields";
 }
 
+// A user at the second workstation who, asked whether to try again, waits
+// until the first has saved and says Yes.
+class WaitingUser final : public UserInterface
+{
+public:
+    std::function<void()> meanwhile;
+    QStringList questions;
+    QStringList told;
+    void information(const QString& text) override { told.append(text); }
+    void warning(const QString& text) override { told.append(text); }
+    void error(const QString& text) override { told.append(text); }
+    Answer question(const QString& text, Buttons) override
+    {
+        questions.append(text);
+        if (meanwhile) std::exchange(meanwhile, nullptr)();
+        return Answer::Yes;
+    }
+    void progressStart(const QString&) override {}
+    void progressStep(int) override {}
+    void progressEnd() override {}
+    void setBusy(bool) override {}
+};
+
 TEST_P(ClientRulesTest, TheSecondWorkstationIsToldOfTheLockAndLosesNothingOnceTheFirstPosts)
 {
     addClient(1, {{QStringLiteral("Phone"), QStringLiteral("555-0100")}});
     auto otherDb = data->openAnother();
     otherDb->recordLocks().setRetries(2, 10);
-    Workstation second(*otherDb, data->clock());
-    second.clients.open();
+    WaitingUser user;
+    SessionState session;
+    session.userFullName = QStringLiteral("Second User");
+    RecordServices services(*otherDb, user);
+    TableDataSet second(*otherDb, QStringLiteral("Clients"));
+    ClientRules rules(services, user, data->clock(), session);
+    services.installErrorHooks(second);
+    rules.attach(second);
+    second.open();
 
     editClient(1);
     clients().setFieldValue(u"Status", QStringLiteral("S"));
+    user.meanwhile = [&] { clients().post(); };
 
-    ASSERT_TRUE(second.clients.locate(QStringLiteral("PERSON_ID"), 1));
-    EXPECT_THROW(second.clients.edit(), Abort);
-    EXPECT_EQ(second.ui.texts(ScriptedUserInterface::Kind::Question),
-              QStringList{"The record you are trying to edit is currently locked, do you want to try to edit "
-                          "this record again?"});
-    EXPECT_EQ(second.clients.state(), DataSet::State::Browse);
-
-    clients().post();
-
-    // The second workstation now edits the row as the first saved it.
-    second.clients.edit();
-    EXPECT_EQ(second.clients.fieldValue(u"Status").toString(), "S");
-    second.clients.setFieldValue(u"Phone", QStringLiteral("555-0199"));
-    second.clients.post();
+    ASSERT_TRUE(second.locate(QStringLiteral("PERSON_ID"), 1));
+    second.edit();
+    EXPECT_EQ(user.questions,
+              QStringList{"The record you are trying to edit is currently locked, do you want to try "
+                          "to edit this record again?"});
+    EXPECT_EQ(user.told, QStringList{"The record you are trying to edit has been modified since it was last "
+                                     "retrieved, the record will now be refreshed"});
+    // The edit starts from the row as the first workstation saved it.
+    EXPECT_EQ(second.fieldValue(u"Status").toString(), "S");
+    second.setFieldValue(u"Phone", QStringLiteral("555-0199"));
+    second.post();
     EXPECT_EQ(stored(1, QStringLiteral("Status")).toString(), "S");
     EXPECT_EQ(stored(1, QStringLiteral("Phone")).toString(), "555-0199");
+    // Each save wrote what it changed, and nothing of the other's.
     EXPECT_EQ(history(1), (QStringList{"Status changed from Active to Stopped.", "Old Phone: 555-0100"}));
+    rules.detach();
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, ClientRulesTest, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
