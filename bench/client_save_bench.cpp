@@ -60,25 +60,33 @@ void fill(Database& db, int clients)
                         {QStringLiteral("A"), QStringLiteral("%1 Main Street").arg(i)},
                         {QStringLiteral("H"), (i + 1) / 2},
                         {QStringLiteral("R"), QStringLiteral("R%1").arg(i % 40)}});
-        if (i % 10 == 0)
-            suspends.push_back({{QStringLiteral("P"), i}});
+        if (i % 10 == 0) suspends.push_back({{QStringLiteral("P"), i}});
         dated.push_back({{QStringLiteral("P"), i}});
     }
     TransactionGuard guard(db);
-    db.query(QStringLiteral("Insert into Clients (Person_ID, Client_ID, Last_Name, Address1, Household_ID, Def_Rte, Status, "
-                            "Delivery_Type, Start_Dte, Monday, Wednesday, Edit_Dte) values (:P, :C, :L, :A, :H, :R, 'A', "
-                            "'O', '2024-01-02', true, true, '2024-03-05')"))
+    db
+        .query(QStringLiteral(
+            "Insert into Clients (Person_ID, Client_ID, Last_Name, Address1, Household_ID, Def_Rte, Status, "
+            "Delivery_Type, Start_Dte, Monday, Wednesday, Edit_Dte) values (:P, :C, :L, :A, :H, :R, 'A', "
+            "'O', '2024-01-02', true, true, '2024-03-05')"))
         .execBatch(rows);
-    db.query(QStringLiteral("Insert into Household_Members (Household_ID, Person_ID) values (:P, :P)")).execBatch(rows);
-    db.query(QStringLiteral("Insert into Suspends (Person_ID, Stop_Dt, Resume_Dt) values (:P, '2024-03-01', '2024-03-20')"))
+    db.query(QStringLiteral("Insert into Household_Members (Household_ID, Person_ID) values (:P, :P)"))
+        .execBatch(rows);
+    db
+        .query(QStringLiteral(
+            "Insert into Suspends (Person_ID, Stop_Dt, Resume_Dt) values (:P, '2024-03-01', '2024-03-20')"))
         .execBatch(suspends);
-    db.query(QStringLiteral("Insert into EpisodicDeliveries (Person_ID, Deliv_Date, Schedule_Type) values (:P, "
-                            "'2024-03-20', 'S')"))
+    db.query(
+          QStringLiteral("Insert into EpisodicDeliveries (Person_ID, Deliv_Date, Schedule_Type) values (:P, "
+                         "'2024-03-20', 'S')"))
         .execBatch(dated);
     guard.commit();
 }
 
-double elapsedMs(const QElapsedTimer& timer) { return timer.nsecsElapsed() / 1e6; }
+double elapsedMs(const QElapsedTimer& timer)
+{
+    return timer.nsecsElapsed() / 1e6;
+}
 
 void report(const char* what, double ms, const QString& extra = {})
 {
@@ -102,7 +110,8 @@ void run(Database& db, int count, const Clock& clock)
     timer.restart();
     rules.attach(clients);
     OpenTable(clients);
-    report("attach the rules and open Clients", elapsedMs(timer), QStringLiteral("%1 rows").arg(clients.recordCount()));
+    report("attach the rules and open Clients", elapsedMs(timer),
+           QStringLiteral("%1 rows").arg(clients.recordCount()));
 
     constexpr int Saves = 200;
     auto saves = [&](const char* what, const std::function<void(int)>& change) {
@@ -161,7 +170,8 @@ int main(int argc, char** argv)
         address.schema = QString::fromLatin1(BenchSchema);
         auto dropSchema = [&] {
             PostgresStore(ServerAddress::parse(arguments.server))
-                .exec(QStringLiteral("DROP SCHEMA IF EXISTS %1 CASCADE").arg(QString::fromLatin1(BenchSchema)));
+                .exec(
+                    QStringLiteral("DROP SCHEMA IF EXISTS %1 CASCADE").arg(QString::fromLatin1(BenchSchema)));
         };
         dropSchema();
         {
