@@ -16,7 +16,7 @@ QStringList loadDietCodes(Database& db)
     return codes;
 }
 
-QString ConvertDietCode(qint64 mask, const QStringList& aDietCodes)
+QString ConvertDietCode(qint64 mask, const QStringList& aDietCodes, const QString& separator)
 {
     if (mask <= 0)
         return {};
@@ -24,7 +24,7 @@ QString ConvertDietCode(qint64 mask, const QStringList& aDietCodes)
     for (qsizetype bit = 0; bit < aDietCodes.size() && bit < 63; ++bit)
         if (mask & (qint64(1) << bit))
             parts.append(aDietCodes[bit]);
-    return parts.join(QStringLiteral(" / "));
+    return parts.join(separator);
 }
 
 } // namespace kb

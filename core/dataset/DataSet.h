@@ -218,6 +218,10 @@ public:
     void setHook(Hook hook, HookFunction function);
     void setErrorHook(Hook hook, ErrorHookFunction function);
     void setOnCalcFields(HookFunction function) { setHook(Hook::OnCalcFields, std::move(function)); }
+    // The function set on a hook, so that a rule attaching itself can chain
+    // to what was there and put it back when it detaches.
+    HookFunction hook(Hook hook) const { return m_hooks[size_t(hook)]; }
+    ErrorHookFunction errorHook(Hook hook) const { return m_errorHooks[size_t(hook)]; }
     void takeOff(Hook hook);
     void putBack(Hook hook);
     bool isHookOn(Hook hook) const;
