@@ -1,0 +1,275 @@
+#include "render/PagePainter.h"
+
+#include "MessageError.h"
+#include "engine/ReportLayout.h"
+#include "engine/TextMeasure.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QFontMetricsF>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QPdfWriter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kb::reports {
+
+namespace {
+
+// PDF coordinates fine enough that nothing is rounded visibly.
+constexpr int PdfDpi = 1200;
+// Above this resolution, bars are placed exactly; at or below it (label
+// printers, office printers, the screen) each module takes a whole number
+// of device pixels, so that every bar of the same width prints the same.
+constexpr double SnapBelowDpi = 601;
+
+class Painter
+{
+public:
+    Painter(QPainter& painter, const ReportDocument& document, const Page& page, double dpiX, double dpiY)
+        : m_p(painter), m_doc(document), m_page(page), m_sx(dpiX / 72.0), m_sy(dpiY / 72.0), m_dpiX(dpiX)
+    {
+    }
+
+    void items(const std::vector<Item>& items, QPointF origin)
+    {
+        for (const Item& item : items)
+            std::visit([&](const auto& i) { draw(i, origin); }, item);
+    }
+
+private:
+    QRectF device(const QRectF& r, QPointF origin) const
+    {
+        return QRectF((r.left() + origin.x()) * m_sx, (r.top() + origin.y()) * m_sy, r.width() * m_sx,
+                      r.height() * m_sy);
+    }
+    QPointF device(QPointF p, QPointF origin) const
+    {
+        return QPointF((p.x() + origin.x()) * m_sx, (p.y() + origin.y()) * m_sy);
+    }
+    QPen pen(const QColor& color, double width) const
+    {
+        QPen p(color);
+        // Never thinner than one device pixel, so hairlines show on paper.
+        p.setWidthF(std::max(1.0, width * m_sx));
+        p.setCapStyle(Qt::FlatCap);
+        p.setJoinStyle(Qt::MiterJoin);
+        return p;
+    }
+
+    void draw(const TextItem& t, QPointF origin)
+    {
+        const TextStyle& style = m_doc.styles[size_t(t.style)];
+        const QRectF r = device(t.rect, origin);
+        if (style.fill)
+            m_p.fillRect(r, *style.fill);
+        if (style.border > 0) {
+            m_p.setPen(pen(style.color, style.border));
+            m_p.setBrush(Qt::NoBrush);
+            m_p.drawRect(r);
+        }
+        const QFont font = fontFor(style);
+        m_p.setFont(font);
+        m_p.setPen(style.color);
+        const QFontMetricsF metrics(font, m_p.device());
+        const double inset = style.border > 0 || style.fill ? 1.5 * m_sx : 0;
+        QStringList lines = t.lines;
+        bool measured = !t.widths.empty();
+        if (t.deferred) {
+            QString text = resolveDeferred(m_doc, m_page, *t.deferred);
+            text.replace(u'\n', u' ');
+            lines = QStringList{metrics.elidedText(text, Qt::ElideRight, std::max(1.0, r.width() - 2 * inset))};
+            measured = false;
+        }
+        const double lineHeight = metrics.lineSpacing();
+        const double total = lineHeight * lines.size();
+        double top = r.top();
+        if (style.valign == VAlign::Middle)
+            top += (r.height() - total) / 2;
+        else if (style.valign == VAlign::Bottom)
+            top += r.height() - total;
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            const QString& line = lines[i];
+            if (line.isEmpty())
+                continue;
+            double x = r.left() + inset;
+            if (style.align != HAlign::Left) {
+                const double width = measured && size_t(i) < t.widths.size() ? t.widths[size_t(i)] * m_sx
+                                                                             : metrics.horizontalAdvance(line);
+                const double room = r.width() - 2 * inset;
+                x += style.align == HAlign::Center ? (room - width) / 2 : room - width;
+            }
+            m_p.drawText(QPointF(x, top + metrics.ascent() + i * lineHeight), line);
+        }
+    }
+
+    void draw(const LineItem& l, QPointF origin)
+    {
+        m_p.setPen(pen(l.color, l.width));
+        m_p.drawLine(device(l.from, origin), device(l.to, origin));
+    }
+
+    void draw(const BoxItem& b, QPointF origin)
+    {
+        const QRectF r = device(b.rect, origin);
+        if (b.fill)
+            m_p.fillRect(r, *b.fill);
+        if (b.width > 0) {
+            m_p.setPen(pen(b.color, b.width));
+            m_p.setBrush(Qt::NoBrush);
+            m_p.drawRect(r);
+        }
+    }
+
+    void draw(const ImageItem& i, QPointF origin)
+    {
+        QRectF r = device(i.rect, origin);
+        if (i.keepAspect && !i.image.isNull()) {
+            const QSizeF size = QSizeF(i.image.size()).scaled(r.size(), Qt::KeepAspectRatio);
+            r = QRectF(r.left() + (r.width() - size.width()) / 2, r.top() + (r.height() - size.height()) / 2,
+                       size.width(), size.height());
+        }
+        m_p.setRenderHint(QPainter::SmoothPixmapTransform, true);
+        m_p.drawImage(r, i.image);
+    }
+
+    void draw(const BarcodeItem& b, QPointF origin)
+    {
+        const BarcodeShape& shape = *b.shape;
+        if (shape.bars.empty() || shape.size.isEmpty())
+            return;
+        QRectF r = device(b.rect, origin);
+        const TextStyle& style = m_doc.styles[size_t(b.style)];
+        const QFont font = fontFor(style);
+        const QFontMetricsF metrics(font, m_p.device());
+        const double textHeight = shape.text.isEmpty() ? 0 : metrics.lineSpacing();
+        QRectF bars(r.left(), r.top(), r.width(), std::max(1.0, r.height() - textHeight));
+
+        double sx = bars.width() / shape.size.width();
+        double sy = bars.height() / shape.size.height();
+        if (shape.twoDimensional)
+            sx = sy = std::min(sx, sy);
+        const bool snap = m_dpiX < SnapBelowDpi;
+        if (snap) {
+            const double modulePixels = std::floor(shape.moduleWidth * sx + 1e-6);
+            if (modulePixels >= 1) {
+                sx = modulePixels / shape.moduleWidth;
+                if (shape.twoDimensional)
+                    sy = sx;
+            }
+        }
+        const double width = shape.size.width() * sx;
+        const double height = shape.size.height() * sy;
+        double left = bars.left() + (bars.width() - width) / 2;
+        double top = bars.top() + (shape.twoDimensional ? (bars.height() - height) / 2 : 0);
+        if (snap) {
+            left = std::round(left);
+            top = std::round(top);
+        }
+        m_p.setPen(Qt::NoPen);
+        m_p.setBrush(Qt::black);
+        for (const QRectF& bar : shape.bars) {
+            QRectF d(left + bar.left() * sx, top + bar.top() * sy, bar.width() * sx, bar.height() * sy);
+            if (snap)
+                d = QRectF(QPointF(std::round(d.left()), std::round(d.top())),
+                           QPointF(std::round(d.right()), std::round(d.bottom())));
+            m_p.fillRect(d, Qt::black);
+        }
+        if (!shape.text.isEmpty()) {
+            m_p.setFont(font);
+            m_p.setPen(style.color);
+            const double textWidth = metrics.horizontalAdvance(shape.text);
+            m_p.drawText(QPointF(r.left() + (r.width() - textWidth) / 2, top + height + metrics.ascent()),
+                         shape.text);
+        }
+    }
+
+    QPainter& m_p;
+    const ReportDocument& m_doc;
+    const Page& m_page;
+    double m_sx;
+    double m_sy;
+    double m_dpiX;
+};
+
+} // namespace
+
+void paintPage(QPainter& painter, const ReportDocument& document, int page, double dpiX, double dpiY)
+{
+    if (page < 0 || page >= document.pageCount())
+        return;
+    const Page& p = document.pages[size_t(page)];
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setRenderHint(QPainter::TextAntialiasing, true);
+    Painter drawer(painter, document, p, dpiX, dpiY);
+    for (const Placement& placement : p.blocks)
+        drawer.items(document.blocks[size_t(placement.block)].items, placement.at);
+    drawer.items(p.items, QPointF(0, 0));
+    painter.restore();
+}
+
+void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int first, int last)
+{
+    first = std::max(0, first);
+    last = std::min(last, document.pageCount() - 1);
+    const QPageSize size(document.pageSize, QPageSize::Point, QString(), QPageSize::ExactMatch);
+    const QPageLayout layout(size, document.pageSize.width() > document.pageSize.height() ? QPageLayout::Landscape
+                                                                                          : QPageLayout::Portrait,
+                             QMarginsF(0, 0, 0, 0), QPageLayout::Point);
+    device.setPageLayout(layout);
+    QPainter painter;
+    if (!painter.begin(&device))
+        throw MessageError(QStringLiteral("The report cannot be printed: the printer or file could not be opened."));
+    const double dpiX = device.logicalDpiX();
+    const double dpiY = device.logicalDpiY();
+    for (int page = first; page <= last; ++page) {
+        if (page > first)
+            device.newPage();
+        paintPage(painter, document, page, dpiX, dpiY);
+    }
+    painter.end();
+}
+
+void writePdf(const ReportDocument& document, const QString& path)
+{
+    {
+        QFile probe(path);
+        if (!probe.open(QIODevice::WriteOnly))
+            throw MessageError(QStringLiteral("Cannot write %1: %2").arg(path, probe.errorString()));
+    }
+    QPdfWriter writer(path);
+    writer.setResolution(PdfDpi);
+    writer.setTitle(document.title);
+    writer.setCreator(QStringLiteral("Kettlebrook"));
+    if (document.pageCount() == 0) {
+        // An empty report is still a valid file of one blank page.
+        QPainter painter(&writer);
+        return;
+    }
+    paintPages(document, writer, 0, document.pageCount() - 1);
+}
+
+QImage pageImage(const ReportDocument& document, int page, double dpi)
+{
+    // Fonts follow the image's whole-number resolution, so the page does too.
+    const int dotsPerMeter = int(std::lround(std::clamp(dpi, 8.0, 2400.0) / 0.0254));
+    QImage probe(1, 1, QImage::Format_RGB32);
+    probe.setDotsPerMeterX(dotsPerMeter);
+    const double exact = probe.logicalDpiX();
+    const QSize size(int(std::ceil(document.pageSize.width() * exact / 72)),
+                     int(std::ceil(document.pageSize.height() * exact / 72)));
+    QImage image(size, QImage::Format_RGB32);
+    image.setDotsPerMeterX(dotsPerMeter);
+    image.setDotsPerMeterY(dotsPerMeter);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    paintPage(painter, document, page, image.logicalDpiX(), image.logicalDpiY());
+    return image;
+}
+
+} // namespace kb::reports
