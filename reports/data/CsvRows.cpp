@@ -81,13 +81,10 @@ QVariant typedValue(const QString& text, bool quoted, FieldType type)
 
 } // namespace
 
-ResultSet readCsvRows(const QString& path)
+namespace {
+
+ResultSet readRows(QTextStream& in, const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        throw MessageError(QStringLiteral("Cannot read %1: %2").arg(path, file.errorString()));
-    QTextStream in(&file);
-    in.setEncoding(QStringConverter::Utf8);
     CsvRecord header;
     if (!readCsvRecord(in, header))
         throw MessageError(QStringLiteral("%1 is empty; it needs a header line of column names.").arg(path));
@@ -126,6 +123,25 @@ ResultSet readCsvRows(const QString& path)
         result.appendRow(std::move(values));
     }
     return result;
+}
+
+} // namespace
+
+ResultSet readCsvRows(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        throw MessageError(QStringLiteral("Cannot read %1: %2").arg(path, file.errorString()));
+    QTextStream in(&file);
+    in.setEncoding(QStringConverter::Utf8);
+    return readRows(in, path);
+}
+
+ResultSet readCsvText(const QString& text, const QString& name)
+{
+    QString copy = text;
+    QTextStream in(&copy, QIODevice::ReadOnly);
+    return readRows(in, name);
 }
 
 } // namespace kb::reports

@@ -18,5 +18,7 @@ inline constexpr int MaxCsvColumns = 1000;
 inline constexpr qsizetype MaxCsvRows = 2000000;
 
 ResultSet readCsvRows(const QString& path);
+// The same from text in memory; name stands for the file in messages.
+ResultSet readCsvText(const QString& text, const QString& name);
 
 } // namespace kb::reports

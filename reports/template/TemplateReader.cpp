@@ -60,8 +60,11 @@ public:
         readReportBody(report);
         if (m_next < m_lines.size())
             fail(m_lines[m_next].number, QStringLiteral("nothing may follow the 'end' of the report"));
-        if (!report.body.detail && !report.body.header && !report.body.footer)
-            fail(first.number, QStringLiteral("the report has no detail, title or summary band"));
+        bool groupBands = false;
+        for (const Group& g : report.body.groups)
+            groupBands = groupBands || g.header || g.footer;
+        if (!report.body.detail && !report.body.header && !report.body.footer && !groupBands)
+            fail(first.number, QStringLiteral("the report has no bands to print"));
         return report;
     }
 
