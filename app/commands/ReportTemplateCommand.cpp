@@ -73,7 +73,9 @@ int runReportTemplate(kb::app::CommandContext& context, const kb::app::CommandAr
         const auto [detailSide, masterSide] = splitPair(text, QStringLiteral("link"));
         const auto [detailPipe, detailField] = splitField(detailSide);
         const auto [masterPipe, masterField] = splitField(masterSide);
-        const auto key = std::make_pair(findPipe(detailPipe), findPipe(masterPipe));
+        kb::reports::RowsPipe* detail = findPipe(detailPipe);
+        kb::reports::RowsPipe* master = findPipe(masterPipe);
+        const auto key = std::make_pair(detail, master);
         auto it = std::find_if(links.begin(), links.end(), [&](const auto& l) { return l.first == key; });
         if (it == links.end())
             it = links.insert(links.end(), {key, {}});

@@ -61,6 +61,8 @@ void DataPipe::seek(qsizetype row)
 {
     refresh();
     const qsizetype target = row >= 0 && row < rows() ? row : -1;
+    if (ownPosition() != -2)
+        m_row = ownPosition();
     if (target == m_row)
         return;
     m_row = target;
@@ -73,15 +75,17 @@ void DataPipe::seek(qsizetype row)
 qsizetype DataPipe::currentRow()
 {
     refresh();
+    if (ownPosition() != -2)
+        m_row = ownPosition();
     return m_row;
 }
 
 QVariant DataPipe::value(int field)
 {
-    refresh();
-    if (m_row < 0 || field < 0)
+    const qsizetype row = currentRow();
+    if (row < 0 || field < 0)
         return {};
-    return fieldValue(m_row, field);
+    return fieldValue(row, field);
 }
 
 QVariant DataPipe::value(QStringView field) { return value(fieldIndex(field)); }

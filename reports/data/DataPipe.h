@@ -61,6 +61,10 @@ protected:
     virtual qsizetype rows() const = 0;
     virtual void moveTo(qsizetype row) = 0;
     virtual QVariant fieldValue(qsizetype row, int field) const = 0;
+    // For a pipe over something that moves by itself (a data set following
+    // its own master): the row it stands on now, or -1 for none; -2 when the
+    // pipe alone decides where it stands.
+    virtual qsizetype ownPosition() const { return -2; }
 
 private:
     void refresh();

@@ -23,4 +23,12 @@ QVariant DataSetPipe::fieldValue(qsizetype row, int field) const
     return m_dataSet.fieldValue(field);
 }
 
+qsizetype DataSetPipe::ownPosition() const
+{
+    // A detail data set stands on its first row after its master moved.
+    if (!m_dataSet.isActive() || m_dataSet.isEmpty())
+        return -1;
+    return m_dataSet.recNo() - 1;
+}
+
 } // namespace kb::reports

@@ -24,6 +24,7 @@ protected:
     qsizetype rows() const override;
     void moveTo(qsizetype row) override;
     QVariant fieldValue(qsizetype row, int field) const override;
+    qsizetype ownPosition() const override;
 
 private:
     DataSet& m_dataSet;

@@ -181,6 +181,9 @@ void LayoutRun::paginate()
     double gridBottom = top;
     bool inGrid = false;
     int skip = std::max(0, m_inputs.labelStartPosition - 1);
+    // A page break waits for something to print after it, so that the
+    // report does not end on a blank page.
+    bool breakPending = false;
 
     auto startPage = [&] {
         if (int(m_doc.pages.size()) >= MaxPages)
@@ -281,7 +284,10 @@ void LayoutRun::paginate()
         case Entry::Kind::Open: {
             const OpenInfo& info = m_opens[size_t(entry.index)];
             endGrid();
-            if (info.resetPageNumber && (content || numberInRun > 1 || !m_doc.pages.back().blocks.empty())) {
+            if (breakPending) {
+                breakPending = false;
+                newPage(info.resetPageNumber);
+            } else if (info.resetPageNumber && (content || numberInRun > 1 || !m_doc.pages.back().blocks.empty())) {
                 newPage(true);
             } else if (info.resetPageNumber) {
                 // The first group starts the first run: nothing to do.
@@ -322,11 +328,15 @@ void LayoutRun::paginate()
             break;
         case Entry::Kind::PageBreak:
             endGrid();
-            if (content)
-                newPage(false);
+            breakPending = content;
             break;
         case Entry::Kind::Block: {
             const Block& b = m_doc.blocks[size_t(entry.index)];
+            if (breakPending) {
+                breakPending = false;
+                endGrid();
+                newPage(false);
+            }
             if (b.columnar) {
                 while (skip > 0) {
                     gridSlot(b.height, false);

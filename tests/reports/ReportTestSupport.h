@@ -9,7 +9,13 @@
 #include <QStringList>
 
 #include <memory>
+#include <ostream>
 #include <vector>
+
+// Texts in test failures as text.
+QT_BEGIN_NAMESPACE
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
+QT_END_NAMESPACE
 
 namespace kb::test {
 
