@@ -19,7 +19,7 @@ namespace {
 
 const QString SettingsSection = QStringLiteral("ReportPreview");
 // Room kept around the page in the view, in pixels.
-constexpr double ViewMargin = 24;
+constexpr double ViewMargin = 32;
 
 } // namespace
 

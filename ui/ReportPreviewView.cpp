@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QEvent>
 #include <QFileDialog>
 #include <QKeySequence>
 #include <QLabel>
@@ -97,6 +98,7 @@ ReportPreviewView::ReportPreviewView(ReportPreview& presenter, QWidget* parent)
     add(QStringLiteral("close"), QStringLiteral("Close"), QKeySequence(), [this] { accept(); });
 
     m_scroll->setWidget(m_page);
+    m_scroll->viewport()->installEventFilter(this);
     m_scroll->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_scroll->setBackgroundRole(QPalette::Dark);
     auto* layout = new QVBoxLayout(this);
@@ -164,11 +166,12 @@ void ReportPreviewView::renderPage()
     action(QStringLiteral("zoomOut"))->setEnabled(m_presenter.isEnabled(ReportPreview::Command::ZoomOut));
 }
 
-void ReportPreviewView::resizeEvent(QResizeEvent* event)
+bool ReportPreviewView::eventFilter(QObject* watched, QEvent* event)
 {
-    QDialog::resizeEvent(event);
-    if (m_presenter.zoom() != ReportPreview::Zoom::Percent)
+    if (watched == m_scroll->viewport() && event->type() == QEvent::Resize &&
+        m_presenter.zoom() != ReportPreview::Zoom::Percent)
         renderPage();
+    return QDialog::eventFilter(watched, event);
 }
 
 void ReportPreviewView::chooseZoom(int index)

@@ -36,7 +36,8 @@ public:
     QImage pageImage() const;
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
+    // A fitted page is drawn again whenever the view's size changes.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void showState();

@@ -81,14 +81,14 @@ TEST(ReportPreview, MovesThroughPagesAndZooms)
 
     // Fitted to a window 850 pixels wide: 8.5 inches at 100 dpi.
     EXPECT_EQ(preview.zoom(), ReportPreview::Zoom::FitWidth);
-    EXPECT_NEAR(preview.pageDpi(QSizeF(850 + 24, 500), 96), 100, 1e-9);
+    EXPECT_NEAR(preview.pageDpi(QSizeF(850 + 32, 500), 96), 100, 1e-9);
     EXPECT_EQ(preview.zoomPercent(), 104);
     preview.zoomIn(); // the next step above what is shown
     EXPECT_EQ(preview.zoom(), ReportPreview::Zoom::Percent);
     EXPECT_EQ(preview.zoomPercent(), 125);
     EXPECT_NEAR(preview.pageDpi(QSizeF(100, 100), 96), 120, 1e-9);
     preview.wholePage();
-    EXPECT_NEAR(preview.pageDpi(QSizeF(2000, 1100 + 24), 96), 100, 1e-9); // 11 inches high
+    EXPECT_NEAR(preview.pageDpi(QSizeF(2000, 1100 + 32), 96), 100, 1e-9); // 11 inches high
     preview.setZoomPercent(1000);
     EXPECT_EQ(preview.zoomPercent(), 400);
     EXPECT_FALSE(preview.isEnabled(ReportPreview::Command::ZoomIn));
