@@ -27,11 +27,44 @@ constexpr int PdfDpi = 1200;
 // of device pixels, so that every bar of the same width prints the same.
 constexpr double SnapBelowDpi = 601;
 
+// The fonts of the document's styles on one device, made once for all its
+// pages: making a font and its metrics for every text would cost more than
+// drawing it.
+class Fonts
+{
+public:
+    Fonts(const ReportDocument& document, QPaintDevice* device) : m_doc(document), m_device(device) {}
+
+    struct Font
+    {
+        QFont font;
+        QFontMetricsF metrics;
+    };
+    const Font& of(int style)
+    {
+        if (size_t(style) >= m_fonts.size())
+            m_fonts.resize(m_doc.styles.size() > size_t(style) ? m_doc.styles.size() : size_t(style) + 1);
+        auto& slot = m_fonts[size_t(style)];
+        if (!slot) {
+            const QFont font = fontFor(m_doc.styles[size_t(style)]);
+            slot = std::make_unique<Font>(Font{font, QFontMetricsF(font, m_device)});
+        }
+        return *slot;
+    }
+
+private:
+    const ReportDocument& m_doc;
+    QPaintDevice* m_device;
+    std::vector<std::unique_ptr<Font>> m_fonts;
+};
+
 class Painter
 {
 public:
-    Painter(QPainter& painter, const ReportDocument& document, const Page& page, double dpiX, double dpiY)
-        : m_p(painter), m_doc(document), m_page(page), m_sx(dpiX / 72.0), m_sy(dpiY / 72.0), m_dpiX(dpiX)
+    Painter(QPainter& painter, const ReportDocument& document, const Page& page, double dpiX, double dpiY,
+            Fonts& fonts)
+        : m_p(painter), m_doc(document), m_page(page), m_sx(dpiX / 72.0), m_sy(dpiY / 72.0), m_dpiX(dpiX),
+          m_fonts(fonts)
     {
     }
 
@@ -68,14 +101,14 @@ private:
         if (style.fill)
             m_p.fillRect(r, *style.fill);
         if (style.border > 0) {
-            m_p.setPen(pen(style.color, style.border));
+            setPen(pen(style.color, style.border));
             m_p.setBrush(Qt::NoBrush);
             m_p.drawRect(r);
         }
-        const QFont font = fontFor(style);
-        m_p.setFont(font);
-        m_p.setPen(style.color);
-        const QFontMetricsF metrics(font, m_p.device());
+        const Fonts::Font& f = m_fonts.of(t.style);
+        setFont(t.style, f.font);
+        setPen(style.color);
+        const QFontMetricsF& metrics = f.metrics;
         const double inset = style.border > 0 || style.fill ? 1.5 * m_sx : 0;
         QStringList lines = t.lines;
         bool measured = !t.widths.empty();
@@ -107,9 +140,32 @@ private:
         }
     }
 
+    // The PDF writer notes every change of font and pen; texts in a row
+    // often share both.
+    void setFont(int style, const QFont& font)
+    {
+        if (style == m_fontStyle)
+            return;
+        m_p.setFont(font);
+        m_fontStyle = style;
+    }
+    void setPen(const QColor& color)
+    {
+        if (m_textPen && color == m_penColor)
+            return;
+        m_p.setPen(color);
+        m_penColor = color;
+        m_textPen = true;
+    }
+    void setPen(const QPen& pen)
+    {
+        m_p.setPen(pen);
+        m_textPen = false;
+    }
+
     void draw(const LineItem& l, QPointF origin)
     {
-        m_p.setPen(pen(l.color, l.width));
+        setPen(pen(l.color, l.width));
         m_p.drawLine(device(l.from, origin), device(l.to, origin));
     }
 
@@ -119,7 +175,7 @@ private:
         if (b.fill)
             m_p.fillRect(r, *b.fill);
         if (b.width > 0) {
-            m_p.setPen(pen(b.color, b.width));
+            setPen(pen(b.color, b.width));
             m_p.setBrush(Qt::NoBrush);
             m_p.drawRect(r);
         }
@@ -144,8 +200,8 @@ private:
             return;
         QRectF r = device(b.rect, origin);
         const TextStyle& style = m_doc.styles[size_t(b.style)];
-        const QFont font = fontFor(style);
-        const QFontMetricsF metrics(font, m_p.device());
+        const Fonts::Font& f = m_fonts.of(b.style);
+        const QFontMetricsF& metrics = f.metrics;
         const double textHeight = shape.text.isEmpty() ? 0 : metrics.lineSpacing();
         QRectF bars(r.left(), r.top(), r.width(), std::max(1.0, r.height() - textHeight));
 
@@ -170,8 +226,6 @@ private:
             left = std::round(left);
             top = std::round(top);
         }
-        m_p.setPen(Qt::NoPen);
-        m_p.setBrush(Qt::black);
         for (const QRectF& bar : shape.bars) {
             QRectF d(left + bar.left() * sx, top + bar.top() * sy, bar.width() * sx, bar.height() * sy);
             if (snap)
@@ -180,8 +234,8 @@ private:
             m_p.fillRect(d, Qt::black);
         }
         if (!shape.text.isEmpty()) {
-            m_p.setFont(font);
-            m_p.setPen(style.color);
+            setFont(b.style, f.font);
+            setPen(style.color);
             const double textWidth = metrics.horizontalAdvance(shape.text);
             m_p.drawText(QPointF(r.left() + (r.width() - textWidth) / 2, top + height + metrics.ascent()),
                          shape.text);
@@ -194,11 +248,13 @@ private:
     double m_sx;
     double m_sy;
     double m_dpiX;
+    Fonts& m_fonts;
+    int m_fontStyle = -1;
+    bool m_textPen = false;
+    QColor m_penColor;
 };
 
-} // namespace
-
-void paintPage(QPainter& painter, const ReportDocument& document, int page, double dpiX, double dpiY)
+void paintWith(QPainter& painter, const ReportDocument& document, int page, double dpiX, double dpiY, Fonts& fonts)
 {
     if (page < 0 || page >= document.pageCount())
         return;
@@ -206,11 +262,19 @@ void paintPage(QPainter& painter, const ReportDocument& document, int page, doub
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
-    Painter drawer(painter, document, p, dpiX, dpiY);
+    Painter drawer(painter, document, p, dpiX, dpiY, fonts);
     for (const Placement& placement : p.blocks)
         drawer.items(document.blocks[size_t(placement.block)].items, placement.at);
     drawer.items(p.items, QPointF(0, 0));
     painter.restore();
+}
+
+} // namespace
+
+void paintPage(QPainter& painter, const ReportDocument& document, int page, double dpiX, double dpiY)
+{
+    Fonts fonts(document, painter.device());
+    paintWith(painter, document, page, dpiX, dpiY, fonts);
 }
 
 void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int first, int last)
@@ -227,10 +291,11 @@ void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int f
         throw MessageError(QStringLiteral("The report cannot be printed: the printer or file could not be opened."));
     const double dpiX = device.logicalDpiX();
     const double dpiY = device.logicalDpiY();
+    Fonts fonts(document, &device);
     for (int page = first; page <= last; ++page) {
         if (page > first)
             device.newPage();
-        paintPage(painter, document, page, dpiX, dpiY);
+        paintWith(painter, document, page, dpiX, dpiY, fonts);
     }
     painter.end();
 }
