@@ -4,6 +4,7 @@
 #include "MessageError.h"
 #include "data/DataPipe.h"
 #include "data/PipeCsv.h"
+#include "data/StatementPipe.h"
 #include "engine/ReportLayout.h"
 #include "model/LabelStock.h"
 #include "template/TemplateError.h"
@@ -129,6 +130,19 @@ void ReportHolder::writeCsv(QTextStream& out)
     if (!m_template)
         loadTemplate();
     DataPipe* main = pipe(m_template->body.pipe);
+    // A template that brings its own data: its statement, run as the report would.
+    std::unique_ptr<StatementPipe> own;
+    for (const DataDef& def : m_template->data) {
+        if (m_database && def.pipe.compare(m_template->body.pipe, Qt::CaseInsensitive) == 0) {
+            own = std::make_unique<StatementPipe>(def.pipe, *m_database, def.sql);
+            Params params;
+            for (const ParameterDef& p : m_template->parameters)
+                params.emplace_back(p.name, p.defaultValue);
+            params.insert(params.begin(), m_parameters.begin(), m_parameters.end());
+            own->setReportParameters(params);
+            main = own.get();
+        }
+    }
     if (!main)
         throw MessageError(QStringLiteral("The report reads no data pipe the program gave (%1).")
                                .arg(m_template->body.pipe.isEmpty() ? QStringLiteral("none named")

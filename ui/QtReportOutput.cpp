@@ -62,7 +62,10 @@ bool QtReportOutput::print(const reports::ReportDocument& document, bool showDia
         first = printer.fromPage() - 1;
         last = std::min(last, printer.toPage() - 1);
     }
-    reports::paintPages(document, printer, first, last);
+    // Most printers make the copies themselves; for the others the pages
+    // are sent as many times.
+    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
+    reports::paintPages(document, printer, first, last, copies);
     return true;
 }
 

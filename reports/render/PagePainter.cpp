@@ -277,7 +277,7 @@ void paintPage(QPainter& painter, const ReportDocument& document, int page, doub
     paintWith(painter, document, page, dpiX, dpiY, fonts);
 }
 
-void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int first, int last)
+void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int first, int last, int copies)
 {
     first = std::max(0, first);
     last = std::min(last, document.pageCount() - 1);
@@ -292,10 +292,14 @@ void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int f
     const double dpiX = device.logicalDpiX();
     const double dpiY = device.logicalDpiY();
     Fonts fonts(document, &device);
-    for (int page = first; page <= last; ++page) {
-        if (page > first)
-            device.newPage();
-        paintWith(painter, document, page, dpiX, dpiY, fonts);
+    bool firstPage = true;
+    for (int copy = 0; copy < std::max(1, copies); ++copy) {
+        for (int page = first; page <= last; ++page) {
+            if (!firstPage)
+                device.newPage();
+            firstPage = false;
+            paintWith(painter, document, page, dpiX, dpiY, fonts);
+        }
     }
     painter.end();
 }

@@ -18,8 +18,9 @@ namespace kb::reports {
 void paintPage(QPainter& painter, const ReportDocument& document, int page, double dpiX, double dpiY);
 
 // Paints pages first to last (counted from 0, inclusive) on a PDF writer or
-// a printer, one device page each, at the report's paper size.
-void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int first, int last);
+// a printer, one device page each, at the report's paper size; copies times
+// over, each copy whole, for a device that cannot make copies itself.
+void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int first, int last, int copies = 1);
 
 // Writes the report as a PDF file. Throws MessageError when the file
 // cannot be written.

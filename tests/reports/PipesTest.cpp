@@ -4,6 +4,8 @@
 #include "ReportTestSupport.h"
 
 #include "InsertRow.h"
+#include "ReportHolder.h"
+#include "ReportOutput.h"
 #include "MessageError.h"
 #include "TempDataDir.h"
 #include "data/CallbackPipe.h"
@@ -14,6 +16,9 @@
 #include "dataset/QueryDataSet.h"
 
 #include <QDate>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextStream>
 
 #include <gtest/gtest.h>
 
@@ -150,6 +155,28 @@ end
     // Without the agency's data, such a template says what it misses.
     ReportInputs none;
     EXPECT_THROW(layoutReport(report, none), MessageError);
+    // Its data as CSV, as the headless --csv writes it.
+    {
+        QTemporaryDir dir;
+        const QString file = dir.filePath(QStringLiteral("Centres.rtm"));
+        QFile out(file);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(QStringLiteral("report \"Centres\"\n  data Centers\n    sql \"select Location_ID, Location from "
+                                 "Locatns where Location_ID >= :FirstCenter order by Location_ID\"\n  end\n"
+                                 "  pipe Centers\n  detail height 1\n  end\nend\n")
+                      .toUtf8());
+        out.close();
+        PdfFileOutput output(dir.filePath(QStringLiteral("x.pdf")));
+        ReportHolder holder(output, data.clock());
+        holder.setTemplateFileName(file);
+        holder.setDatabase(&db);
+        holder.setParameter(QStringLiteral("FirstCenter"), 2);
+        QString csv;
+        QTextStream stream(&csv);
+        holder.writeCsv(stream);
+        stream.flush();
+        EXPECT_EQ(csv, "Location_ID,Location\n2,South Kitchen\n");
+    }
 
     // The program's data sets: moving the master pipe moves the data set,
     // and a detail data set linked to it follows.
