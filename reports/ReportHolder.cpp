@@ -3,6 +3,7 @@
 #include "Clock.h"
 #include "MessageError.h"
 #include "data/DataPipe.h"
+#include "data/NamedValues.h"
 #include "data/PipeCsv.h"
 #include "data/StatementPipe.h"
 #include "engine/ReportLayout.h"
@@ -73,23 +74,10 @@ void ReportHolder::clearPipes()
 
 void ReportHolder::setParameter(const QString& name, const QVariant& value)
 {
-    for (auto& [n, v] : m_parameters) {
-        if (n.compare(name, Qt::CaseInsensitive) == 0) {
-            v = value;
-            return;
-        }
-    }
-    m_parameters.emplace_back(name, value);
+    setNamedValue(m_parameters, name, value);
 }
 
-QVariant ReportHolder::parameter(const QString& name) const
-{
-    for (const auto& [n, v] : m_parameters) {
-        if (n.compare(name, Qt::CaseInsensitive) == 0)
-            return v;
-    }
-    return {};
-}
+QVariant ReportHolder::parameter(const QString& name) const { return namedValue(m_parameters, name); }
 
 void ReportHolder::clearParameters() { m_parameters.clear(); }
 

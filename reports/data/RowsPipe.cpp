@@ -1,6 +1,7 @@
 #include "data/RowsPipe.h"
 
 #include "MessageError.h"
+#include "engine/ValueKinds.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -11,15 +12,9 @@ QString linkKeyText(const QVariant& value)
 {
     if (!value.isValid() || value.isNull())
         return QStringLiteral("\x01");
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Short:
-    case QMetaType::Double:
-    case QMetaType::Float:
+    if (isNumberValue(value))
         return QString::number(value.toDouble(), 'g', 17);
+    switch (value.typeId()) {
     case QMetaType::QDate:
         return value.toDate().toString(Qt::ISODate);
     case QMetaType::QDateTime:

@@ -1,5 +1,7 @@
 #include "data/StatementPipe.h"
 
+#include "data/NamedValues.h"
+
 namespace kb::reports {
 
 StatementPipe::StatementPipe(QString name, Database& database, QString sql)
@@ -9,13 +11,7 @@ StatementPipe::StatementPipe(QString name, Database& database, QString sql)
 
 void StatementPipe::setParameter(const QString& name, const QVariant& value)
 {
-    for (auto& [n, v] : m_parameters) {
-        if (n.compare(name, Qt::CaseInsensitive) == 0) {
-            v = value;
-            return;
-        }
-    }
-    m_parameters.emplace_back(name, value);
+    setNamedValue(m_parameters, name, value);
 }
 
 Params StatementPipe::currentParams() const

@@ -2,6 +2,7 @@
 
 #include "data/RowsPipe.h"
 #include "engine/Evaluator.h"
+#include "engine/ValueKinds.h"
 
 namespace kb::reports {
 
@@ -61,19 +62,10 @@ void Accumulator::add(const QVariant& value)
         m_floatSum += value.value<Money>().toDouble();
         return;
     }
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Bool:
+    if (isIntegerValue(value) || value.typeId() == QMetaType::Bool) {
         m_intSum += value.toLongLong();
         m_floatSum += value.toDouble();
         return;
-    default:
-        break;
     }
     bool ok = false;
     const double d = value.typeId() == QMetaType::QString ? value.toString().trimmed().toDouble(&ok)

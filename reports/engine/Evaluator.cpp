@@ -1,5 +1,7 @@
 #include "engine/Evaluator.h"
 
+#include "engine/ValueKinds.h"
+
 #include <QDate>
 #include <QStringList>
 
@@ -39,20 +41,7 @@ constexpr Function Functions[] = {
 
 bool isNull(const QVariant& v) { return !v.isValid() || v.isNull(); }
 
-bool isInteger(const QVariant& v)
-{
-    switch (v.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-        return true;
-    default:
-        return false;
-    }
-}
+bool isInteger(const QVariant& v) { return isIntegerValue(v); }
 
 bool isDateLike(const QVariant& v) { return v.typeId() == QMetaType::QDate || v.typeId() == QMetaType::QDateTime; }
 

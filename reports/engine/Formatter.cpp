@@ -1,5 +1,7 @@
 #include "engine/Formatter.h"
 
+#include "engine/ValueKinds.h"
+
 #include "Money.h"
 
 #include <QDate>
@@ -16,22 +18,7 @@ Formatter::Formatter(const QString& locale, QString dateFormat, QString dateTime
     m_locale.setNumberOptions(QLocale::OmitGroupSeparator);
 }
 
-bool Formatter::isNumber(const QVariant& value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Double:
-    case QMetaType::Float:
-        return true;
-    default:
-        return value.typeId() == qMetaTypeId<Money>();
-    }
-}
+bool Formatter::isNumber(const QVariant& value) { return isNumberValue(value); }
 
 double Formatter::toNumber(const QVariant& value)
 {
@@ -49,16 +36,11 @@ QString Formatter::text(const QVariant& value) const
 {
     if (!value.isValid() || value.isNull())
         return {};
+    if (isIntegerValue(value))
+        return QString::number(value.toLongLong());
     switch (value.typeId()) {
     case QMetaType::Bool:
         return value.toBool() ? QStringLiteral("Yes") : QStringLiteral("No");
-    case QMetaType::Int:
-    case QMetaType::LongLong:
-    case QMetaType::UInt:
-    case QMetaType::ULongLong:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-        return QString::number(value.toLongLong());
     case QMetaType::Double:
     case QMetaType::Float: {
         const double d = value.toDouble();

@@ -98,13 +98,7 @@ private:
     {
         const TextStyle& style = m_doc.styles[size_t(t.style)];
         const QRectF r = device(t.rect, origin);
-        if (style.fill)
-            m_p.fillRect(r, *style.fill);
-        if (style.border > 0) {
-            setPen(pen(style.color, style.border));
-            m_p.setBrush(Qt::NoBrush);
-            m_p.drawRect(r);
-        }
+        frame(r, style.fill, style.color, style.border);
         const Fonts::Font& f = m_fonts.of(t.style);
         setFont(t.style, f.font);
         setPen(style.color);
@@ -169,17 +163,19 @@ private:
         m_p.drawLine(device(l.from, origin), device(l.to, origin));
     }
 
-    void draw(const BoxItem& b, QPointF origin)
+    // A box and a framed text alike: the fill, then the frame over it.
+    void frame(const QRectF& r, const std::optional<QColor>& fill, const QColor& color, double width)
     {
-        const QRectF r = device(b.rect, origin);
-        if (b.fill)
-            m_p.fillRect(r, *b.fill);
-        if (b.width > 0) {
-            setPen(pen(b.color, b.width));
+        if (fill)
+            m_p.fillRect(r, *fill);
+        if (width > 0) {
+            setPen(pen(color, width));
             m_p.setBrush(Qt::NoBrush);
             m_p.drawRect(r);
         }
     }
+
+    void draw(const BoxItem& b, QPointF origin) { frame(device(b.rect, origin), b.fill, b.color, b.width); }
 
     void draw(const ImageItem& i, QPointF origin)
     {
