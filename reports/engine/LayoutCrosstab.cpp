@@ -140,14 +140,40 @@ void LayoutRun::emitCrosstab(Element& element, int sectionIndex, double x)
         // The header: one line per column level, the row titles on the last.
         Block header;
         header.x = x;
-        header.height = rowHeight * levels + tableRule;
+        // The column titles take two lines when one of them needs it.
+        const int lastLevelIndex = levels - 1;
+        int titleLines = 1;
+        for (size_t c = from; c < to; ++c) {
+            const QString title = m_formatter->text(columns[c][size_t(lastLevelIndex)],
+                                                    def.columns[size_t(lastLevelIndex)].format);
+            if (m_measure.width(boldNumber, title) > def.cellWidth - pad)
+                titleLines = 2;
+        }
+        // A title on up to titleLines lines, cut where even they do not hold it.
+        auto titleText = [&](const QRectF& rect, int style, const QString& text) {
+            if (titleLines == 1)
+                return makeText(rect, style, text);
+            const TextStyle& s = m_doc.styles[size_t(style)];
+            TextItem item;
+            item.rect = rect;
+            item.style = style;
+            item.lines = m_measure.wrap(s, text, rect.width()).mid(0, titleLines);
+            for (QString& line : item.lines) {
+                line = m_measure.elide(s, line, rect.width());
+                item.widths.push_back(m_measure.width(s, line));
+            }
+            return item;
+        };
+        header.height = rowHeight * (levels - 1 + titleLines) + tableRule;
         for (int level = 0; level < levels; ++level) {
             const double top = level * rowHeight;
             const bool lastLevel = level == levels - 1;
+            const double height = lastLevel ? rowHeight * titleLines : rowHeight;
             if (lastLevel) {
                 double left = 0;
                 for (const auto& d : def.rows) {
-                    header.items.emplace_back(makeText(QRectF(left, top, d.width - pad, rowHeight), boldStyle, d.title));
+                    header.items.emplace_back(
+                        titleText(QRectF(left, top, d.width - pad, height), boldStyle, d.title));
                     left += d.width;
                 }
             }
@@ -158,14 +184,15 @@ void LayoutRun::emitCrosstab(Element& element, int sectionIndex, double x)
                 const QString title =
                     m_formatter->text(columns[c][size_t(level)], def.columns[size_t(level)].format);
                 const double left = rowHeaderWidth + double(c - from) * def.cellWidth;
-                header.items.emplace_back(
-                    makeText(QRectF(left, top, def.cellWidth - pad, rowHeight), lastLevel ? boldNumberStyle : boldStyle,
-                             title));
+                header.items.emplace_back(lastLevel ? titleText(QRectF(left, top, def.cellWidth - pad, height),
+                                                                boldNumberStyle, title)
+                                                    : makeText(QRectF(left, top, def.cellWidth - pad, rowHeight),
+                                                               boldStyle, title));
             }
             if (withTotal && lastLevel)
-                header.items.emplace_back(makeText(QRectF(rowHeaderWidth + double(to - from) * def.cellWidth, top,
-                                                          def.cellWidth - pad, rowHeight),
-                                                   boldNumberStyle, def.totalTitle));
+                header.items.emplace_back(titleText(QRectF(rowHeaderWidth + double(to - from) * def.cellWidth, top,
+                                                           def.cellWidth - pad, height),
+                                                    boldNumberStyle, def.totalTitle));
         }
         header.items.emplace_back(LineItem{QPointF(0, header.height - tableRule / 2),
                                            QPointF(tableWidth, header.height - tableRule / 2), tableRule, Qt::black});

@@ -152,6 +152,15 @@ TEST(ReportHolder, BuiltInTemplatesAreValidAndInstalledOnce)
     ASSERT_EQ(init.exitCode, 0) << init.err.toStdString();
     for (const QString& name : names)
         EXPECT_TRUE(QFile::exists(QDir(data).filePath(name))) << name.toStdString();
+
+    // An older data directory gets the ones it lacks, and keeps its own.
+    ASSERT_TRUE(QFile::remove(QDir(data).filePath(names.first())));
+    const CommandResult install =
+        runKettlebrook({QStringLiteral("--data"), data, QStringLiteral("install-templates")});
+    ASSERT_EQ(install.exitCode, 0) << install.err.toStdString();
+    EXPECT_EQ(install.out, QStringLiteral("Template\n") + names.first() + u'\n');
+    EXPECT_EQ(runKettlebrook({QStringLiteral("--data"), data, QStringLiteral("install-templates")}).out, "Template\n");
+    EXPECT_EQ(runKettlebrook({QStringLiteral("--data"), dir.path(), QStringLiteral("install-templates")}).exitCode, 2);
 }
 
 TEST(ReportHolder, UserDefinedReportsAreListedByTheirNames)
