@@ -36,6 +36,7 @@ struct CommandSpec
     QStringList repeatable;             // options that may be given more than once
     bool asksQuestions = false;         // takes --yes and --no
     bool needsUser = false;             // signs in: needs --user before the command
+    bool paints = false;                // draws pages (reports, labels): runs with fonts, without a screen
 
     // "prepare DATE [--type A|O|E|S|B]", for the command list.
     QString usage() const;

@@ -3,11 +3,13 @@
 #include "DesktopProgram.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTextStream>
 
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <memory>
 
 using namespace kb::app;
 
@@ -63,7 +65,14 @@ int main(int argc, char** argv)
         return kb::ui::runDesktopProgram(argc, argv, desktop);
     }
 
-    QCoreApplication app(argc, argv);
+    // Commands that draw pages need fonts, which come with the GUI
+    // application; without a display they draw offscreen.
+    const auto found = commandRegistry().find(options.command);
+    const bool paints = found != commandRegistry().end() && found->second.spec.paints;
+    if (paints && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("offscreen"));
+    const std::unique_ptr<QCoreApplication> app =
+        paints ? std::make_unique<QGuiApplication>(argc, argv) : std::make_unique<QCoreApplication>(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Kettlebrook"));
     QCoreApplication::setApplicationVersion(QStringLiteral("0.1"));
     QTextStream out(stdout);

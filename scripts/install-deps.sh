@@ -9,6 +9,7 @@ PACKAGES=(
   libzint-dev libcurl4-openssl-dev libjpeg-dev zlib1g-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth
+  fonts-dejavu-core poppler-utils zbar-tools
 )
 
 missing=()

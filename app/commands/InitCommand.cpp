@@ -6,6 +6,7 @@
 
 #include "session/DataDirectory.h"
 #include "DemoAgency.h"
+#include "template/TemplateRegistry.h"
 #include "store/PostgresStore.h"
 
 #include <QElapsedTimer>
@@ -31,6 +32,9 @@ int runInit(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
     const bool onServer = directory.isEmpty();
     const auto db = onServer ? kb::createServerDatabase(kb::ServerAddress::parse(context.server), *clock)
                              : kb::createDataDirectory(directory, *clock);
+    // The fixed reports' templates, which the agency may then adjust.
+    if (!onServer)
+        kb::reports::TemplateRegistry::install(directory);
     if (clients > 0) {
         kb::DemoOptions options;
         options.clients = clients;
@@ -50,7 +54,8 @@ int runInit(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 const kb::app::CommandRegistration registration(
     {.name = QStringLiteral("init"),
      .arguments = QStringLiteral("DIR"),
-     .description = QStringLiteral("Makes a new data directory (or, with --server before the command, the same tables "
+     .description = QStringLiteral("Makes a new data directory, with the templates of the fixed reports (or, with --server before "
+                                  "the command, the same tables "
                                    "in an empty server database), optionally filled with a generated demo agency."),
      .maxArguments = 1,
      .options = {QCommandLineOption(QStringLiteral("demo"), QStringLiteral("Generate a demo agency of N clients."),
