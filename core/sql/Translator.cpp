@@ -1,5 +1,6 @@
 #include "sql/Translator.h"
 
+#include "sql/Parser.h"
 #include "store/DbError.h"
 
 #include <QRegularExpression>
@@ -304,7 +305,20 @@ private:
         bool inAggregate = false;
     };
 
-    Tx tx(const ExprPtr& e, const ExprContext& ctx) { return translateExpr(*e, ctx); }
+    // The parser bounds how deep a statement nests, and with it how deep
+    // translation recurses; the count here keeps that promise visible.
+    int m_depth = 0;
+
+    Tx tx(const ExprPtr& e, const ExprContext& ctx)
+    {
+        if (++m_depth > 2 * MaxNesting) {
+            m_depth = 0;
+            syntax(QStringLiteral("The statement nests too deeply to translate"));
+        }
+        Tx t = translateExpr(*e, ctx);
+        --m_depth;
+        return t;
+    }
 
     Tx translateExpr(const Expr& e, const ExprContext& ctx)
     {
@@ -648,17 +662,32 @@ private:
         }
     }
 
+    // The terms of an AND or OR chain, grouped in halves: the store then
+    // reads a list of thousands of conditions a dozen levels deep, well
+    // within its parser's stack and its limit on expression depth.
+    QString balanced(const QStringList& terms, qsizetype from, qsizetype to, const QString& op) const
+    {
+        if (to - from == 1)
+            return terms[from];
+        const qsizetype middle = from + (to - from) / 2;
+        return QStringLiteral("(%1 %2 %3)").arg(balanced(terms, from, middle, op), op, balanced(terms, middle, to, op));
+    }
+
     Tx binary(const Expr& e, const ExprContext& ctx)
     {
         const QString& op = e.op;
-        Tx a = tx(e.args[0], ctx);
-        Tx b = tx(e.args[1], ctx);
         Tx t;
         if (op == QLatin1String("AND") || op == QLatin1String("OR")) {
+            QStringList terms;
+            terms.reserve(qsizetype(e.args.size()));
+            for (const ExprPtr& term : e.args)
+                terms.append(tx(term, ctx).sql);
             t.type = FieldType::Bool;
-            t.sql = QStringLiteral("(%1 %2 %3)").arg(a.sql, op, b.sql);
+            t.sql = balanced(terms, 0, terms.size(), op);
             return t;
         }
+        Tx a = tx(e.args[0], ctx);
+        Tx b = tx(e.args[1], ctx);
         if (op == QLatin1String("LIKE")) {
             inferParam(a, FieldType::String);
             inferParam(b, FieldType::String);

@@ -36,4 +36,8 @@ private:
     QString m_statement;
 };
 
+// The message for a statement the store's own parser cannot hold, though
+// the dialect read it.
+QString statementTooComplex();
+
 } // namespace kb

@@ -68,6 +68,10 @@ void check(PGconn* conn, const Result& result, const QString& sql)
     if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK)
         return;
     const char* state = result.r ? PQresultErrorField(result.r, PG_DIAG_SQLSTATE) : nullptr;
+    // Stack depth or statement complexity beyond the server's limits.
+    if (state && (qstrcmp(state, "54001") == 0 || qstrcmp(state, "54000") == 0))
+        throw DbError(DbErrorCode::Syntax, statementTooComplex() + QStringLiteral(" (%1)").arg(errorText(conn, result.r)),
+                      sql);
     throw DbError(codeFor(state), errorText(conn, result.r), sql);
 }
 

@@ -40,11 +40,34 @@ DbErrorCode codeFor(int extended)
     }
 }
 
+// The store's message, or ours where its words would not tell a user what
+// to do.
+QString messageFor(int extended, const QString& message)
+{
+    if (message == QLatin1String("parser stack overflow") || message.startsWith(QLatin1String("Expression tree is too large")))
+        return statementTooComplex();
+    switch (extended & 0xff) {
+    case SQLITE_READONLY:
+        return QStringLiteral("The data is read-only here: nothing can be changed (%1)").arg(message);
+    case SQLITE_FULL:
+        return QStringLiteral("The disk of the data directory is full: free some space and try again (%1)").arg(message);
+    default:
+        return message;
+    }
+}
+
+DbErrorCode codeOf(int extended, const QString& message)
+{
+    if (message == QLatin1String("parser stack overflow") || message.startsWith(QLatin1String("Expression tree is too large")))
+        return DbErrorCode::Syntax;
+    return codeFor(extended);
+}
+
 [[noreturn]] void fail(sqlite3* db, int rc, const QString& sql)
 {
     const int extended = db ? sqlite3_extended_errcode(db) : rc;
     const QString message = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
-    throw DbError(codeFor(extended), message, sql);
+    throw DbError(codeOf(extended, message), messageFor(extended, message), sql);
 }
 
 class SqliteStatement final : public StoreStatement
@@ -254,7 +277,8 @@ void SqliteStore::exec(const QString& sql)
     if (rc != SQLITE_OK) {
         const QString message = error ? QString::fromUtf8(error) : QString::fromUtf8(sqlite3_errstr(rc));
         sqlite3_free(error);
-        throw DbError(codeFor(sqlite3_extended_errcode(m_db)), message, sql);
+        const int extended = sqlite3_extended_errcode(m_db);
+        throw DbError(codeOf(extended, message), messageFor(extended, message), sql);
     }
 }
 
