@@ -1,10 +1,12 @@
 // kettlebrook sql TEXT [--param Name=Value]...: runs statements of the
 // dialect and prints the rows of the last select as CSV, or the number of
-// rows the last statement changed.
+// rows the last statement changed. The statements of one call are one unit:
+// when one fails, none has changed anything. Rows are printed as the store
+// gives them, so a result of any size passes through in little memory.
 
 #include "CommandRegistry.h"
 
-#include "Csv.h"
+#include "CsvWriter.h"
 #include "store/Database.h"
 
 namespace {
@@ -26,10 +28,9 @@ int runSql(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
         throw kb::app::UsageError(QStringLiteral("Give the statement text: sql TEXT"));
     const auto clock = kb::app::commandClock(context);
     const auto db = kb::app::openCommandDatabase(context, *clock);
-    const kb::ResultSet result = db->execute(text, params);
-    if (result.hasRows())
-        kb::writeCsv(context.out, result);
-    else
+    kb::CsvWriter csv(context.out);
+    const kb::ResultSet result = db->execute(text, params, csv);
+    if (!result.hasRows())
         context.out << result.rowsAffected() << '\n';
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "store/Database.h"
 
 #include "Csv.h"
+#include "CsvWriter.h"
 #include "store/DbError.h"
 #include "Money.h"
 #include "dataset/RecordLocks.h"
@@ -24,6 +25,8 @@ struct Database::Compiled
 struct Database::CompiledText
 {
     std::vector<Compiled> statements;
+    bool writesStoredData = false; // some statement changes a table of the catalogue
+    int lastRowsStatement = -1;    // the last statement that returns rows
 };
 
 namespace {
@@ -118,6 +121,34 @@ const TableDef* Database::memoryTable(QStringView name) const
     return it == m_memoryTables.constEnd() ? nullptr : &*it;
 }
 
+namespace {
+
+// Whether a statement changes a table of the catalogue, as opposed to
+// reading or working on the session's own memory tables.
+bool writesStoredData(const sql::Statement& statement, const sql::SchemaLookup& schema)
+{
+    const auto stored = [&schema](const sql::TableRef& table) {
+        return !table.memory && schema.persistentTable(table.name) != nullptr;
+    };
+    if (const auto* s = std::get_if<sql::InsertStmt>(&statement))
+        return stored(s->table);
+    if (const auto* s = std::get_if<sql::UpdateStmt>(&statement))
+        return stored(s->table);
+    if (const auto* s = std::get_if<sql::DeleteStmt>(&statement))
+        return stored(s->table);
+    if (const auto* s = std::get_if<sql::EmptyTableStmt>(&statement))
+        return !s->memory && schema.persistentTable(s->name) != nullptr;
+    return false;
+}
+
+bool returnsRows(const sql::Statement& statement)
+{
+    const auto* select = std::get_if<sql::SelectPtr>(&statement);
+    return select && (*select)->intoMemory.isEmpty();
+}
+
+} // namespace
+
 std::shared_ptr<Database::CompiledText> Database::compiledText(const QString& text)
 {
     const auto it = m_cache.constFind(text);
@@ -125,6 +156,9 @@ std::shared_ptr<Database::CompiledText> Database::compiledText(const QString& te
         return *it;
     auto compiled = std::make_shared<CompiledText>();
     for (sql::ParsedStatement& parsed : sql::parseStatements(text)) {
+        compiled->writesStoredData = compiled->writesStoredData || writesStoredData(parsed.statement, *this);
+        if (returnsRows(parsed.statement))
+            compiled->lastRowsStatement = int(compiled->statements.size());
         Compiled c;
         c.parsed = std::move(parsed);
         compiled->statements.push_back(std::move(c));
@@ -238,22 +272,34 @@ QVariant Database::paramValue(const sql::ParamInfo& info, const Params& params, 
 
 ResultSet Database::execute(const QString& text, const Params& params) { return run(text, params, true); }
 
-ResultSet Database::run(const QString& text, const Params& params, bool keepRows)
+ResultSet Database::execute(const QString& text, const Params& params, RowSink& sink)
+{
+    return run(text, params, false, &sink);
+}
+
+ResultSet Database::run(const QString& text, const Params& params, bool keepRows, RowSink* sink)
 {
     const std::shared_ptr<CompiledText> compiledStatements = compiledText(text);
+    const size_t count = compiledStatements->statements.size();
+    std::optional<TransactionGuard> unit;
+    if (count > 1 && compiledStatements->writesStoredData && !m_inTransaction)
+        unit.emplace(*this);
     ResultSet result;
-    for (size_t i = 0; i < compiledStatements->statements.size(); ++i) {
+    for (size_t i = 0; i < count; ++i) {
         Compiled& c = compiled(*compiledStatements, i);
         ResultSet one;
-        runStatement(c, c.parsed.text, params, one, keepRows);
+        RowSink* rows = int(i) == compiledStatements->lastRowsStatement ? sink : nullptr;
+        runStatement(c, c.parsed.text, params, one, keepRows, rows);
         if (one.hasRows() || !result.hasRows())
             result = std::move(one);
     }
+    if (unit)
+        unit->commit();
     return result;
 }
 
 void Database::runStatement(Compiled& c, const QString& statementText, const Params& params, ResultSet& result,
-                            bool keepRows)
+                            bool keepRows, RowSink* sink)
 {
     const sql::TranslatedStatement& t = c.translation;
     try {
@@ -274,19 +320,27 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
                 const sql::ParamInfo& info = t.params[step.params[p]];
                 stmt.bind(int(p), values[step.params[p]], info.type);
             }
-            stmt.execute();
+            if (step.returnsRows && sink)
+                stmt.stream();
+            else
+                stmt.execute();
             if (step.returnsRows) {
                 result = ResultSet(t.columns);
                 result.setHasRows(true);
                 const int n = int(t.columns.size());
+                if (sink)
+                    sink->begin(t.columns);
                 while (stmt.next()) {
-                    if (!keepRows)
+                    if (!keepRows && !sink)
                         continue;
                     QVariantList row;
                     row.reserve(n);
                     for (int col = 0; col < n; ++col)
                         row.append(stmt.value(col, t.columns[col].type));
-                    result.appendRow(std::move(row));
+                    if (sink)
+                        sink->row(row);
+                    else
+                        result.appendRow(std::move(row));
                 }
             } else if (step.countsRows) {
                 result.setRowsAffected(stmt.rowsAffected());
@@ -497,13 +551,13 @@ qint64 Database::recordCount(const QString& table)
 void Database::exportTable(const QString& table, const QString& path)
 {
     const TableTarget target = findTable(*this, table);
-    const ResultSet rows = execute(QStringLiteral("SELECT * FROM %1%2")
-                                       .arg(target.memory ? QStringLiteral("MEMORY ") : QString(), target.def->name()));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         throw DbError(DbErrorCode::Other, QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));
     QTextStream out(&file);
-    writeCsv(out, rows);
+    CsvWriter csv(out);
+    execute(QStringLiteral("SELECT * FROM %1%2").arg(target.memory ? QStringLiteral("MEMORY ") : QString(), target.def->name()),
+            {}, csv);
     out.flush();
     if (out.status() != QTextStream::Ok || !file.flush())
         throw DbError(DbErrorCode::Other, QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));
