@@ -41,6 +41,7 @@ const kb::app::CommandRegistration registration(
                                     QStringLiteral("The delivery type: A all, O ongoing only, E episodic only, S scheduled only, "
                                                    "B episodic and scheduled. A when not given."),
                                     QStringLiteral("A|O|E|S|B"))},
+     .repeatable = {},
      .needsUser = true},
     runPrepare);
 

@@ -28,8 +28,16 @@ FileRecordLocks::FileRecordLocks(Database& database) : RecordLocks(database)
     if (!store)
         throw DbError(DbErrorCode::Other, QStringLiteral("File record locks need a data directory"));
     m_path = QFileInfo(store->path()).absoluteDir().filePath(QString::fromLatin1(LockFileName));
+    const QByteArray path = QFile::encodeName(m_path);
     // Not inherited by programs the process starts: their locks are their own.
-    m_fd = ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (store->readOnly()) {
+        // Reading holds tables shared, which a read-only descriptor allows;
+        // without a lock file nobody who writes is at work.
+        m_readOnlyReason = store->readOnlyReason();
+        m_fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+        return;
+    }
+    m_fd = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (m_fd < 0)
         throw DbError(DbErrorCode::Other,
                       QStringLiteral("Cannot open the lock file %1: %2").arg(m_path, QString::fromLocal8Bit(std::strerror(errno))));
@@ -56,6 +64,12 @@ RecordLocks::TableKey FileRecordLocks::keyOf(const QString& table)
 
 bool FileRecordLocks::setLock(qint64 offset, short kind)
 {
+    if (!m_readOnlyReason.isEmpty()) {
+        if (kind == F_WRLCK)
+            throw DbError(DbErrorCode::Other, m_readOnlyReason + QStringLiteral(": nothing can be changed"));
+        if (m_fd < 0)
+            return true;
+    }
     struct flock lock;
     std::memset(&lock, 0, sizeof lock);
     lock.l_type = kind;

@@ -33,6 +33,7 @@ private:
 
     int m_fd = -1;
     QString m_path;
+    QString m_readOnlyReason; // the data opened read-only, and why: shared holds only
 };
 
 } // namespace kb
