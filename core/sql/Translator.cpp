@@ -102,6 +102,20 @@ private:
     std::vector<QString> m_steps;
     std::vector<bool> m_stepRowsFlags;
     std::vector<bool> m_stepCountFlags;
+    QString m_rowProbe; // see TranslatedStatement::rowProbe
+
+    // The rows a write to a stored table will change, by their identity.
+    void probeRows(const ScopeTable& target, const QString& from, const QStringList& conditions)
+    {
+        if (m_result.writesTable.isEmpty())
+            return;
+        m_rowProbe = QStringLiteral("SELECT %1.%2 FROM %3")
+                         .arg(ident(target.visible), rowIdentity(target.def, m_dialect), tableSql(target));
+        if (!from.isEmpty())
+            m_rowProbe += QStringLiteral(", ") + from;
+        if (!conditions.isEmpty())
+            m_rowProbe += QStringLiteral(" WHERE ") + conditions.join(QLatin1String(" AND "));
+    }
 
     bool pg() const { return m_dialect == Dialect::PostgreSQL; }
 
@@ -169,34 +183,41 @@ private:
 
     void finalize()
     {
+        for (size_t s = 0; s < m_steps.size(); ++s)
+            m_result.steps.push_back(storeSql(m_steps[s], m_stepRowsFlags[s], m_stepCountFlags[s]));
+        if (!m_rowProbe.isEmpty())
+            m_result.rowProbe = storeSql(m_rowProbe, true, false);
+    }
+
+    // The store's text of a step: parameter markers become the store's
+    // placeholders, numbered by first use.
+    StoreSql storeSql(const QString& sql, bool returnsRows, bool countsRows) const
+    {
         static const QRegularExpression re(QStringLiteral("\\x01(\\d+)\\x02"));
-        for (size_t s = 0; s < m_steps.size(); ++s) {
-            StoreSql step;
-            step.returnsRows = m_stepRowsFlags[s];
-            step.countsRows = m_stepCountFlags[s];
-            const QString& sql = m_steps[s];
-            QString out;
-            qsizetype last = 0;
-            auto it = re.globalMatch(sql);
-            while (it.hasNext()) {
-                const auto m = it.next();
-                out += QStringView(sql).mid(last, m.capturedStart() - last);
-                const int index = m.captured(1).toInt();
-                int position = -1;
-                for (size_t k = 0; k < step.params.size(); ++k)
-                    if (step.params[k] == index)
-                        position = int(k);
-                if (position < 0) {
-                    step.params.push_back(index);
-                    position = int(step.params.size() - 1);
-                }
-                out += placeholder(position, m_result.params[index].type);
-                last = m.capturedEnd();
+        StoreSql step;
+        step.returnsRows = returnsRows;
+        step.countsRows = countsRows;
+        QString out;
+        qsizetype last = 0;
+        auto it = re.globalMatch(sql);
+        while (it.hasNext()) {
+            const auto m = it.next();
+            out += QStringView(sql).mid(last, m.capturedStart() - last);
+            const int index = m.captured(1).toInt();
+            int position = -1;
+            for (size_t k = 0; k < step.params.size(); ++k)
+                if (step.params[k] == index)
+                    position = int(k);
+            if (position < 0) {
+                step.params.push_back(index);
+                position = int(step.params.size() - 1);
             }
-            out += QStringView(sql).mid(last);
-            step.text = out;
-            m_result.steps.push_back(std::move(step));
+            out += placeholder(position, m_result.params[index].type);
+            last = m.capturedEnd();
         }
+        out += QStringView(sql).mid(last);
+        step.text = out;
+        return step;
     }
 
     QString placeholder(int position, FieldType type) const
@@ -1635,6 +1656,7 @@ private:
         if (!joinConditions.isEmpty())
             sql += QStringLiteral(" WHERE ") + joinConditions.join(QLatin1String(" AND "));
         addStep(sql);
+        probeRows(target, from, joinConditions);
     }
 
     QString tableSqlForWrite(const ScopeTable& t) const { return tableSql(t); }
@@ -1646,9 +1668,13 @@ private:
         scope.tables.push_back(target);
         ExprContext ctx{&scope, false};
         QString sql = QStringLiteral("DELETE FROM ") + tableSqlForWrite(target);
+        QStringList conditions;
         if (s.where)
-            sql += QStringLiteral(" WHERE ") + tx(s.where, ctx).sql;
+            conditions.append(tx(s.where, ctx).sql);
+        if (!conditions.isEmpty())
+            sql += QStringLiteral(" WHERE ") + conditions.front();
         addStep(sql);
+        probeRows(target, {}, conditions);
     }
 
     void translateStatement(const CreateTableStmt& s)
@@ -1733,6 +1759,7 @@ private:
         ref.memory = s.memory;
         const ScopeTable target = targetTable(ref);
         addStep(QStringLiteral("DELETE FROM ") + target.physical);
+        probeRows(target, {}, {});
     }
 };
 

@@ -20,6 +20,7 @@ struct Database::Compiled
     quint64 generation = 0;
     sql::TranslatedStatement translation;
     std::vector<std::unique_ptr<StoreStatement>> prepared; // one per step, made on first run
+    std::unique_ptr<StoreStatement> rowProbe;               // made on first run
 };
 
 struct Database::CompiledText
@@ -176,6 +177,7 @@ Database::Compiled& Database::compiled(CompiledText& text, size_t index)
     const bool stale = c.translated && !c.translation.memoryTablesUsed.isEmpty() && c.generation != m_memoryGeneration;
     if (!c.translated || stale) {
         c.prepared.clear();
+        c.rowProbe.reset();
         c.translation = sql::translate(c.parsed, dialect(), *this);
         c.generation = m_memoryGeneration;
         c.translated = true;
@@ -227,6 +229,56 @@ private:
     bool m_savepoint = false;
     bool m_transaction = false;
 };
+
+namespace {
+
+// Gives back what a statement held of the rows it changed, once the
+// statement is over, however it ended.
+class StatementRowHold
+{
+public:
+    StatementRowHold() = default;
+    ~StatementRowHold()
+    {
+        if (!m_locks)
+            return;
+        try {
+            m_locks->releaseStatementRows();
+        } catch (const DbError&) {
+            // Closing the session gives them back at the latest.
+        }
+    }
+    StatementRowHold(const StatementRowHold&) = delete;
+    StatementRowHold& operator=(const StatementRowHold&) = delete;
+    void hold(RecordLocks& locks, const QString& table, const std::function<std::vector<qint64>()>& probe)
+    {
+        m_locks = &locks;
+        locks.holdStatementRows(table, probe);
+    }
+
+private:
+    RecordLocks* m_locks = nullptr;
+};
+
+} // namespace
+
+std::vector<qint64> Database::probeRows(Compiled& c, const std::vector<std::vector<QVariant>>& runs)
+{
+    const sql::StoreSql& probe = *c.translation.rowProbe;
+    if (!c.rowProbe)
+        c.rowProbe = m_store->prepare(probe.text);
+    StoreStatement& stmt = *c.rowProbe;
+    std::vector<qint64> rows;
+    for (const std::vector<QVariant>& values : runs) {
+        const StatementReset reset(stmt);
+        for (size_t p = 0; p < probe.params.size(); ++p)
+            stmt.bind(int(p), values[probe.params[p]], c.translation.params[probe.params[p]].type);
+        stmt.execute();
+        while (stmt.next())
+            rows.push_back(stmt.value(0, FieldType::Int).toLongLong());
+    }
+    return rows;
+}
 
 StoreStatement& Database::preparedStep(Compiled& c, size_t step)
 {
@@ -308,10 +360,25 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
         values.reserve(t.params.size());
         for (const sql::ParamInfo& info : t.params)
             values.push_back(paramValue(info, params));
+        // Rows another workstation holds in edit are waited for, then the
+        // statement fails, rather than changing a row under its editor. The
+        // data directory holds them before its write lock is taken, so the
+        // editor can still post meanwhile; the server holds them inside the
+        // statement's transaction.
+        const bool server = dialect() == Dialect::PostgreSQL;
+        StatementRowHold rowHold;
+        const auto holdRows = [&] {
+            if (t.rowProbe)
+                rowHold.hold(recordLocks(), t.writesTable, [&] { return probeRows(c, {values}); });
+        };
+        if (!server)
+            holdRows();
         // Several steps run as one; on the server, a failing statement inside
         // a transaction must not take the whole transaction down with it.
-        StatementScope scope(*this, t.steps.size() > 1 || (m_inTransaction && dialect() == Dialect::PostgreSQL),
+        StatementScope scope(*this, t.steps.size() > 1 || (server && (m_inTransaction || t.rowProbe)),
                              t.writesTable.isEmpty() && !t.memoryTablesUsed.isEmpty());
+        if (server)
+            holdRows();
         for (size_t s = 0; s < t.steps.size(); ++s) {
             const sql::StoreSql& step = t.steps[s];
             StoreStatement& stmt = preparedStep(c, s);
@@ -375,7 +442,17 @@ qint64 Database::runBatch(const QString& text, const Params& common, const std::
                 rowValues.push_back(paramValue(info, row, &common));
             values.push_back(std::move(rowValues));
         }
+        const bool server = dialect() == Dialect::PostgreSQL;
+        StatementRowHold rowHold;
+        const auto holdRows = [&] {
+            if (t.rowProbe)
+                rowHold.hold(recordLocks(), t.writesTable, [&] { return probeRows(c, values); });
+        };
+        if (!server)
+            holdRows();
         StatementScope scope(*this, true);
+        if (server)
+            holdRows();
         for (size_t s = 0; s < t.steps.size(); ++s) {
             const sql::StoreSql& step = t.steps[s];
             StoreStatement& stmt = preparedStep(c, s);

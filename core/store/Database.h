@@ -107,6 +107,8 @@ private:
     std::shared_ptr<CompiledText> compiledText(const QString& text);
     Compiled& compiled(CompiledText& text, size_t index);
     StoreStatement& preparedStep(Compiled& c, size_t step);
+    // The identities of the rows the statement will change, for each set of values.
+    std::vector<qint64> probeRows(Compiled& c, const std::vector<std::vector<QVariant>>& runs);
     ResultSet run(const QString& text, const Params& params, bool keepRows, RowSink* sink = nullptr);
     qint64 runBatch(const QString& text, const Params& common, const std::vector<Params>& rows);
     // Opens a savepoint (inside a transaction) or a transaction of its own;
