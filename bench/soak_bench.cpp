@@ -57,16 +57,14 @@ int soak(const SoakOptions& o)
     preparePool(*db);
     const Counters before = readCounters(*db);
     db.reset();
+    const QStringList location = dataDir.isEmpty() ? QStringList{QStringLiteral("--server"), server}
+                                                   : QStringList{QStringLiteral("--data"), dataDir};
 
     StressFleet fleet(QStringLiteral(KB_STRESS_WORKER));
     int started = 0;
     std::vector<int> running;
     const auto start = [&](double seconds) {
-        WorkerOptions w;
-        w.dataDir = dataDir;
-        w.server = server;
-        w.name = QStringLiteral("S%1").arg(++started);
-        w.journalPath = temp.filePath(w.name + QStringLiteral(".journal"));
+        WorkerOptions w = workerOn(location, QStringLiteral("S%1").arg(++started), temp.path());
         w.seconds = seconds;
         w.seed = QRandomGenerator::global()->generate();
         fleet.start(w);

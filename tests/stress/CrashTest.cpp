@@ -2,11 +2,9 @@
 // posting client edits: afterwards the data is as before the step or as
 // after it, and the next process opens it and works on without repair.
 
-#include "StressFleet.h"
-#include "StressVerdict.h"
+#include "StressFixture.h"
 
 #include "RunCommand.h"
-#include "TempDataDir.h"
 
 #include "session/DataDirectory.h"
 #include "store/PostgresStore.h"
@@ -31,11 +29,15 @@ namespace {
 
 constexpr int DemoClients = 150;
 
-class CrashTest : public ::testing::TestWithParam<test::StoreKind>
+class InitCrashTest : public ::testing::TestWithParam<test::StoreKind>
 {
 protected:
     void SetUp() override { KB_REQUIRE_STORE(GetParam()); }
     bool server() const { return GetParam() == test::StoreKind::PostgreSQL; }
+};
+
+class PostCrashTest : public StressFixture
+{
 };
 
 // Where round n of the init test makes its agency, as the command names it.
@@ -64,7 +66,7 @@ QString agencyCounts(const QStringList& location)
     return r.exitCode == 0 ? r.out : QStringLiteral("unreadable: ") + r.err;
 }
 
-TEST_P(CrashTest, AnInitKilledAnywhereLeavesNothingOrAWholeAgency)
+TEST_P(InitCrashTest, AnInitKilledAnywhereLeavesNothingOrAWholeAgency)
 {
     QTemporaryDir dir;
     const QStringList demo = {QStringLiteral("--demo"), QString::number(DemoClients)};
@@ -124,20 +126,11 @@ TEST_P(CrashTest, AnInitKilledAnywhereLeavesNothingOrAWholeAgency)
     EXPECT_GT(killed, rounds / 2);
 }
 
-TEST_P(CrashTest, WorkersKilledWhilePostingLeaveWholeRowsAndNoLocks)
+TEST_P(PostCrashTest, WorkersKilledWhilePostingLeaveWholeRowsAndNoLocks)
 {
-    test::TempDataDir data(GetParam());
-    preparePool(data.db());
-    const Counters before = readCounters(data.db());
-    const QStringList location = data.commandLocation();
-    QTemporaryDir journals;
-    StressFleet fleet(QStringLiteral(KB_STRESS_WORKER));
     int started = 0;
     const auto startWorker = [&](double seconds) {
-        WorkerOptions options;
-        (location.front() == QLatin1String("--data") ? options.dataDir : options.server) = location.back();
-        options.name = QStringLiteral("K%1").arg(++started);
-        options.journalPath = journals.filePath(options.name);
+        WorkerOptions options = worker(QStringLiteral("K%1").arg(++started));
         options.seconds = seconds;
         options.seed = QRandomGenerator::global()->generate();
         // Edits posted through data sets and statements, and number draws:
@@ -170,7 +163,7 @@ TEST_P(CrashTest, WorkersKilledWhilePostingLeaveWholeRowsAndNoLocks)
     EXPECT_TRUE(problems.isEmpty()) << problems.join(u'\n').toStdString();
 
     const StressVerdict verdict =
-        StressVerdict::check(*data.openAnother(), fleet.journals(), before, Kills + Running);
+        StressVerdict::check(*data->openAnother(), fleet.journals(), before, Kills + Running);
     EXPECT_TRUE(verdict.problems.isEmpty()) << verdict.problems.join(u'\n').toStdString();
     EXPECT_GT(verdict.done.value(QStringLiteral("edit")), 0);
     std::cout << test::storeName(GetParam()) << ": " << Kills + Running << " workers killed while posting, "
@@ -178,7 +171,11 @@ TEST_P(CrashTest, WorkersKilledWhilePostingLeaveWholeRowsAndNoLocks)
               << " edits and " << verdict.done.value(QStringLiteral("draw")) << " numbers committed\n";
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, CrashTest, ::testing::Values(test::StoreKind::SQLite, test::StoreKind::PostgreSQL),
+INSTANTIATE_TEST_SUITE_P(Stores, InitCrashTest,
+                         ::testing::Values(test::StoreKind::SQLite, test::StoreKind::PostgreSQL),
+                         [](const auto& info) { return test::storeName(info.param); });
+INSTANTIATE_TEST_SUITE_P(Stores, PostCrashTest,
+                         ::testing::Values(test::StoreKind::SQLite, test::StoreKind::PostgreSQL),
                          [](const auto& info) { return test::storeName(info.param); });
 
 } // namespace

@@ -10,6 +10,15 @@
 
 namespace kb::stress {
 
+WorkerOptions workerOn(const QStringList& location, const QString& name, const QString& folder)
+{
+    WorkerOptions options;
+    (location.value(0) == QLatin1String("--data") ? options.dataDir : options.server) = location.value(1);
+    options.name = name;
+    options.journalPath = folder + QLatin1Char('/') + name + QStringLiteral(".journal");
+    return options;
+}
+
 QStringList workerArguments(const WorkerOptions& o)
 {
     QStringList words;

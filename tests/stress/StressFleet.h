@@ -11,6 +11,10 @@ class QProcess;
 
 namespace kb::stress {
 
+// A worker named name on the data a command would name with location
+// ({"--data", DIR} or {"--server", ADDRESS}), journaling into folder.
+WorkerOptions workerOn(const QStringList& location, const QString& name, const QString& folder);
+
 // The words that start a worker process, and reading them back in it.
 QStringList workerArguments(const WorkerOptions& options);
 WorkerOptions parseWorkerArguments(const QStringList& arguments);

@@ -16,19 +16,6 @@ namespace kb::stress {
 
 namespace {
 
-// A failure that only says another workstation was in the way.
-bool isConflict(const DbError& error)
-{
-    switch (error.code()) {
-    case DbErrorCode::RecordLocked:
-    case DbErrorCode::TableLocked:
-    case DbErrorCode::ChangedSinceRead:
-        return true;
-    default:
-        return false;
-    }
-}
-
 // A client edited on screen: the row is put into edit (its lock), kept a
 // moment, its edit counter raised and both names set to one new token,
 // then posted through the record services. A half-applied or lost edit
@@ -71,7 +58,7 @@ void updateClient(StressWorker& w)
                                       "FIRST_NAME = :Token where PERSON_ID = :Person"),
                        {{QStringLiteral("Token"), token}, {QStringLiteral("Person"), person}});
     } catch (const DbError& e) {
-        if (!isConflict(e))
+        if (!e.isLockConflict())
             throw;
         w.conflict(QStringLiteral("update"));
         return;
@@ -102,7 +89,7 @@ void writeHistory(StressWorker& w)
     try {
         QueryInsertHistory(w.db(), w.userFullName(), {{}, {}, QStringLiteral("stress ") + token, {}});
     } catch (const DbError& e) {
-        if (!isConflict(e))
+        if (!e.isLockConflict())
             throw;
         w.conflict(QStringLiteral("history"));
         return;

@@ -4,15 +4,9 @@
 // clients, so that locks meet all the time. Afterwards nothing is lost,
 // doubled, half-applied or left locked.
 
-#include "StressFleet.h"
-#include "StressVerdict.h"
-
-#include "TempDataDir.h"
+#include "StressFixture.h"
 
 #include <QElapsedTimer>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <iostream>
 
@@ -31,27 +25,16 @@ double workSeconds()
     return ok && seconds > 0 ? seconds : 20;
 }
 
-class StressTest : public ::testing::TestWithParam<test::StoreKind>
+class StressTest : public StressFixture
 {
 };
 
 TEST_P(StressTest, WorkstationsAtOnceLoseNothingDoubleNothingAndLeaveNoLock)
 {
-    KB_REQUIRE_STORE(GetParam());
-    test::TempDataDir data(GetParam());
-    preparePool(data.db());
-    const Counters before = readCounters(data.db());
-    const QStringList location = data.commandLocation();
-
-    QTemporaryDir journals;
-    StressFleet fleet(QStringLiteral(KB_STRESS_WORKER));
     QElapsedTimer timer;
     timer.start();
     for (int i = 1; i <= Workers; ++i) {
-        WorkerOptions options;
-        (location.front() == QLatin1String("--data") ? options.dataDir : options.server) = location.back();
-        options.name = QStringLiteral("W%1").arg(i);
-        options.journalPath = journals.filePath(options.name);
+        WorkerOptions options = worker(QStringLiteral("W%1").arg(i));
         options.seconds = workSeconds();
         options.seed = quint32(i * 7919 + QDateTime::currentSecsSinceEpoch());
         fleet.start(options);
@@ -61,7 +44,7 @@ TEST_P(StressTest, WorkstationsAtOnceLoseNothingDoubleNothingAndLeaveNoLock)
     const double elapsed = timer.elapsed() / 1000.0;
     EXPECT_TRUE(problems.isEmpty()) << problems.join(u'\n').toStdString();
 
-    const StressVerdict verdict = StressVerdict::check(*data.openAnother(), fleet.journals(), before, 0);
+    const StressVerdict verdict = StressVerdict::check(*data->openAnother(), fleet.journals(), before, 0);
     EXPECT_TRUE(verdict.problems.isEmpty()) << verdict.problems.join(u'\n').toStdString();
     for (const QString& operation : {QStringLiteral("edit"), QStringLiteral("update"), QStringLiteral("draw"),
                                     QStringLiteral("history")})
