@@ -38,8 +38,8 @@ int runSql(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 const kb::app::CommandRegistration registration(
     {.name = QStringLiteral("sql"),
      .arguments = QStringLiteral("TEXT"),
-     .description = QStringLiteral("Runs statements of the dialect and prints the rows of the last select as CSV, "
-                                   "or the number of rows the last statement changed."),
+     .description = QStringLiteral("Runs statements of the dialect, all of them or none, and prints the rows of the "
+                                   "last select as CSV as they come, or the number of rows the last statement changed."),
      .minArguments = 1,
      .maxArguments = 1,
      .options = {QCommandLineOption(QStringLiteral("param"), QStringLiteral("A named parameter of the statement."),
