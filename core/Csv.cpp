@@ -39,35 +39,39 @@ QString csvField(const QString& text)
     return text;
 }
 
-void writeCsvHeader(QTextStream& out, const ResultSet& result)
+void writeCsvHeader(QTextStream& out, const QStringList& names)
 {
-    for (int c = 0; c < result.columnCount(); ++c) {
+    for (qsizetype c = 0; c < names.size(); ++c) {
         if (c)
             out << ',';
-        out << csvField(result.columnName(c));
+        out << csvField(names[c]);
     }
     out << '\n';
 }
 
-void writeCsvRow(QTextStream& out, const ResultSet& result, qsizetype row)
+void writeCsvRecord(QTextStream& out, const QVariantList& values)
 {
-    for (int c = 0; c < result.columnCount(); ++c) {
+    for (qsizetype c = 0; c < values.size(); ++c) {
         if (c)
             out << ',';
-        const QVariant& v = result.value(row, c);
+        const QVariant& v = values[c];
         const QString text = csvText(v);
         // An empty text that is not null is written quoted, so that reading
-        // the file back tells the two apart.
-        out << (text.isEmpty() && v.isValid() && !v.isNull() ? QStringLiteral("\"\"") : csvField(text));
+        // the file back tells the two apart; so is a lone empty field.
+        const bool quoteEmpty = (v.isValid() && !v.isNull()) || values.size() == 1;
+        out << (text.isEmpty() && quoteEmpty ? QStringLiteral("\"\"") : csvField(text));
     }
     out << '\n';
 }
 
 void writeCsv(QTextStream& out, const ResultSet& result)
 {
-    writeCsvHeader(out, result);
+    QStringList names;
+    for (int c = 0; c < result.columnCount(); ++c)
+        names.append(result.columnName(c));
+    writeCsvHeader(out, names);
     for (qsizetype r = 0; r < result.rowCount(); ++r)
-        writeCsvRow(out, result, r);
+        writeCsvRecord(out, result.row(r));
 }
 
 bool readCsvRecord(QTextStream& in, CsvRecord& record)

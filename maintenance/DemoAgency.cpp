@@ -10,6 +10,7 @@
 #include "DemoScheduleTables.h"
 #include "DemoSchedules.h"
 
+#include <optional>
 #include <stdexcept>
 
 namespace kb {
@@ -49,13 +50,18 @@ DemoSummary generateDemoAgency(Database& db, const DemoOptions& options)
     demo::makeSchedules(ctx);
     const demo::DemoRuns runs = demo::makeRuns(ctx);
 
-    TransactionGuard transaction(db);
+    // All or nothing; within the transaction of a new data directory, as
+    // part of it.
+    std::optional<TransactionGuard> transaction;
+    if (!db.inTransaction())
+        transaction.emplace(db);
     demo::writeReference(ctx);
     demo::writeClients(ctx);
     demo::writeSchedules(ctx);
     demo::writeRuns(ctx, runs);
     writeCounters(ctx);
-    transaction.commit();
+    if (transaction)
+        transaction->commit();
 
     DemoSummary summary;
     summary.clients = int(ctx.clients.size());

@@ -23,7 +23,8 @@ struct DemoSummary
 // the database clock's today: services, diets, items with meal counts,
 // routes with stop numbers, funding sources, staff, standing schedules of
 // every frequency, households, suspensions, address overrides of each type,
-// dated deliveries and past saved runs. Runs in one transaction.
+// dated deliveries and past saved runs. Runs in one transaction: its own, or
+// the one the caller has open.
 DemoSummary generateDemoAgency(Database& db, const DemoOptions& options);
 
 } // namespace kb

@@ -3,6 +3,7 @@
 #include "RoutingError.h"
 
 #include <QFile>
+#include <QSet>
 #include <QStringList>
 
 #include <cmath>
@@ -43,15 +44,26 @@ TsplibInstance TsplibReader::readFile(const QString& path)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         throw RoutingError(
             QStringLiteral("Cannot open the TSPLIB file %1: %2").arg(path, file.errorString()));
-    return parse(QString::fromUtf8(file.readAll()), path);
+    // Read no more than a file of the largest map could hold, and one byte
+    // past it to tell that the file is bigger.
+    const QByteArray bytes = file.read(MaxFileBytes + 1);
+    if (bytes.size() > MaxFileBytes)
+        throw RoutingError(QStringLiteral("%1: The file is larger than %2 MB; no map of %3 stops needs that much.")
+                               .arg(path)
+                               .arg(MaxFileBytes / (1024 * 1024))
+                               .arg(MaxNodes));
+    return parse(QString::fromUtf8(bytes), path);
 }
 
 TsplibInstance TsplibReader::parse(const QString& text, const QString& sourceName)
 {
+    if (text.size() > MaxFileBytes)
+        fail(sourceName, 0, QStringLiteral("The text is longer than a map of %1 stops needs.").arg(MaxNodes));
     TsplibInstance instance;
     int dimension = -1;
     QString weightType;
     QString type;
+    QSet<QString> keys; // header keys read so far
     std::vector<char> seen;
     int coordinates = 0;
     Section section = Section::Header;
@@ -73,6 +85,12 @@ TsplibInstance TsplibReader::parse(const QString& text, const QString& sourceNam
             if (weightType != QLatin1String("EUC_2D"))
                 fail(sourceName, lineNo,
                      QStringLiteral("Only EDGE_WEIGHT_TYPE EUC_2D is read, not \"%1\".").arg(weightType));
+            if (!seen.empty())
+                fail(sourceName, lineNo, QStringLiteral("NODE_COORD_SECTION is given twice."));
+            // Room for the nodes is made only now, once the dimension is known
+            // to be within bounds and final.
+            instance.points.assign(std::size_t(dimension), PlanePoint{});
+            seen.assign(std::size_t(dimension), 0);
             section = Section::Coordinates;
             continue;
         }
@@ -121,6 +139,12 @@ TsplibInstance TsplibReader::parse(const QString& text, const QString& sourceNam
         const QString key = line.left(colon).trimmed().toUpper();
         const QString value = line.mid(colon + 1).trimmed();
         section = Section::Header;
+        if (key != QLatin1String("COMMENT")) {
+            // A second value would silently replace the first, and with it
+            // what the nodes read so far mean.
+            if (keys.contains(key)) fail(sourceName, lineNo, QStringLiteral("%1 is given twice.").arg(key));
+            keys.insert(key);
+        }
         if (key == QLatin1String("NAME")) {
             instance.name = value;
         } else if (key == QLatin1String("TYPE")) {
@@ -130,8 +154,17 @@ TsplibInstance TsplibReader::parse(const QString& text, const QString& sourceNam
         } else if (key == QLatin1String("DIMENSION")) {
             dimension = wholeNumber(value, sourceName, lineNo);
             if (dimension < 1) fail(sourceName, lineNo, QStringLiteral("DIMENSION must be at least 1."));
-            instance.points.assign(std::size_t(dimension), PlanePoint{});
-            seen.assign(std::size_t(dimension), 0);
+            if (dimension > MaxNodes)
+                fail(sourceName, lineNo,
+                     QStringLiteral("DIMENSION %1 is more than the %2 stops that can be ordered.")
+                         .arg(dimension)
+                         .arg(MaxNodes));
+            // Each node needs a line of its own.
+            if (dimension > lines.size() - index - 1)
+                fail(sourceName, lineNo,
+                     QStringLiteral("DIMENSION is %1 but the file has only %2 more lines.")
+                         .arg(dimension)
+                         .arg(lines.size() - index - 1));
         } else if (key == QLatin1String("EDGE_WEIGHT_TYPE")) {
             weightType = value.toUpper();
         }

@@ -8,6 +8,7 @@ PACKAGES=(
   libsqlite3-dev libpq-dev postgresql
   libzint-dev libcurl4-openssl-dev libjpeg-dev zlib1g-dev
   libgtest-dev libgmock-dev libbenchmark-dev
+  clang-14 libclang-rt-14-dev
   xvfb xauth
   fonts-dejavu-core poppler-utils zbar-tools
 )

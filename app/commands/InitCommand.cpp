@@ -29,21 +29,28 @@ int runInit(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
     const auto clock = kb::app::commandClock(context);
     QElapsedTimer timer;
     timer.start();
+    // The demo agency is part of the new data, made before anyone can see it.
+    kb::DemoSummary summary;
+    kb::NewAgencyFill fill;
+    if (clients > 0)
+        fill = [&](kb::Database& db) {
+            kb::DemoOptions options;
+            options.clients = clients;
+            options.seed = seed;
+            summary = kb::generateDemoAgency(db, options);
+        };
     const bool onServer = directory.isEmpty();
-    const auto db = onServer ? kb::createServerDatabase(kb::ServerAddress::parse(context.server), *clock)
-                             : kb::createDataDirectory(directory, *clock);
-    // The fixed reports' templates, which the agency may then adjust.
-    if (!onServer)
+    if (onServer) {
+        kb::createServerDatabase(kb::ServerAddress::parse(context.server), *clock, fill);
+    } else {
+        kb::createDataDirectory(directory, *clock, fill);
+        // The fixed reports' templates, which the agency may then adjust.
         kb::reports::TemplateRegistry::install(directory);
-    if (clients > 0) {
-        kb::DemoOptions options;
-        options.clients = clients;
-        options.seed = seed;
-        const kb::DemoSummary summary = kb::generateDemoAgency(*db, options);
-        context.err << "Generated " << summary.clients << " clients, " << summary.episodicDeliveries
-                    << " dated deliveries and " << summary.deliveries << " saved deliveries in "
-                    << timer.elapsed() << " ms\n";
     }
+    if (clients > 0)
+        context.err << "Generated " << summary.clients << " clients, " << summary.episodicDeliveries
+                    << " dated deliveries and " << summary.deliveries << " saved deliveries in " << timer.elapsed()
+                    << " ms\n";
     if (onServer)
         context.out << "Created the Kettlebrook tables in " << context.server << '\n';
     else
@@ -62,7 +69,8 @@ const kb::app::CommandRegistration registration(
                                     QStringLiteral("N")),
                  QCommandLineOption(QStringLiteral("seed"),
                                     QStringLiteral("The seed of the demo agency; the same seed gives the same agency."),
-                                    QStringLiteral("S"))}},
+                                    QStringLiteral("S"))},
+     .repeatable = {}},
     runInit);
 
 } // namespace

@@ -28,8 +28,16 @@ FileRecordLocks::FileRecordLocks(Database& database) : RecordLocks(database)
     if (!store)
         throw DbError(DbErrorCode::Other, QStringLiteral("File record locks need a data directory"));
     m_path = QFileInfo(store->path()).absoluteDir().filePath(QString::fromLatin1(LockFileName));
+    const QByteArray path = QFile::encodeName(m_path);
     // Not inherited by programs the process starts: their locks are their own.
-    m_fd = ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (store->readOnly()) {
+        // Reading holds tables shared, which a read-only descriptor allows;
+        // without a lock file nobody who writes is at work.
+        m_readOnlyReason = store->readOnlyReason();
+        m_fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+        return;
+    }
+    m_fd = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (m_fd < 0)
         throw DbError(DbErrorCode::Other,
                       QStringLiteral("Cannot open the lock file %1: %2").arg(m_path, QString::fromLocal8Bit(std::strerror(errno))));
@@ -37,9 +45,11 @@ FileRecordLocks::FileRecordLocks(Database& database) : RecordLocks(database)
 
 FileRecordLocks::~FileRecordLocks()
 {
-    // Closing the session's own file description frees all its locks at once.
+    // Closing the session's own file descriptions frees all its locks at once.
     if (m_fd >= 0)
         ::close(m_fd);
+    if (m_statementFd >= 0)
+        ::close(m_statementFd);
 }
 
 RecordLocks::TableKey FileRecordLocks::keyOf(const QString& table)
@@ -56,15 +66,26 @@ RecordLocks::TableKey FileRecordLocks::keyOf(const QString& table)
 
 bool FileRecordLocks::setLock(qint64 offset, short kind)
 {
+    if (!m_readOnlyReason.isEmpty()) {
+        if (kind == F_WRLCK)
+            throw DbError(DbErrorCode::Other, m_readOnlyReason + QStringLiteral(": nothing can be changed"));
+        if (m_fd < 0)
+            return true;
+    }
+    return setLock(m_fd, offset, 1, kind);
+}
+
+bool FileRecordLocks::setLock(int fd, qint64 offset, qint64 length, short kind)
+{
     struct flock lock;
     std::memset(&lock, 0, sizeof lock);
     lock.l_type = kind;
     lock.l_whence = SEEK_SET;
     lock.l_start = off_t(offset);
-    lock.l_len = 1;
+    lock.l_len = off_t(length);
     lock.l_pid = 0; // required for open-file-description locks
     for (;;) {
-        if (::fcntl(m_fd, F_OFD_SETLK, &lock) == 0)
+        if (::fcntl(fd, F_OFD_SETLK, &lock) == 0)
             return true;
         if (errno == EINTR)
             continue;
@@ -85,6 +106,30 @@ static qint64 rowOffset(qint64 table, qint64 rowId)
 bool FileRecordLocks::acquireRow(TableKey key, qint64 rowId) { return setLock(rowOffset(key.value, rowId), F_WRLCK); }
 
 void FileRecordLocks::releaseRow(TableKey key, qint64 rowId) { setLock(rowOffset(key.value, rowId), F_UNLCK); }
+
+bool FileRecordLocks::holdRowsOnce(TableKey key, const std::vector<qint64>& rows, bool tableHeld)
+{
+    if (!m_readOnlyReason.isEmpty())
+        throw DbError(DbErrorCode::Other, m_readOnlyReason + QStringLiteral(": nothing can be changed"));
+    if (m_statementFd < 0) {
+        m_statementFd = ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_CLOEXEC);
+        if (m_statementFd < 0)
+            throw DbError(DbErrorCode::Other, QStringLiteral("Cannot open the lock file %1: %2")
+                                                  .arg(m_path, QString::fromLocal8Bit(std::strerror(errno))));
+    }
+    bool held = tableHeld || setLock(m_statementFd, key.value * TableStretch + TableByte, 1, F_RDLCK);
+    for (size_t i = 0; held && i < rows.size(); ++i)
+        held = setLock(m_statementFd, rowOffset(key.value, rows[i]), 1, F_WRLCK);
+    if (!held)
+        releaseRowHolds();
+    return held;
+}
+
+void FileRecordLocks::releaseRowHolds()
+{
+    if (m_statementFd >= 0)
+        setLock(m_statementFd, 0, 0, F_UNLCK);
+}
 
 bool FileRecordLocks::moveTableHold(TableKey key, TableMode from, TableMode to)
 {

@@ -26,13 +26,22 @@ protected:
     bool acquireRow(TableKey key, qint64 rowId) override;
     void releaseRow(TableKey key, qint64 rowId) override;
     bool moveTableHold(TableKey key, TableMode from, TableMode to) override;
+    bool holdRowsOnce(TableKey key, const std::vector<qint64>& rows, bool tableHeld) override;
+    void releaseRowHolds() override;
 
 private:
-    // One try at a lock of the given kind (F_RDLCK, F_WRLCK, F_UNLCK) on one byte.
+    // One try at a lock of the given kind (F_RDLCK, F_WRLCK, F_UNLCK) on one
+    // byte (0 bytes: to the end of the file), through the session's own
+    // descriptor or another.
     bool setLock(qint64 offset, short kind);
+    bool setLock(int fd, qint64 offset, qint64 length, short kind);
 
     int m_fd = -1;
+    // A statement's holds go through a descriptor of their own, so that
+    // giving them back all at once leaves the data sets' locks alone.
+    int m_statementFd = -1;
     QString m_path;
+    QString m_readOnlyReason; // the data opened read-only, and why: shared holds only
 };
 
 } // namespace kb

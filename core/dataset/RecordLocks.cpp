@@ -138,6 +138,29 @@ void RecordLocks::unlockAll()
         release(key);
 }
 
+void RecordLocks::holdStatementRows(const QString& table, const std::function<std::vector<qint64>()>& probe)
+{
+    TableHold& h = hold(table);
+    if (!h.key.shared())
+        return;
+    for (int i = 0;; ++i) {
+        std::vector<qint64> others;
+        for (const qint64 row : probe())
+            if (!m_rows.contains(rowKey(table, row)))
+                others.push_back(row);
+        // Rows this session holds keep the table held shared, so no other
+        // session can hold it whole: nothing more to wait for.
+        if (others.empty() || holdRowsOnce(h.key, others, h.shared > 0 || h.exclusive > 0))
+            return;
+        if (i + 1 >= m_retryCount)
+            break;
+        QThread::msleep(ulong(m_retryWaitMs));
+    }
+    throw DbError(DbErrorCode::RecordLocked, QStringLiteral("Record locked by another user in table %1").arg(table));
+}
+
+void RecordLocks::releaseStatementRows() { releaseRowHolds(); }
+
 void RecordLocks::openTable(LockOwner owner, const QString& table, bool exclusive)
 {
     (void)owner;

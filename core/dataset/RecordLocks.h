@@ -3,7 +3,9 @@
 #include <QHash>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 namespace kb {
 
@@ -50,6 +52,16 @@ public:
     void unlockAll(LockOwner owner);
     void unlockAll();
 
+    // Holds the rows a statement is about to change, so that none is
+    // changed under another session's edit. probe gives the rows' identities
+    // (anew for each try); rows this session holds itself are its own to
+    // change. Waits like lock() while another session holds one of them or
+    // the whole table, then throws DbError RecordLocked. The hold lasts
+    // until releaseStatementRows(), on the server to the end of the
+    // transaction around the statement.
+    void holdStatementRows(const QString& table, const std::function<std::vector<qint64>()>& probe);
+    void releaseStatementRows();
+
     // Holds the table for an open data set; throws DbError(ExclusiveOpen)
     // when another session has it exclusively, or, for an exclusive open,
     // when any other session uses it. Nested holds are counted.
@@ -81,6 +93,12 @@ protected:
     virtual bool acquireRow(TableKey key, qint64 rowId) = 0;
     virtual void releaseRow(TableKey key, qint64 rowId) = 0;
     virtual bool moveTableHold(TableKey key, TableMode from, TableMode to) = 0;
+    // One try at holding rows for a statement (none of them held by this
+    // session) and the table shared unless tableHeld says this session
+    // holds it already; nothing held and false when another session is in
+    // the way.
+    virtual bool holdRowsOnce(TableKey key, const std::vector<qint64>& rows, bool tableHeld) = 0;
+    virtual void releaseRowHolds() = 0;
 
     Database& m_database;
 

@@ -84,6 +84,27 @@ void ServerRecordLocks::releaseRow(TableKey key, qint64 rowId)
     call(m_unlockRow, "SELECT pg_advisory_unlock($1::int4, $2::int4)", firstKey(key.value), checkedRow(rowId));
 }
 
+bool ServerRecordLocks::holdRowsOnce(TableKey key, const std::vector<qint64>& rows, bool tableHeld)
+{
+    // All rows in one round trip: an array of their identities.
+    QString list;
+    list.reserve(qsizetype(rows.size()) * 8);
+    for (const qint64 row : rows) {
+        list += list.isEmpty() ? QLatin1Char('{') : QLatin1Char(',');
+        list += QString::number(checkedRow(row));
+    }
+    list += QLatin1Char('}');
+    return ask(m_holdRows,
+               "SELECT ($1 OR pg_try_advisory_xact_lock_shared($2::int8)) AND NOT EXISTS (SELECT 1 FROM "
+               "unnest($3::int8[]) AS r(id) WHERE NOT pg_try_advisory_xact_lock($4::int4, r.id::int4))",
+               {{tableHeld, FieldType::Bool},
+                {key.value, FieldType::Int},
+                {list, FieldType::String},
+                {firstKey(key.value), FieldType::Int}},
+               FieldType::Bool)
+        .toBool();
+}
+
 bool ServerRecordLocks::moveTableHold(TableKey key, TableMode from, TableMode to)
 {
     // Take the new hold before giving up the old one, so nobody slips in between.

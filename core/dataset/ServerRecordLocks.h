@@ -30,6 +30,10 @@ protected:
     bool acquireRow(TableKey key, qint64 rowId) override;
     void releaseRow(TableKey key, qint64 rowId) override;
     bool moveTableHold(TableKey key, TableMode from, TableMode to) override;
+    // A statement's holds are the server's transaction locks, which end
+    // with the transaction around the statement.
+    bool holdRowsOnce(TableKey key, const std::vector<qint64>& rows, bool tableHeld) override;
+    void releaseRowHolds() override {}
 
 private:
     // Runs a one-row statement of the server's own, prepared once, and gives its one value.
@@ -45,6 +49,7 @@ private:
     std::unique_ptr<StoreStatement> m_unlockShared;
     std::unique_ptr<StoreStatement> m_unlockExclusive;
     std::unique_ptr<StoreStatement> m_objectNumber;
+    std::unique_ptr<StoreStatement> m_holdRows;
     QHash<QString, qint64> m_keys; // by lower-case table name
 };
 

@@ -14,20 +14,6 @@ namespace kb {
 
 namespace {
 
-// A try that did not get the row: another workstation holds it (or the
-// table), or has just changed it under our feet.
-bool isLockConflict(const DbError& error)
-{
-    switch (error.code()) {
-    case DbErrorCode::RecordLocked:
-    case DbErrorCode::TableLocked:
-    case DbErrorCode::ChangedSinceRead:
-        return true;
-    default:
-        return false;
-    }
-}
-
 // Lets the user interface run pending messages for a random number of
 // rounds; without an application object there is nothing to run, and the
 // thread only gives way to others.
@@ -50,7 +36,7 @@ bool editCounterRow(TableDataSet& idnos, const UniqueIdTries& tries)
             idnos.edit();
             return true;
         } catch (const DbError& error) {
-            if (!isLockConflict(error)) throw;
+            if (!error.isLockConflict()) throw; // another workstation holds the row or has just changed it
         }
         randomWait(tries.maxWaitRounds);
     }

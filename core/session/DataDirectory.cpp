@@ -5,7 +5,16 @@
 #include "store/SqliteStore.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
+#include <QRandomGenerator>
+#include <QSysInfo>
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace kb {
 
@@ -18,14 +27,77 @@ bool isDataDirectory(const QString& directory) { return QFileInfo::exists(databa
 
 namespace {
 
-// All tables and the rows a new agency starts with, or nothing.
-void createCatalogueWithStartingRows(Database& db)
+// All tables and the rows a new agency starts with, inside the caller's
+// transaction.
+void addCatalogueWithStartingRows(Database& db, const NewAgencyFill& fill)
 {
-    TransactionGuard guard(db);
     for (const TableDef& table : db.catalogue().tables())
         db.createTable(table);
     seedNewAgency(db);
-    guard.commit();
+    if (fill)
+        fill(db);
+}
+
+[[noreturn]] void failWith(const QString& message) { throw DbError(DbErrorCode::Other, message); }
+
+QString systemError(int error) { return QString::fromLocal8Bit(std::strerror(error)); }
+
+// A new data directory is built under this hidden name beside its place:
+// ".NAME.new-HOST-PID-RANDOM". Host and process tell later inits whether
+// its builder is still at work.
+QString buildingPrefix(const QString& name) { return QLatin1Char('.') + name + QStringLiteral(".new-"); }
+
+QString buildingName(const QString& name)
+{
+    return buildingPrefix(name) + QStringLiteral("%1-%2-%3")
+                                      .arg(QSysInfo::machineHostName())
+                                      .arg(::getpid())
+                                      .arg(QRandomGenerator::global()->generate(), 0, 36);
+}
+
+// Removes what builders on this machine that are gone for good (a crash, a
+// kill) left beside the folder. A builder that is still running, or one on
+// another machine sharing the folder, is left alone.
+void removeAbandonedBuilds(const QDir& parent, const QString& name)
+{
+    const QString prefix = buildingPrefix(name);
+    const QString host = QSysInfo::machineHostName() + QLatin1Char('-');
+    const QStringList found =
+        parent.entryList({prefix + QLatin1Char('*')}, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+    for (const QString& entry : found) {
+        const QString rest = entry.mid(prefix.size());
+        if (!rest.startsWith(host))
+            continue;
+        const QStringList parts = rest.mid(host.size()).split(QLatin1Char('-'));
+        bool ok = false;
+        const qint64 pid = parts.value(0).toLongLong(&ok);
+        if (!ok || parts.size() != 2 || pid <= 0)
+            continue;
+        if (::kill(pid_t(pid), 0) == 0 || errno != ESRCH)
+            continue;
+        QDir(parent.filePath(entry)).removeRecursively();
+    }
+}
+
+// Forces a file or folder's contents to disk.
+void syncPath(const QString& path, bool folder)
+{
+    const int fd = ::open(QFile::encodeName(path).constData(), (folder ? O_DIRECTORY : 0) | O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        failWith(QStringLiteral("Cannot open %1: %2").arg(path, systemError(errno)));
+    const int rc = ::fsync(fd);
+    const int error = errno;
+    ::close(fd);
+    if (rc != 0 && error != EINVAL)
+        failWith(QStringLiteral("Cannot write %1 to disk: %2").arg(path, systemError(error)));
+}
+
+void syncFolder(const QString& folder)
+{
+    QDirIterator files(folder, QDir::Files | QDir::Hidden);
+    while (files.hasNext())
+        syncPath(files.next(), false);
+    syncPath(folder, true);
 }
 
 } // namespace
@@ -41,30 +113,56 @@ std::unique_ptr<Database> openDataDirectory(const QString& directory, const Cloc
                                       Catalogue::standard(), clock);
 }
 
-std::unique_ptr<Database> createDataDirectory(const QString& directory, const Clock& clock)
+std::unique_ptr<Database> createDataDirectory(const QString& directory, const Clock& clock, const NewAgencyFill& fill)
 {
-    QDir dir(directory);
-    const bool existed = dir.exists();
-    if (isDataDirectory(directory))
-        throw DbError(DbErrorCode::Other, QStringLiteral("%1 is already a data directory").arg(directory));
-    if (existed && !dir.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System))
-        throw DbError(DbErrorCode::Other,
-                      QStringLiteral("%1 is not empty; a new data directory needs an empty or new folder").arg(directory));
-    if (!existed && !QDir().mkpath(directory))
-        throw DbError(DbErrorCode::Other, QStringLiteral("Cannot create directory %1").arg(directory));
+    const QFileInfo target(QDir::cleanPath(QFileInfo(directory).absoluteFilePath()));
+    if (isDataDirectory(target.filePath()))
+        failWith(QStringLiteral("%1 is already a data directory").arg(directory));
+    if (target.exists() && !target.isDir())
+        failWith(QStringLiteral("%1 is a file; a new data directory needs an empty or new folder").arg(directory));
+    if (target.isDir() &&
+        !QDir(target.filePath()).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System))
+        failWith(QStringLiteral("%1 is not empty; a new data directory needs an empty or new folder").arg(directory));
+    const QDir parent = target.absoluteDir();
+    if (!parent.exists() && !QDir().mkpath(parent.path()))
+        failWith(QStringLiteral("Cannot create directory %1").arg(parent.path()));
+    removeAbandonedBuilds(parent, target.fileName());
+
+    const QString building = parent.filePath(buildingName(target.fileName()));
+    if (!QDir().mkdir(building))
+        failWith(QStringLiteral("Cannot create directory %1: check that the folder %2 may be written")
+                     .arg(building, parent.path()));
     try {
-        auto db = std::make_unique<Database>(std::make_unique<SqliteStore>(databaseFilePath(directory), true),
-                                             Catalogue::standard(), clock);
-        createCatalogueWithStartingRows(*db);
-        return db;
+        {
+            Database db(std::make_unique<SqliteStore>(databaseFilePath(building), true), Catalogue::standard(),
+                        clock);
+            TransactionGuard guard(db);
+            addCatalogueWithStartingRows(db, fill);
+            guard.commit();
+            // Closing the last connection folds the log into the database file.
+        }
+        syncFolder(building);
+        // The one step that makes the data directory appear, whole. rename()
+        // also takes the place of an empty folder, and fails when another
+        // init has filled it in the meantime.
+        if (::rename(QFile::encodeName(building).constData(), QFile::encodeName(target.filePath()).constData()) != 0) {
+            const int error = errno;
+            if (error == EEXIST || error == ENOTEMPTY) {
+                if (isDataDirectory(target.filePath()))
+                    failWith(QStringLiteral("%1 is already a data directory: another init made it at the same time")
+                                 .arg(directory));
+                failWith(QStringLiteral("%1 is not empty; a new data directory needs an empty or new folder")
+                             .arg(directory));
+            }
+            failWith(QStringLiteral("Cannot move the new data directory into place at %1: %2")
+                         .arg(directory, systemError(error)));
+        }
+        syncPath(parent.path(), true);
     } catch (...) {
-        // Nothing half-made stays behind.
-        for (const QString& name : QDir(directory).entryList(QDir::Files | QDir::Hidden))
-            QFile::remove(QDir(directory).filePath(name));
-        if (!existed)
-            QDir().rmdir(directory);
+        QDir(building).removeRecursively();
         throw;
     }
+    return openDataDirectory(target.filePath(), clock);
 }
 
 namespace {
@@ -83,13 +181,20 @@ std::unique_ptr<Database> openServerDatabase(const ServerAddress& address, const
     return db;
 }
 
-std::unique_ptr<Database> createServerDatabase(const ServerAddress& address, const Clock& clock)
+std::unique_ptr<Database> createServerDatabase(const ServerAddress& address, const Clock& clock,
+                                               const NewAgencyFill& fill)
 {
     auto db = std::make_unique<Database>(std::make_unique<PostgresStore>(address), Catalogue::standard(), clock);
+    TransactionGuard guard(*db);
+    // Two inits of one database at once: the second waits here until the
+    // first is done, then finds its tables. The key stands apart from the
+    // record locks, whose first half is a table's object number.
+    db->store().exec(QStringLiteral("SELECT pg_advisory_xact_lock(-1, 1)"));
     if (holdsKettlebrookTables(*db))
         throw DbError(DbErrorCode::Other,
                       QStringLiteral("The database %1 already holds Kettlebrook data").arg(address.toString()));
-    createCatalogueWithStartingRows(*db);
+    addCatalogueWithStartingRows(*db, fill);
+    guard.commit();
     return db;
 }
 

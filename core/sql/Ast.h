@@ -23,7 +23,7 @@ enum class ExprKind {
     Column,   // qualifier.name or name
     Star,     // * or qualifier.*
     Unary,    // op: "-", "NOT"
-    Binary,   // op: + - * / || = <> < > <= >= AND OR LIKE
+    Binary,   // op: + - * / || = <> < > <= >= LIKE; AND and OR take two or more args
     IsNull,   // args[0] IS [NOT] NULL
     InList,   // args[0] [NOT] IN (args[1..])
     InSelect, // args[0] [NOT] IN (select)
@@ -63,6 +63,7 @@ struct Expr
     std::vector<ExprPtr> args;
     SelectPtr select;
     QString sourceText; // as written, for naming unnamed columns
+    int height = 1;     // levels of the tree below and including this node
 };
 
 struct TableRef
@@ -114,6 +115,7 @@ struct SelectStmt
     std::vector<OrderItem> orderBy;
     std::optional<qint64> top;
     QString intoMemory; // SELECT ... INTO MEMORY name
+    int height = 1;     // as Expr::height, over every expression the select holds
 };
 
 struct InsertStmt

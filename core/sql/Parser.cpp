@@ -4,6 +4,8 @@
 
 #include <QSet>
 
+#include <algorithm>
+
 namespace kb::sql {
 
 namespace {
@@ -54,6 +56,34 @@ private:
     const QString& m_text;
     QList<Token> m_tokens;
     qsizetype m_pos = 0;
+    int m_depth = 0; // recursion levels now open
+
+    // One level of recursion, refused beyond MaxNesting before the stack
+    // could run out.
+    class Descent
+    {
+    public:
+        explicit Descent(Parser& parser) : m_parser(parser)
+        {
+            if (++m_parser.m_depth > MaxNesting) {
+                --m_parser.m_depth;
+                m_parser.tooDeep();
+            }
+        }
+        ~Descent() { --m_parser.m_depth; }
+        Descent(const Descent&) = delete;
+        Descent& operator=(const Descent&) = delete;
+
+    private:
+        Parser& m_parser;
+    };
+
+    [[noreturn]] void tooDeep() const
+    {
+        fail(QStringLiteral("The statement nests more than %1 levels deep (parentheses, sub-selects, functions or "
+                            "operators in a row); write it with fewer levels")
+                 .arg(MaxNesting));
+    }
 
     const Token& peek(int ahead = 0) const
     {
@@ -293,6 +323,7 @@ private:
 
     SelectPtr parseSelectBody()
     {
+        const Descent descent(*this);
         auto stmt = std::make_shared<SelectStmt>();
         stmt->cores.push_back(parseSelectCore(*stmt));
         while (acceptWord("UNION")) {
@@ -325,7 +356,37 @@ private:
                 fail(QStringLiteral("Expected a number after TOP"));
             stmt->top = t.text.toLongLong();
         }
+        measure(*stmt);
         return stmt;
+    }
+
+    // The height of a select: one above the deepest expression or
+    // sub-select it holds.
+    void measure(SelectStmt& stmt) const
+    {
+        int height = 0;
+        const auto take = [&height](const ExprPtr& e) {
+            if (e)
+                height = std::max(height, e->height);
+        };
+        for (const SelectCore& core : stmt.cores) {
+            for (const SelectItem& item : core.items)
+                take(item.expr);
+            for (const JoinItem& join : core.from) {
+                take(join.on);
+                if (join.table.subquery)
+                    height = std::max(height, join.table.subquery->height);
+            }
+            take(core.where);
+            for (const ExprPtr& g : core.groupBy)
+                take(g);
+            take(core.having);
+        }
+        for (const OrderItem& item : stmt.orderBy)
+            take(item.expr);
+        stmt.height = height + 1;
+        if (stmt.height > MaxNesting)
+            tooDeep();
     }
 
     InsertStmt parseInsert()
@@ -550,12 +611,27 @@ private:
         e->sourceText = m_text.mid(begin, m_tokens[m_pos - 1].end - begin);
         return e;
     }
+    // Completes a node once its parts are read: its text and its height,
+    // which may not pass MaxNesting however the node was built.
     void finish(const ExprPtr& e, qsizetype begin)
     {
         e->sourceText = m_text.mid(begin, m_tokens[m_pos - 1].end - begin).trimmed();
+        int height = 0;
+        for (const ExprPtr& a : e->args)
+            if (a)
+                height = std::max(height, a->height);
+        if (e->select)
+            height = std::max(height, e->select->height);
+        e->height = height + 1;
+        if (e->height > MaxNesting)
+            tooDeep();
     }
 
-    ExprPtr parseExpr() { return parseOr(); }
+    ExprPtr parseExpr()
+    {
+        const Descent descent(*this);
+        return parseOr();
+    }
 
     ExprPtr binary(const QString& op, ExprPtr left, ExprPtr right, qsizetype begin)
     {
@@ -567,28 +643,39 @@ private:
         return e;
     }
 
-    ExprPtr parseOr()
+    // a OR b OR c (and the same of AND) is one node with all the terms, so
+    // a long list of conditions adds one level, not one per term.
+    template <typename Term> ExprPtr parseChain(const char* word, Term term)
     {
         const qsizetype begin = peek().begin;
-        ExprPtr left = parseAnd();
-        while (acceptWord("OR"))
-            left = binary(QStringLiteral("OR"), left, parseAnd(), begin);
-        return left;
+        ExprPtr first = term();
+        if (!peek().isWord(QLatin1StringView(word)))
+            return first;
+        auto e = std::make_shared<Expr>();
+        e->kind = ExprKind::Binary;
+        e->op = QString::fromLatin1(word);
+        e->args.push_back(std::move(first));
+        while (acceptWord(word))
+            e->args.push_back(term());
+        finish(e, begin);
+        return e;
+    }
+
+    ExprPtr parseOr()
+    {
+        return parseChain("OR", [this] { return parseAnd(); });
     }
 
     ExprPtr parseAnd()
     {
-        const qsizetype begin = peek().begin;
-        ExprPtr left = parseNot();
-        while (acceptWord("AND"))
-            left = binary(QStringLiteral("AND"), left, parseNot(), begin);
-        return left;
+        return parseChain("AND", [this] { return parseNot(); });
     }
 
     ExprPtr parseNot()
     {
         const qsizetype begin = peek().begin;
         if (acceptWord("NOT")) {
+            const Descent descent(*this);
             auto e = std::make_shared<Expr>();
             e->kind = ExprKind::Unary;
             e->op = QStringLiteral("NOT");
@@ -714,6 +801,15 @@ private:
     ExprPtr parseUnary()
     {
         const qsizetype begin = peek().begin;
+        if (peek().isSymbol(QLatin1StringView("-")) || peek().isSymbol(QLatin1StringView("+"))) {
+            const Descent descent(*this);
+            return parseSigned(begin);
+        }
+        return parsePrimary();
+    }
+
+    ExprPtr parseSigned(qsizetype begin)
+    {
         if (acceptSymbol("-")) {
             ExprPtr operand = parseUnary();
             if (operand->kind == ExprKind::Literal &&
@@ -729,9 +825,8 @@ private:
             finish(e, begin);
             return e;
         }
-        if (acceptSymbol("+"))
-            return parseUnary();
-        return parsePrimary();
+        expectSymbol("+");
+        return parseUnary();
     }
 
     ExprPtr literal(LiteralKind kind, const QString& value, qsizetype begin)
@@ -1069,6 +1164,11 @@ FieldType typeFromName(const QString& name)
 
 std::vector<ParsedStatement> parseStatements(const QString& text)
 {
+    if (text.size() > MaxStatementLength)
+        throw DbError(DbErrorCode::Syntax,
+                      QStringLiteral("The statement text has %1 characters; at most %2 are read")
+                          .arg(text.size())
+                          .arg(MaxStatementLength));
     Parser parser(text, tokenize(text));
     return parser.parseAll();
 }

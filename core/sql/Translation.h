@@ -53,6 +53,10 @@ struct TranslatedStatement
     QStringList memoryTablesUsed; // lower-case names, to validate the cache
     // A persistent table written by the statement, for change tracking.
     QString writesTable;
+    // For an update or delete of writesTable: a query of the identities of
+    // the rows it will change, so that rows another session holds in edit
+    // are waited for rather than changed under the editor.
+    std::optional<StoreSql> rowProbe;
 };
 
 } // namespace kb::sql

@@ -1,5 +1,6 @@
 #include "sql/Translator.h"
 
+#include "sql/Parser.h"
 #include "store/DbError.h"
 
 #include <QRegularExpression>
@@ -101,6 +102,20 @@ private:
     std::vector<QString> m_steps;
     std::vector<bool> m_stepRowsFlags;
     std::vector<bool> m_stepCountFlags;
+    QString m_rowProbe; // see TranslatedStatement::rowProbe
+
+    // The rows a write to a stored table will change, by their identity.
+    void probeRows(const ScopeTable& target, const QString& from, const QStringList& conditions)
+    {
+        if (m_result.writesTable.isEmpty())
+            return;
+        m_rowProbe = QStringLiteral("SELECT %1.%2 FROM %3")
+                         .arg(ident(target.visible), rowIdentity(target.def, m_dialect), tableSql(target));
+        if (!from.isEmpty())
+            m_rowProbe += QStringLiteral(", ") + from;
+        if (!conditions.isEmpty())
+            m_rowProbe += QStringLiteral(" WHERE ") + conditions.join(QLatin1String(" AND "));
+    }
 
     bool pg() const { return m_dialect == Dialect::PostgreSQL; }
 
@@ -175,34 +190,41 @@ private:
 
     void finalize()
     {
+        for (size_t s = 0; s < m_steps.size(); ++s)
+            m_result.steps.push_back(storeSql(m_steps[s], m_stepRowsFlags[s], m_stepCountFlags[s]));
+        if (!m_rowProbe.isEmpty())
+            m_result.rowProbe = storeSql(m_rowProbe, true, false);
+    }
+
+    // The store's text of a step: parameter markers become the store's
+    // placeholders, numbered by first use.
+    StoreSql storeSql(const QString& sql, bool returnsRows, bool countsRows) const
+    {
         static const QRegularExpression re(QStringLiteral("\\x01(\\d+)\\x02"));
-        for (size_t s = 0; s < m_steps.size(); ++s) {
-            StoreSql step;
-            step.returnsRows = m_stepRowsFlags[s];
-            step.countsRows = m_stepCountFlags[s];
-            const QString& sql = m_steps[s];
-            QString out;
-            qsizetype last = 0;
-            auto it = re.globalMatch(sql);
-            while (it.hasNext()) {
-                const auto m = it.next();
-                out += QStringView(sql).mid(last, m.capturedStart() - last);
-                const int index = m.captured(1).toInt();
-                int position = -1;
-                for (size_t k = 0; k < step.params.size(); ++k)
-                    if (step.params[k] == index)
-                        position = int(k);
-                if (position < 0) {
-                    step.params.push_back(index);
-                    position = int(step.params.size() - 1);
-                }
-                out += placeholder(position, m_result.params[index].type);
-                last = m.capturedEnd();
+        StoreSql step;
+        step.returnsRows = returnsRows;
+        step.countsRows = countsRows;
+        QString out;
+        qsizetype last = 0;
+        auto it = re.globalMatch(sql);
+        while (it.hasNext()) {
+            const auto m = it.next();
+            out += QStringView(sql).mid(last, m.capturedStart() - last);
+            const int index = m.captured(1).toInt();
+            int position = -1;
+            for (size_t k = 0; k < step.params.size(); ++k)
+                if (step.params[k] == index)
+                    position = int(k);
+            if (position < 0) {
+                step.params.push_back(index);
+                position = int(step.params.size() - 1);
             }
-            out += QStringView(sql).mid(last);
-            step.text = out;
-            m_result.steps.push_back(std::move(step));
+            out += placeholder(position, m_result.params[index].type);
+            last = m.capturedEnd();
         }
+        out += QStringView(sql).mid(last);
+        step.text = out;
+        return step;
     }
 
     QString placeholder(int position, FieldType type) const
@@ -311,7 +333,20 @@ private:
         bool inAggregate = false;
     };
 
-    Tx tx(const ExprPtr& e, const ExprContext& ctx) { return translateExpr(*e, ctx); }
+    // The parser bounds how deep a statement nests, and with it how deep
+    // translation recurses; the count here keeps that promise visible.
+    int m_depth = 0;
+
+    Tx tx(const ExprPtr& e, const ExprContext& ctx)
+    {
+        if (++m_depth > 2 * MaxNesting) {
+            m_depth = 0;
+            syntax(QStringLiteral("The statement nests too deeply to translate"));
+        }
+        Tx t = translateExpr(*e, ctx);
+        --m_depth;
+        return t;
+    }
 
     Tx translateExpr(const Expr& e, const ExprContext& ctx)
     {
@@ -655,17 +690,32 @@ private:
         }
     }
 
+    // The terms of an AND or OR chain, grouped in halves: the store then
+    // reads a list of thousands of conditions a dozen levels deep, well
+    // within its parser's stack and its limit on expression depth.
+    QString balanced(const QStringList& terms, qsizetype from, qsizetype to, const QString& op) const
+    {
+        if (to - from == 1)
+            return terms[from];
+        const qsizetype middle = from + (to - from) / 2;
+        return QStringLiteral("(%1 %2 %3)").arg(balanced(terms, from, middle, op), op, balanced(terms, middle, to, op));
+    }
+
     Tx binary(const Expr& e, const ExprContext& ctx)
     {
         const QString& op = e.op;
-        Tx a = tx(e.args[0], ctx);
-        Tx b = tx(e.args[1], ctx);
         Tx t;
         if (op == QLatin1String("AND") || op == QLatin1String("OR")) {
+            QStringList terms;
+            terms.reserve(qsizetype(e.args.size()));
+            for (const ExprPtr& term : e.args)
+                terms.append(tx(term, ctx).sql);
             t.type = FieldType::Bool;
-            t.sql = QStringLiteral("(%1 %2 %3)").arg(a.sql, op, b.sql);
+            t.sql = balanced(terms, 0, terms.size(), op);
             return t;
         }
+        Tx a = tx(e.args[0], ctx);
+        Tx b = tx(e.args[1], ctx);
         if (op == QLatin1String("LIKE")) {
             inferParam(a, FieldType::String);
             inferParam(b, FieldType::String);
@@ -1613,6 +1663,7 @@ private:
         if (!joinConditions.isEmpty())
             sql += QStringLiteral(" WHERE ") + joinConditions.join(QLatin1String(" AND "));
         addStep(sql);
+        probeRows(target, from, joinConditions);
     }
 
     QString tableSqlForWrite(const ScopeTable& t) const { return tableSql(t); }
@@ -1624,9 +1675,13 @@ private:
         scope.tables.push_back(target);
         ExprContext ctx{&scope, false};
         QString sql = QStringLiteral("DELETE FROM ") + tableSqlForWrite(target);
+        QStringList conditions;
         if (s.where)
-            sql += QStringLiteral(" WHERE ") + tx(s.where, ctx).sql;
+            conditions.append(tx(s.where, ctx).sql);
+        if (!conditions.isEmpty())
+            sql += QStringLiteral(" WHERE ") + conditions.front();
         addStep(sql);
+        probeRows(target, {}, conditions);
     }
 
     void translateStatement(const CreateTableStmt& s)
@@ -1711,6 +1766,7 @@ private:
         ref.memory = s.memory;
         const ScopeTable target = targetTable(ref);
         addStep(QStringLiteral("DELETE FROM ") + target.physical);
+        probeRows(target, {}, {});
     }
 };
 

@@ -1,6 +1,7 @@
 #include "store/Database.h"
 
 #include "Csv.h"
+#include "CsvWriter.h"
 #include "store/DbError.h"
 #include "Money.h"
 #include "dataset/RecordLocks.h"
@@ -19,11 +20,14 @@ struct Database::Compiled
     quint64 generation = 0;
     sql::TranslatedStatement translation;
     std::vector<std::unique_ptr<StoreStatement>> prepared; // one per step, made on first run
+    std::unique_ptr<StoreStatement> rowProbe;               // made on first run
 };
 
 struct Database::CompiledText
 {
     std::vector<Compiled> statements;
+    bool writesStoredData = false; // some statement changes a table of the catalogue
+    int lastRowsStatement = -1;    // the last statement that returns rows
 };
 
 namespace {
@@ -118,6 +122,34 @@ const TableDef* Database::memoryTable(QStringView name) const
     return it == m_memoryTables.constEnd() ? nullptr : &*it;
 }
 
+namespace {
+
+// Whether a statement changes a table of the catalogue, as opposed to
+// reading or working on the session's own memory tables.
+bool writesStoredData(const sql::Statement& statement, const sql::SchemaLookup& schema)
+{
+    const auto stored = [&schema](const sql::TableRef& table) {
+        return !table.memory && schema.persistentTable(table.name) != nullptr;
+    };
+    if (const auto* s = std::get_if<sql::InsertStmt>(&statement))
+        return stored(s->table);
+    if (const auto* s = std::get_if<sql::UpdateStmt>(&statement))
+        return stored(s->table);
+    if (const auto* s = std::get_if<sql::DeleteStmt>(&statement))
+        return stored(s->table);
+    if (const auto* s = std::get_if<sql::EmptyTableStmt>(&statement))
+        return !s->memory && schema.persistentTable(s->name) != nullptr;
+    return false;
+}
+
+bool returnsRows(const sql::Statement& statement)
+{
+    const auto* select = std::get_if<sql::SelectPtr>(&statement);
+    return select && (*select)->intoMemory.isEmpty();
+}
+
+} // namespace
+
 std::shared_ptr<Database::CompiledText> Database::compiledText(const QString& text)
 {
     const auto it = m_cache.constFind(text);
@@ -125,6 +157,9 @@ std::shared_ptr<Database::CompiledText> Database::compiledText(const QString& te
         return *it;
     auto compiled = std::make_shared<CompiledText>();
     for (sql::ParsedStatement& parsed : sql::parseStatements(text)) {
+        compiled->writesStoredData = compiled->writesStoredData || writesStoredData(parsed.statement, *this);
+        if (returnsRows(parsed.statement))
+            compiled->lastRowsStatement = int(compiled->statements.size());
         Compiled c;
         c.parsed = std::move(parsed);
         compiled->statements.push_back(std::move(c));
@@ -142,6 +177,7 @@ Database::Compiled& Database::compiled(CompiledText& text, size_t index)
     const bool stale = c.translated && !c.translation.memoryTablesUsed.isEmpty() && c.generation != m_memoryGeneration;
     if (!c.translated || stale) {
         c.prepared.clear();
+        c.rowProbe.reset();
         c.translation = sql::translate(c.parsed, dialect(), *this);
         c.generation = m_memoryGeneration;
         c.translated = true;
@@ -194,6 +230,56 @@ private:
     bool m_transaction = false;
 };
 
+namespace {
+
+// Gives back what a statement held of the rows it changed, once the
+// statement is over, however it ended.
+class StatementRowHold
+{
+public:
+    StatementRowHold() = default;
+    ~StatementRowHold()
+    {
+        if (!m_locks)
+            return;
+        try {
+            m_locks->releaseStatementRows();
+        } catch (const DbError&) {
+            // Closing the session gives them back at the latest.
+        }
+    }
+    StatementRowHold(const StatementRowHold&) = delete;
+    StatementRowHold& operator=(const StatementRowHold&) = delete;
+    void hold(RecordLocks& locks, const QString& table, const std::function<std::vector<qint64>()>& probe)
+    {
+        m_locks = &locks;
+        locks.holdStatementRows(table, probe);
+    }
+
+private:
+    RecordLocks* m_locks = nullptr;
+};
+
+} // namespace
+
+std::vector<qint64> Database::probeRows(Compiled& c, const std::vector<std::vector<QVariant>>& runs)
+{
+    const sql::StoreSql& probe = *c.translation.rowProbe;
+    if (!c.rowProbe)
+        c.rowProbe = m_store->prepare(probe.text);
+    StoreStatement& stmt = *c.rowProbe;
+    std::vector<qint64> rows;
+    for (const std::vector<QVariant>& values : runs) {
+        const StatementReset reset(stmt);
+        for (size_t p = 0; p < probe.params.size(); ++p)
+            stmt.bind(int(p), values[probe.params[p]], c.translation.params[probe.params[p]].type);
+        stmt.execute();
+        while (stmt.next())
+            rows.push_back(stmt.value(0, FieldType::Int).toLongLong());
+    }
+    return rows;
+}
+
 StoreStatement& Database::preparedStep(Compiled& c, size_t step)
 {
     if (c.prepared.size() != c.translation.steps.size())
@@ -238,22 +324,34 @@ QVariant Database::paramValue(const sql::ParamInfo& info, const Params& params, 
 
 ResultSet Database::execute(const QString& text, const Params& params) { return run(text, params, true); }
 
-ResultSet Database::run(const QString& text, const Params& params, bool keepRows)
+ResultSet Database::execute(const QString& text, const Params& params, RowSink& sink)
+{
+    return run(text, params, false, &sink);
+}
+
+ResultSet Database::run(const QString& text, const Params& params, bool keepRows, RowSink* sink)
 {
     const std::shared_ptr<CompiledText> compiledStatements = compiledText(text);
+    const size_t count = compiledStatements->statements.size();
+    std::optional<TransactionGuard> unit;
+    if (count > 1 && compiledStatements->writesStoredData && !m_inTransaction)
+        unit.emplace(*this);
     ResultSet result;
-    for (size_t i = 0; i < compiledStatements->statements.size(); ++i) {
+    for (size_t i = 0; i < count; ++i) {
         Compiled& c = compiled(*compiledStatements, i);
         ResultSet one;
-        runStatement(c, c.parsed.text, params, one, keepRows);
+        RowSink* rows = int(i) == compiledStatements->lastRowsStatement ? sink : nullptr;
+        runStatement(c, c.parsed.text, params, one, keepRows, rows);
         if (one.hasRows() || !result.hasRows())
             result = std::move(one);
     }
+    if (unit)
+        unit->commit();
     return result;
 }
 
 void Database::runStatement(Compiled& c, const QString& statementText, const Params& params, ResultSet& result,
-                            bool keepRows)
+                            bool keepRows, RowSink* sink)
 {
     const sql::TranslatedStatement& t = c.translation;
     if (!t.writesTable.isEmpty())
@@ -264,10 +362,25 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
         values.reserve(t.params.size());
         for (const sql::ParamInfo& info : t.params)
             values.push_back(paramValue(info, params));
+        // Rows another workstation holds in edit are waited for, then the
+        // statement fails, rather than changing a row under its editor. The
+        // data directory holds them before its write lock is taken, so the
+        // editor can still post meanwhile; the server holds them inside the
+        // statement's transaction.
+        const bool server = dialect() == Dialect::PostgreSQL;
+        StatementRowHold rowHold;
+        const auto holdRows = [&] {
+            if (t.rowProbe)
+                rowHold.hold(recordLocks(), t.writesTable, [&] { return probeRows(c, {values}); });
+        };
+        if (!server)
+            holdRows();
         // Several steps run as one; on the server, a failing statement inside
         // a transaction must not take the whole transaction down with it.
-        StatementScope scope(*this, t.steps.size() > 1 || (m_inTransaction && dialect() == Dialect::PostgreSQL),
+        StatementScope scope(*this, t.steps.size() > 1 || (server && (m_inTransaction || t.rowProbe)),
                              t.writesTable.isEmpty() && !t.memoryTablesUsed.isEmpty());
+        if (server)
+            holdRows();
         for (size_t s = 0; s < t.steps.size(); ++s) {
             const sql::StoreSql& step = t.steps[s];
             StoreStatement& stmt = preparedStep(c, s);
@@ -276,19 +389,27 @@ void Database::runStatement(Compiled& c, const QString& statementText, const Par
                 const sql::ParamInfo& info = t.params[step.params[p]];
                 stmt.bind(int(p), values[step.params[p]], info.type);
             }
-            stmt.execute();
+            if (step.returnsRows && sink)
+                stmt.stream();
+            else
+                stmt.execute();
             if (step.returnsRows) {
                 result = ResultSet(t.columns);
                 result.setHasRows(true);
                 const int n = int(t.columns.size());
+                if (sink)
+                    sink->begin(t.columns);
                 while (stmt.next()) {
-                    if (!keepRows)
+                    if (!keepRows && !sink)
                         continue;
                     QVariantList row;
                     row.reserve(n);
                     for (int col = 0; col < n; ++col)
                         row.append(stmt.value(col, t.columns[col].type));
-                    result.appendRow(std::move(row));
+                    if (sink)
+                        sink->row(row);
+                    else
+                        result.appendRow(std::move(row));
                 }
             } else if (step.countsRows) {
                 result.setRowsAffected(stmt.rowsAffected());
@@ -325,7 +446,17 @@ qint64 Database::runBatch(const QString& text, const Params& common, const std::
                 rowValues.push_back(paramValue(info, row, &common));
             values.push_back(std::move(rowValues));
         }
+        const bool server = dialect() == Dialect::PostgreSQL;
+        StatementRowHold rowHold;
+        const auto holdRows = [&] {
+            if (t.rowProbe)
+                rowHold.hold(recordLocks(), t.writesTable, [&] { return probeRows(c, values); });
+        };
+        if (!server)
+            holdRows();
         StatementScope scope(*this, true);
+        if (server)
+            holdRows();
         for (size_t s = 0; s < t.steps.size(); ++s) {
             const sql::StoreSql& step = t.steps[s];
             StoreStatement& stmt = preparedStep(c, s);
@@ -509,13 +640,13 @@ qint64 Database::recordCount(const QString& table)
 void Database::exportTable(const QString& table, const QString& path)
 {
     const TableTarget target = findTable(*this, table);
-    const ResultSet rows = execute(QStringLiteral("SELECT * FROM %1%2")
-                                       .arg(target.memory ? QStringLiteral("MEMORY ") : QString(), target.def->name()));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         throw DbError(DbErrorCode::Other, QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));
     QTextStream out(&file);
-    writeCsv(out, rows);
+    CsvWriter csv(out);
+    execute(QStringLiteral("SELECT * FROM %1%2").arg(target.memory ? QStringLiteral("MEMORY ") : QString(), target.def->name()),
+            {}, csv);
     out.flush();
     if (out.status() != QTextStream::Ok || !file.flush())
         throw DbError(DbErrorCode::Other, QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));

@@ -2,6 +2,7 @@
 
 #include "Clock.h"
 #include "store/ResultSet.h"
+#include "store/RowSink.h"
 #include "catalogue/Catalogue.h"
 #include "sql/Translator.h"
 #include "store/Store.h"
@@ -68,8 +69,14 @@ public:
 
     // Runs the statements of a text in order with the named values; gives
     // the rows of the last statement that returns rows, or the count of rows
-    // that the last statement changed.
+    // that the last statement changed. Several statements that change
+    // stored data run as one: when a later one fails, none has changed
+    // anything (outside a transaction; inside one, the caller decides).
     ResultSet execute(const QString& text, const Params& params = {});
+    // The same, but the rows of the last statement that returns rows go to
+    // sink as the store gives them, never held all at once; the result then
+    // has the columns but no rows.
+    ResultSet execute(const QString& text, const Params& params, RowSink& sink);
     Query query(const QString& text) { return Query(this, text); }
 
     // Who may change the stored tables in this session. Empty (the default)
@@ -113,13 +120,15 @@ private:
     std::shared_ptr<CompiledText> compiledText(const QString& text);
     Compiled& compiled(CompiledText& text, size_t index);
     StoreStatement& preparedStep(Compiled& c, size_t step);
-    ResultSet run(const QString& text, const Params& params, bool keepRows);
+    // The identities of the rows the statement will change, for each set of values.
+    std::vector<qint64> probeRows(Compiled& c, const std::vector<std::vector<QVariant>>& runs);
+    ResultSet run(const QString& text, const Params& params, bool keepRows, RowSink* sink = nullptr);
     qint64 runBatch(const QString& text, const Params& common, const std::vector<Params>& rows);
     // Opens a savepoint (inside a transaction) or a transaction of its own;
     // close() keeps the work, the destructor otherwise undoes it.
     class StatementScope;
     void runStatement(Compiled& statement, const QString& statementText, const Params& params, ResultSet& result,
-                      bool keepRows);
+                      bool keepRows, RowSink* sink);
     QVariant paramValue(const sql::ParamInfo& info, const Params& params, const Params* fallback = nullptr) const;
     void applyMemoryEffects(const sql::TranslatedStatement& t);
 

@@ -27,6 +27,13 @@ public:
     DbError(DbErrorCode code, const QString& message, const QString& statement = {});
 
     DbErrorCode code() const { return m_code; }
+    // Only says another session was in the way: a row or table it holds, or
+    // a row it changed since this one read it. Trying again later may work.
+    bool isLockConflict() const
+    {
+        return m_code == DbErrorCode::RecordLocked || m_code == DbErrorCode::TableLocked ||
+               m_code == DbErrorCode::ChangedSinceRead;
+    }
     int engineCode() const { return int(m_code); }
     const QString& message() const { return m_message; }
     const QString& statement() const { return m_statement; }
@@ -36,5 +43,9 @@ private:
     QString m_message;
     QString m_statement;
 };
+
+// The message for a statement the store's own parser cannot hold, though
+// the dialect read it.
+QString statementTooComplex();
 
 } // namespace kb

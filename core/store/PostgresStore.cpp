@@ -68,6 +68,10 @@ void check(PGconn* conn, const Result& result, const QString& sql)
     if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK)
         return;
     const char* state = result.r ? PQresultErrorField(result.r, PG_DIAG_SQLSTATE) : nullptr;
+    // Stack depth or statement complexity beyond the server's limits.
+    if (state && (qstrcmp(state, "54001") == 0 || qstrcmp(state, "54000") == 0))
+        throw DbError(DbErrorCode::Syntax, statementTooComplex() + QStringLiteral(" (%1)").arg(errorText(conn, result.r)),
+                      sql);
     throw DbError(codeFor(state), errorText(conn, result.r), sql);
 }
 
@@ -97,6 +101,7 @@ public:
     }
     ~PostgresStatement() override
     {
+        endStream();
         PQclear(m_result);
         if (PQstatus(m_conn) == CONNECTION_OK && PQtransactionStatus(m_conn) != PQTRANS_INERROR)
             PQclear(PQexec(m_conn, ("DEALLOCATE " + m_name).constData()));
@@ -131,8 +136,27 @@ public:
         result.r = nullptr;
     }
 
+    void stream() override
+    {
+        endStream();
+        PQclear(m_result);
+        m_result = nullptr;
+        m_row = -1;
+        const WireValues wire = wireValues();
+        if (!PQsendQueryPrepared(m_conn, m_name.constData(), wire.count(), wire.values.data(), wire.lengths.data(),
+                                 wire.formats.data(), 0))
+            throw DbError(DbErrorCode::Other, errorText(m_conn, nullptr), m_sql);
+        m_streaming = true;
+        if (!PQsetSingleRowMode(m_conn)) {
+            endStream();
+            throw DbError(DbErrorCode::Other, QStringLiteral("The server cannot send the rows one by one"), m_sql);
+        }
+    }
+
     bool next() override
     {
+        if (m_streaming)
+            return nextStreamed();
         if (!m_result)
             return false;
         if (m_row + 1 >= PQntuples(m_result))
@@ -247,6 +271,7 @@ public:
 
     void reset() override
     {
+        endStream();
         PQclear(m_result);
         m_result = nullptr;
         m_row = -1;
@@ -254,6 +279,45 @@ public:
     }
 
 private:
+    // One row per result in single-row mode; the last result has none and
+    // ends the run.
+    bool nextStreamed()
+    {
+        PQclear(m_result);
+        m_result = PQgetResult(m_conn);
+        m_row = 0;
+        if (!m_result) {
+            m_streaming = false;
+            return false;
+        }
+        const ExecStatusType status = PQresultStatus(m_result);
+        if (status == PGRES_SINGLE_TUPLE)
+            return true;
+        Result last(m_result);
+        m_result = nullptr;
+        endStream();
+        check(m_conn, last, m_sql);
+        return false;
+    }
+
+    // Reads what is left of a streamed run, first asking the server to stop
+    // sending rows nobody will read, so the connection is free again.
+    void endStream()
+    {
+        if (!m_streaming)
+            return;
+        m_streaming = false;
+        if (PQisBusy(m_conn)) {
+            if (PGcancel* cancel = PQgetCancel(m_conn)) {
+                char message[256];
+                PQcancel(cancel, message, sizeof message);
+                PQfreeCancel(cancel);
+            }
+        }
+        while (PGresult* rest = PQgetResult(m_conn))
+            PQclear(rest);
+    }
+
     // The bound values in the arrays the client library takes; they point
     // into the statement's own buffers.
     struct WireValues
@@ -301,6 +365,7 @@ private:
     std::vector<bool> m_isBinary;
     PGresult* m_result = nullptr;
     int m_row = -1;
+    bool m_streaming = false;
 };
 
 } // namespace

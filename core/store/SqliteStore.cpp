@@ -6,11 +6,15 @@
 
 #include <QDate>
 #include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
 
 #include <sqlite3.h>
 
 #include <climits>
 #include <cmath>
+#include <unistd.h>
 
 namespace kb {
 
@@ -40,17 +44,44 @@ DbErrorCode codeFor(int extended)
     }
 }
 
-[[noreturn]] void fail(sqlite3* db, int rc, const QString& sql)
+bool tooDeep(const QString& message)
+{
+    return message == QLatin1String("parser stack overflow") ||
+           message.startsWith(QLatin1String("Expression tree is too large"));
+}
+
+// The store's message, or ours where its words would not tell a user what
+// to do. readOnlyReason says why the data was opened read-only, if it was.
+QString messageFor(int extended, const QString& message, const QString& readOnlyReason)
+{
+    if (tooDeep(message))
+        return statementTooComplex();
+    switch (extended & 0xff) {
+    case SQLITE_READONLY:
+        return (readOnlyReason.isEmpty() ? QStringLiteral("The data is read-only here") : readOnlyReason) +
+               QStringLiteral(": nothing can be changed (%1)").arg(message);
+    case SQLITE_FULL:
+        return QStringLiteral("The disk of the data directory is full: free some space and try again (%1)").arg(message);
+    default:
+        return message;
+    }
+}
+
+[[noreturn]] void fail(sqlite3* db, int rc, const QString& sql, const QString& readOnlyReason = {})
 {
     const int extended = db ? sqlite3_extended_errcode(db) : rc;
     const QString message = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
-    throw DbError(codeFor(extended), message, sql);
+    throw DbError(tooDeep(message) ? DbErrorCode::Syntax : codeFor(extended),
+                  messageFor(extended, message, readOnlyReason), sql);
 }
 
 class SqliteStatement final : public StoreStatement
 {
 public:
-    SqliteStatement(sqlite3* db, sqlite3_stmt* stmt, QString sql) : m_db(db), m_stmt(stmt), m_sql(std::move(sql)) {}
+    SqliteStatement(sqlite3* db, sqlite3_stmt* stmt, QString sql, QString readOnlyReason)
+        : m_db(db), m_stmt(stmt), m_sql(std::move(sql)), m_readOnlyReason(std::move(readOnlyReason))
+    {
+    }
     ~SqliteStatement() override { sqlite3_finalize(m_stmt); }
 
     void bind(int position, const QVariant& value, FieldType type) override
@@ -89,7 +120,7 @@ public:
             }
         }
         if (rc != SQLITE_OK)
-            fail(m_db, rc, m_sql);
+            fail(m_db, rc, m_sql, m_readOnlyReason);
     }
 
     void execute() override
@@ -104,7 +135,7 @@ public:
             m_changes = sqlite3_changes64(m_db);
         } else {
             sqlite3_reset(m_stmt);
-            fail(m_db, rc, m_sql);
+            fail(m_db, rc, m_sql, m_readOnlyReason);
         }
     }
 
@@ -124,7 +155,7 @@ public:
             return false;
         }
         sqlite3_reset(m_stmt);
-        fail(m_db, rc, m_sql);
+        fail(m_db, rc, m_sql, m_readOnlyReason);
     }
 
     QVariant value(int column, FieldType type) override
@@ -204,6 +235,7 @@ private:
     sqlite3* m_db;
     sqlite3_stmt* m_stmt;
     QString m_sql;
+    QString m_readOnlyReason;
     bool m_pending = false;
     bool m_done = false;
     qint64 m_changes = 0;
@@ -213,22 +245,81 @@ private:
 
 SqliteStore::SqliteStore(const QString& path, bool create) : m_path(path)
 {
-    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
-    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &m_db, flags, nullptr);
+    if (create) {
+        openConnection(QFile::encodeName(path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+        // WAL lets readers on other workstations go on while one writes. The
+        // mode is kept in the file, so later sessions need not set it again:
+        // setting it would need a write, which a read-only share refuses.
+        exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+    } else if (!mayWrite(path)) {
+        openReadOnly(QStringLiteral("The data directory may not be written by this user"));
+    } else {
+        openConnection(QFile::encodeName(path), SQLITE_OPEN_READWRITE);
+        // Reading shares an index file beside the database; on a full disk
+        // it cannot be made, and the data is then read as it stands.
+        if (!readsBack())
+            openReadOnly(QStringLiteral("The disk of the data directory is full (free some space and open it again)"));
+    }
+    // LIKE is case-sensitive in the dialect.
+    exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    exec(QStringLiteral("PRAGMA case_sensitive_like=ON"));
+    exec(QStringLiteral("PRAGMA temp_store=MEMORY"));
+}
+
+bool SqliteStore::mayWrite(const QString& path)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+    return ::access(folder.constData(), W_OK) == 0 && ::access(QFile::encodeName(path).constData(), W_OK) == 0;
+}
+
+void SqliteStore::openConnection(const QByteArray& name, int flags)
+{
+    sqlite3_close_v2(m_db);
+    m_db = nullptr;
+    const int rc = sqlite3_open_v2(name.constData(), &m_db, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         const QString message = m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QString::fromUtf8(sqlite3_errstr(rc));
         sqlite3_close(m_db);
         m_db = nullptr;
-        throw DbError(DbErrorCode::Other, QStringLiteral("Cannot open %1: %2").arg(path, message));
+        throw DbError(DbErrorCode::Other, QStringLiteral("Cannot open %1: %2").arg(m_path, message));
     }
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_timeout(m_db, BusyTimeoutMs);
-    // WAL lets readers on other workstations go on while one writes; LIKE is
-    // case-sensitive in the dialect.
-    exec(QStringLiteral("PRAGMA journal_mode=WAL"));
-    exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
-    exec(QStringLiteral("PRAGMA case_sensitive_like=ON"));
-    exec(QStringLiteral("PRAGMA temp_store=MEMORY"));
+    m_readOnly = (flags & SQLITE_OPEN_READONLY) != 0;
+}
+
+bool SqliteStore::readsBack()
+{
+    const int rc = sqlite3_exec(m_db, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
+    if (rc == SQLITE_OK)
+        return true;
+    switch (sqlite3_extended_errcode(m_db) & 0xff) {
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
+    case SQLITE_FULL:
+    case SQLITE_IOERR:
+    case SQLITE_PERM:
+        return false;
+    default:
+        fail(m_db, rc, QStringLiteral("reading %1").arg(m_path));
+    }
+}
+
+void SqliteStore::openReadOnly(const QString& reason)
+{
+    m_readOnlyReason = reason;
+    // Read-only, sharing the index of the workstations that write when it
+    // is there; where it is not and cannot be made, the file is read as it
+    // stands, for nobody who could change it is at work.
+    QUrl url = QUrl::fromLocalFile(QFileInfo(m_path).absoluteFilePath());
+    url.setQuery(QStringLiteral("mode=ro"));
+    openConnection(url.toEncoded(), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    if (readsBack())
+        return;
+    url.setQuery(QStringLiteral("mode=ro&immutable=1"));
+    openConnection(url.toEncoded(), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    if (!readsBack())
+        fail(m_db, sqlite3_extended_errcode(m_db), QStringLiteral("reading %1").arg(m_path));
 }
 
 SqliteStore::~SqliteStore()
@@ -243,8 +334,8 @@ std::unique_ptr<StoreStatement> SqliteStore::prepare(const QString& sql)
     const int rc = sqlite3_prepare_v3(m_db, utf8.constData(), int(utf8.size()), SQLITE_PREPARE_PERSISTENT, &stmt,
                                       nullptr);
     if (rc != SQLITE_OK)
-        fail(m_db, rc, sql);
-    return std::make_unique<SqliteStatement>(m_db, stmt, sql);
+        fail(m_db, rc, sql, m_readOnlyReason);
+    return std::make_unique<SqliteStatement>(m_db, stmt, sql, m_readOnlyReason);
 }
 
 void SqliteStore::exec(const QString& sql)
@@ -254,7 +345,9 @@ void SqliteStore::exec(const QString& sql)
     if (rc != SQLITE_OK) {
         const QString message = error ? QString::fromUtf8(error) : QString::fromUtf8(sqlite3_errstr(rc));
         sqlite3_free(error);
-        throw DbError(codeFor(sqlite3_extended_errcode(m_db)), message, sql);
+        const int extended = sqlite3_extended_errcode(m_db);
+        throw DbError(tooDeep(message) ? DbErrorCode::Syntax : codeFor(extended),
+                      messageFor(extended, message, m_readOnlyReason), sql);
     }
 }
 

@@ -21,6 +21,10 @@ public:
     virtual void bind(int position, const QVariant& value, FieldType type) = 0;
     // Runs the statement. For a query, rows are then read with next().
     virtual void execute() = 0;
+    // Runs a query whose rows are read once, in order: they arrive as next()
+    // asks for them instead of all at once. Until the last is read or
+    // reset() is called, the connection runs nothing else.
+    virtual void stream() { execute(); }
     virtual bool next() = 0;
     virtual QVariant value(int column, FieldType type) = 0;
     virtual int columnCount() const = 0;

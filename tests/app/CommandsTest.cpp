@@ -90,6 +90,22 @@ TEST_P(SqlCommand, ErrorsGoToStandardErrorWithANonZeroExit)
     EXPECT_TRUE(type.err.contains(QLatin1String(":D"))) << type.err.toStdString();
 }
 
+TEST_P(SqlCommand, OneCallIsOneUnitAndEveryRowIsARecord)
+{
+    auto failed = sql({QStringLiteral("Insert into Clients (Person_ID, Last_Name) values (1, 'Ames'); "
+                                      "Delete from History; Update IDNOS set Person_ID = 1; "
+                                      "Insert into Clients (Person_ID, Last_Nme) values (2, 'Bell')")});
+    EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_TRUE(failed.err.contains(QLatin1String("Last_Nme"))) << failed.err.toStdString();
+    auto unchanged = sql({QStringLiteral("select count(*) as N from Clients union all select Person_ID from IDNOS")});
+    EXPECT_EQ(unchanged.out, "N\n0\n0\n");
+
+    // A row whose only column is empty is still a line a CSV reader counts.
+    auto nulls = sql({QStringLiteral("select Null as Note from Config union all select 'x' from Config")});
+    ASSERT_EQ(nulls.exitCode, 0) << nulls.err.toStdString();
+    EXPECT_EQ(nulls.out, "Note\n\"\"\nx\n");
+}
+
 // Drops the first column (the working table's own row numbers) of a CSV text.
 QString withoutFirstColumn(const QString& csv)
 {

@@ -4,9 +4,12 @@
 // with the engine codes the record services react to.
 
 #include "DataSetFixture.h"
+#include "RunCommand.h"
 
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
+
+#include <QElapsedTimer>
 
 #include <csignal>
 #include <sys/wait.h>
@@ -106,6 +109,11 @@ protected:
         addClients();
     }
 
+    int clientCount(Database& session, const QString& where)
+    {
+        return session.execute(QStringLiteral("select count(*) as N from Clients where ") + where).value(0, 0).toInt();
+    }
+
     // A child that opens Clients in its own session and edits Person_ID 2
     // (done when this returns), and posts the change at its next step.
     void startEditingChild(Workstation& child)
@@ -189,7 +197,7 @@ TEST_P(RecordLockTest, AKilledProcessDoesNotLeaveItsLockBehind)
     EXPECT_EQ(lastName(db(), 2), "Bell");
 }
 
-TEST_P(RecordLockTest, APlainStatementOfAnotherProcessMeetsTheEditWith8708)
+TEST_P(RecordLockTest, APlainStatementOfAnotherProcessWaitsForTheEditAndFails)
 {
     auto held = clientAt(4);
     TableDataSet& clients = *held;
@@ -197,23 +205,25 @@ TEST_P(RecordLockTest, APlainStatementOfAnotherProcessMeetsTheEditWith8708)
     clients.setFieldValue(u"First_Name", QStringLiteral("Dora"));
 
     Workstation child;
-    child.start([this](int) {
-        auto session = data->openAnother();
-        session->execute(QStringLiteral("Update Clients set Zip = '99999' where Person_ID = 4"));
-        return true;
+    std::unique_ptr<Database> session;
+    child.start([this, &session](int step) {
+        if (!session) {
+            session = data->openAnother();
+            session->recordLocks().setRetries(3, 10);
+        }
+        const auto update = [&] { session->execute(QStringLiteral("Update Clients set Zip = '99999' where Person_ID = 4")); };
+        // While the row is in edit the statement is refused; afterwards it runs.
+        return test::engineCodeOf(update) == (step == 0 ? 10258 : 0);
     });
     ASSERT_TRUE(child.go());
 
-    EXPECT_EQ(test::engineCodeOf([&] { clients.post(); }), 8708);
-    EXPECT_EQ(clients.state(), DataSet::State::Edit);
-    EXPECT_EQ(clients.fieldValue(u"First_Name").toString(), "Dora");
-    clients.refresh();
-    EXPECT_EQ(clients.fieldValue(u"Zip").toString(), "99999");
-    EXPECT_EQ(clients.fieldValue(u"First_Name").toString(), "Dora");
     clients.post();
     const ResultSet row = db().execute(QStringLiteral("select First_Name, Zip from Clients where Person_ID = 4"));
     EXPECT_EQ(row.value(0, 0).toString(), "Dora");
-    EXPECT_EQ(row.value(0, 1).toString(), "99999");
+    EXPECT_TRUE(row.value(0, 1).isNull());
+    ASSERT_TRUE(child.go());
+    EXPECT_EQ(db().execute(QStringLiteral("select Zip from Clients where Person_ID = 4")).value(0, 0).toString(),
+              "99999");
 }
 
 TEST_P(RecordLockTest, SessionsAndDataSetsOfOneProcessConflictToo)
@@ -292,6 +302,86 @@ TEST_P(RecordLockTest, ExclusiveOpensAndTableLocksGiveTheirCodes)
     shared.close();
     alone.open();
     EXPECT_TRUE(alone.isActive());
+}
+
+// Statements and rows held in edit: a statement of another workstation that
+// meets a row in edit waits the session's retries and then fails with the
+// record-locked code, changing nothing; rows nobody holds are changed.
+TEST_P(RecordLockTest, AStatementMeetingARowInEditWaitsAndFails)
+{
+    auto other = otherSession();
+    TableDataSet mine(db(), QStringLiteral("Clients"));
+    mine.open();
+    ASSERT_TRUE(mine.locate(QStringLiteral("Person_ID"), 3));
+    mine.edit();
+    mine.setFieldValue(u"First_Name", QStringLiteral("Cyrus"));
+
+    const QStringList refused = {
+        QStringLiteral("Update Clients set Status = 'I' where Status = 'A'"),
+        QStringLiteral("Update Clients set Status = 'I' where Person_ID = 3"),
+        QStringLiteral("Delete from Clients where Last_Name like 'C%'"),
+        QStringLiteral("Delete from Clients"),
+        QStringLiteral("Empty table Clients"),
+        QStringLiteral("Update Clients set Race = r.RACE_CD from Clients c join Race r on r.RACE_CD = c.Race"),
+        // One text of several statements: the first one is undone with the failing one.
+        QStringLiteral("Update Clients set Last_Name = 'X' where Person_ID = 1; Delete from Clients where Person_ID = 3"),
+    };
+    for (const QString& text : refused)
+        EXPECT_EQ(test::engineCodeOf([&] { other->execute(text); }), int(DbErrorCode::RecordLocked))
+            << text.toStdString();
+    EXPECT_EQ(clientCount(*other, QStringLiteral("Status = 'A'")), 3);
+    EXPECT_EQ(lastName(*other, 1), QStringLiteral("Ames"));
+    EXPECT_EQ(clientCount(*other, QStringLiteral("Person_ID > 0")), 4);
+
+    // A statement inside another workstation's transaction fails alike and
+    // leaves the transaction usable.
+    {
+        TransactionGuard guard(*other);
+        EXPECT_EQ(test::engineCodeOf([&] { other->execute(refused[1]); }), int(DbErrorCode::RecordLocked));
+        other->execute(QStringLiteral("Update Clients set Status = 'I' where Person_ID = 4"));
+        guard.commit();
+    }
+    EXPECT_EQ(clientCount(*other, QStringLiteral("Status = 'I'")), 2);
+
+    // Rows nobody holds are changed.
+    other->execute(QStringLiteral("Update Clients set Last_Name = 'Abbot' where Person_ID = 1"));
+    EXPECT_EQ(lastName(db(), 1), QStringLiteral("Abbot"));
+
+    // Nothing of a failed or finished statement stays held: the other
+    // workstation can edit the rows it touched.
+    TableDataSet theirs(*other, QStringLiteral("Clients"));
+    theirs.open();
+    ASSERT_TRUE(theirs.locate(QStringLiteral("Person_ID"), 1));
+    test::editAndPost(theirs, u"First_Name", QStringLiteral("Abe"));
+
+    // The editor's post goes through with what was typed.
+    mine.post();
+    EXPECT_EQ(other->execute(QStringLiteral("select First_Name, Status from Clients where Person_ID = 3")).row(0),
+              (QVariantList{QStringLiteral("Cyrus"), QStringLiteral("A")}));
+    EXPECT_EQ(test::engineCodeOf([&] { other->execute(refused[1]); }), 0);
+}
+
+TEST_P(RecordLockTest, TheSqlCommandWaitsTheSessionsRetriesThenSaysTheRowIsLocked)
+{
+    db().execute(QStringLiteral("Insert into History (Event) values ('Kept')"));
+    TableDataSet mine(db(), QStringLiteral("Clients"));
+    mine.open();
+    ASSERT_TRUE(mine.locate(QStringLiteral("Person_ID"), 2));
+    mine.edit();
+    QElapsedTimer timer;
+    timer.start();
+    const auto run = test::runKettlebrook(data->commandLocation() +
+                                          QStringList{QStringLiteral("sql"),
+                                                      QStringLiteral("Delete from History; Delete from Clients")});
+    const qint64 waited = timer.elapsed();
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.startsWith(QLatin1String("Record locked by another user in table Clients")))
+        << run.err.toStdString();
+    // 15 tries, 100 ms apart.
+    EXPECT_GE(waited, 1300);
+    EXPECT_EQ(clientCount(db(), QStringLiteral("Person_ID > 0")), 4);
+    EXPECT_EQ(db().recordCount(QStringLiteral("History")), 1);
+    mine.cancel();
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, RecordLockTest, ::testing::Values(test::StoreKind::SQLite, test::StoreKind::PostgreSQL),

@@ -371,14 +371,27 @@ TEST_P(RecordServicesTest, ARecordChangedByAnotherIsRefreshedAndTriedAgain)
     EXPECT_EQ(mine.fieldValue(u"First_Name").toString(), "Alma");
     EXPECT_EQ(ui.texts(Kind::Information), QStringList{changed});
 
-    // Changed by a plain statement while in edit: the post re-reads and is
-    // tried again, the typed value over the other's change.
+    // A plain statement of another workstation meets the row in edit: it
+    // waits the session's retries and fails, and changes nothing under the
+    // editor, whose post then goes through as typed.
     ui.clear();
     mine.setFieldValue(u"Last_Name", QStringLiteral("Amesbury"));
-    other->execute(QStringLiteral("Update Clients set First_Name = 'Anna' where Person_ID = 1"));
+    other->recordLocks().setRetries(3, 10);
+    try {
+        other->execute(QStringLiteral("Update Clients set First_Name = 'Anna' where Person_ID = 1"));
+        ADD_FAILURE() << "the statement changed a row held in edit";
+    } catch (const DbError& e) {
+        EXPECT_EQ(e.code(), DbErrorCode::RecordLocked);
+    }
     mine.post();
-    EXPECT_EQ(ui.texts(Kind::Information), QStringList{changed});
+    EXPECT_TRUE(ui.texts(Kind::Information).isEmpty());
     EXPECT_EQ(lastName(*other, 1), "Amesbury");
+    EXPECT_EQ(other->execute(QStringLiteral("select First_Name from Clients where Person_ID = 1"))
+                  .value(0, 0)
+                  .toString(),
+              "Alma");
+    // Once the row is free the statement runs.
+    other->execute(QStringLiteral("Update Clients set First_Name = 'Anna' where Person_ID = 1"));
     EXPECT_EQ(other->execute(QStringLiteral("select First_Name from Clients where Person_ID = 1"))
                   .value(0, 0)
                   .toString(),

@@ -1,5 +1,6 @@
 #include "RouteTestSupport.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -101,4 +102,19 @@ TEST(OrderStopsCommand, ErrorsGoToStderrWithNonZeroExit)
     run = runApp({"order-stops", "--tsplib", bad, "--time-limit-ms", "soon"});
     EXPECT_NE(run.exitCode, 0);
     EXPECT_FALSE(run.err.isEmpty());
+}
+
+TEST(OrderStopsCommand, AFileThatDoesNotAddUpIsRefused)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath("twice.tsp");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("NAME: twice\nTYPE: TSP\nDIMENSION: 3\nEDGE_WEIGHT_TYPE: EUC_2D\nNODE_COORD_SECTION\n"
+               "1 0 0\n2 3 4\n3 6 8\nDIMENSION: 3\nEOF\n");
+    file.close();
+    const AppRun run = runApp({"order-stops", "--tsplib", path});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.out.isEmpty());
+    EXPECT_TRUE(run.err.contains("line 9: DIMENSION is given twice.")) << run.err.toStdString();
 }

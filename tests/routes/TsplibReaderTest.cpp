@@ -63,3 +63,26 @@ TEST(TsplibReader, MalformedFilesAreClearErrors)
     EXPECT_EQ(errorOf(QString()), QStringLiteral("test.tsp: The file has no DIMENSION."));
     EXPECT_THROW(TsplibReader::readFile(QStringLiteral("/no/such/file.tsp")), RoutingError);
 }
+
+TEST(TsplibReader, WhatAFileDeclaresIsBoundedAndSaidOnce)
+{
+    const QString tail = QStringLiteral("EDGE_WEIGHT_TYPE: EUC_2D\nNODE_COORD_SECTION\n1 0 0\n2 1 1\n");
+    EXPECT_EQ(errorOf(QStringLiteral("DIMENSION: 2\n") + tail + QStringLiteral("DIMENSION: 2\n")),
+              QStringLiteral("test.tsp, line 6: DIMENSION is given twice."));
+    EXPECT_EQ(errorOf(QStringLiteral("DIMENSION: 2\nDIMENSION: 3\n") + tail),
+              QStringLiteral("test.tsp, line 2: DIMENSION is given twice."));
+    EXPECT_EQ(errorOf(QStringLiteral("TYPE: TSP\nTYPE: TSP\nDIMENSION: 2\n") + tail),
+              QStringLiteral("test.tsp, line 2: TYPE is given twice."));
+    EXPECT_EQ(errorOf(QStringLiteral("DIMENSION: 2000000000\n") + tail),
+              QStringLiteral("test.tsp, line 1: DIMENSION 2000000000 is more than the 5000 stops that can be ordered."));
+    EXPECT_EQ(errorOf(QStringLiteral("DIMENSION: 99999999999\n") + tail),
+              QStringLiteral("test.tsp, line 1: \"99999999999\" is not a whole number."));
+    EXPECT_EQ(errorOf(QStringLiteral("DIMENSION: 4000\n") + tail),
+              QStringLiteral("test.tsp, line 1: DIMENSION is 4000 but the file has only 5 more lines."));
+    EXPECT_EQ(errorOf(QStringLiteral("DIMENSION: 2\n") + tail + QStringLiteral("NODE_COORD_SECTION\n")),
+              QStringLiteral("test.tsp, line 6: NODE_COORD_SECTION is given twice."));
+    // Comments may come as often as the file likes.
+    EXPECT_EQ(errorOf(QStringLiteral("COMMENT: a\nCOMMENT: b\nDIMENSION: 2\n") + tail), QString());
+    EXPECT_EQ(errorOf(QString(int(TsplibReader::MaxFileBytes) + 1, u' ')),
+              QStringLiteral("test.tsp: The text is longer than a map of 5000 stops needs."));
+}

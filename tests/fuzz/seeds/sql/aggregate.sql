@@ -1,0 +1,1 @@
+select Route, Count(*), max( Fund_ID ), Sum(Income_Month), IfNull(Def_Stop then 0 else Def_Stop) as Stop, Cast(Extract(Year from DOB) as VarChar(4)) || '-' || Substring(Last_Name from 1 for 3) from Clients c left outer join Routes r on r.Route = c.Def_Rte group by Route having Count(*) > 1 union all select 'x', 1, 2, 3.5, 4, Upper(Trim(both ' ' from ' y ')) from Config

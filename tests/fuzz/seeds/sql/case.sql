@@ -1,0 +1,1 @@
+select case when Status = 'A' then 'Active' when Status = 'S' then 'Stopped' else Null end as S, case Delivery_Type when 'O' then 1 else 2 end, Round(Income_Month * 1.5, 2), Income_Month / 3, 7 mod 2, 7 div 2, -Def_Stop, not Monday from Clients where Last_Name like 'A%' escape '\' and Zip is not null

@@ -1,0 +1,1 @@
+Insert into History (Person_ID, Client_ID, Tran_Date, User, Event, Event_Date) Values (:Person_ID, :Client_ID, :Tran_Date, :User, :Event, :Event_Date);

@@ -1,0 +1,1 @@
+select event, tran_date, User, if(Pos('into' in Event) > 0 then 'Logged In' else 'Logged Out') as Action from History where ((event like '%logged into%') or (event like '%logged out%')) and Tran_Date > (Current_Date - :nPast_Days) order by User, Tran_Date descending nocase

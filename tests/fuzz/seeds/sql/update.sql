@@ -1,0 +1,1 @@
+Update Clients set USER_DEF3 = USER_DEF3 + 1, Last_Name = :Token where Person_ID in (select Person_ID from Suspends where Stop_Dt <= :dDate and Resume_Dt > :dDate) and not exists (select 1 from Deliveri d where d.Person_ID = Clients.Person_ID); Delete from History where Tran_Date < Current_Date - 30; Empty table Memory Work

@@ -1,0 +1,160 @@
+#include "StressVerdict.h"
+
+#include "StressWorker.h"
+
+#include "dataset/RecordLocks.h"
+#include "store/Database.h"
+#include "store/DbError.h"
+
+#include <QSet>
+
+namespace kb::stress {
+
+namespace {
+
+const QStringList CounterColumns = {QStringLiteral("PERSON_ID"), QStringLiteral("CLIENT_ID"), QStringLiteral("DELIV_ID")};
+
+void checkDraws(const QList<QStringList>& draws, const Counters& before, const Counters& after, int unjournaled,
+                QStringList& problems)
+{
+    QMap<QString, QSet<qint64>> seen;
+    for (const QStringList& line : draws) {
+        const QString& counter = line.value(1);
+        const qint64 number = line.value(2).toLongLong();
+        if (seen[counter].contains(number))
+            problems << QStringLiteral("%1 %2 was drawn twice").arg(counter).arg(number);
+        seen[counter].insert(number);
+        if (number <= before.value(counter) || number > after.value(counter))
+            problems << QStringLiteral("%1 %2 lies outside what the counter handed out").arg(counter).arg(number);
+    }
+    for (const QString& counter : CounterColumns) {
+        const qint64 gone = after.value(counter) - before.value(counter) - seen.value(counter).size();
+        if (gone < 0 || gone > unjournaled)
+            problems << QStringLiteral("%1 went up by %2 but %3 numbers were drawn")
+                            .arg(counter)
+                            .arg(after.value(counter) - before.value(counter))
+                            .arg(seen.value(counter).size());
+    }
+}
+
+void checkEdits(Database& db, const QList<QStringList>& edits, int unjournaled, QStringList& problems)
+{
+    QMap<int, int> count;
+    QMap<int, QSet<QString>> tokens;
+    for (const QStringList& line : edits) {
+        const int person = line.value(1).toInt();
+        ++count[person];
+        tokens[person].insert(line.value(2));
+    }
+    const ResultSet rows =
+        db.execute(QStringLiteral("select PERSON_ID, USER_DEF3, LAST_NAME, FIRST_NAME from Clients where PERSON_ID "
+                                  "between 1 and :Pool order by PERSON_ID"),
+                   {{QStringLiteral("Pool"), PoolSize}});
+    if (rows.rowCount() != PoolSize)
+        problems << QStringLiteral("%1 clients of the pool are left, not %2").arg(rows.rowCount()).arg(PoolSize);
+    int unexplained = 0;
+    for (qsizetype r = 0; r < rows.rowCount(); ++r) {
+        const int person = rows.value(r, 0).toInt();
+        const int edits = rows.value(r, 1).toInt();
+        const QString last = rows.value(r, 2).toString();
+        const QString first = rows.value(r, 3).toString();
+        if (last != first)
+            problems << QStringLiteral("client %1 was half changed: %2 / %3").arg(person).arg(last, first);
+        if (edits < count.value(person))
+            problems << QStringLiteral("client %1 lost edits: %2 made, %3 kept").arg(person).arg(count.value(person)).arg(edits);
+        unexplained += edits - count.value(person);
+        // The last edit of a row is one of those journaled, or one whose
+        // worker was killed before it could journal it.
+        const bool known = tokens.value(person).contains(last) || (edits == 0 && last == QLatin1String("start"));
+        if (!known && unjournaled == 0)
+            problems << QStringLiteral("client %1 holds %2, which no edit wrote").arg(person).arg(last);
+    }
+    if (unexplained > unjournaled)
+        problems << QStringLiteral("%1 more edits are in the data than were made").arg(unexplained - unjournaled);
+}
+
+void checkHistory(Database& db, const QList<QStringList>& written, int unjournaled, QStringList& problems)
+{
+    const ResultSet rows = db.execute(
+        QStringLiteral("select Event, count(*) as N from History where Event like 'stress %' group by Event"));
+    QMap<QString, int> stored;
+    for (qsizetype r = 0; r < rows.rowCount(); ++r)
+        stored.insert(rows.value(r, 0).toString().mid(7), rows.value(r, 1).toInt());
+    for (const QStringList& line : written) {
+        const int n = stored.value(line.value(1));
+        if (n != 1)
+            problems << QStringLiteral("history %1 is there %2 times").arg(line.value(1)).arg(n);
+    }
+    if (stored.size() - written.size() > unjournaled || stored.size() < written.size())
+        problems << QStringLiteral("%1 stress events are in History, %2 were written").arg(stored.size()).arg(written.size());
+}
+
+// Whatever the workers held must be free: every row of the pool and of
+// IDNOS can be locked, and the tables opened exclusively.
+void checkLocksFree(Database& db, QStringList& problems)
+{
+    RecordLocks& locks = db.recordLocks();
+    locks.setRetries(1, 0);
+    const int owner = 0;
+    const auto rowsOf = [&](const QString& table) {
+        const ResultSet ids = db.execute(QStringLiteral("select KB_ROWID as Id from %1").arg(table));
+        for (qsizetype r = 0; r < ids.rowCount(); ++r) {
+            const qint64 id = ids.value(r, 0).toLongLong();
+            if (!locks.tryLock(&owner, table, id))
+                problems << QStringLiteral("row %1 of %2 is still locked").arg(id).arg(table);
+            locks.unlock(&owner, table, id);
+        }
+    };
+    rowsOf(QStringLiteral("Clients"));
+    rowsOf(QStringLiteral("IDNOS"));
+    for (const QString& table : {QStringLiteral("Clients"), QStringLiteral("IDNOS"), QStringLiteral("History")}) {
+        try {
+            locks.openTable(&owner, table, true);
+            locks.closeTable(&owner, table, true);
+        } catch (const DbError& e) {
+            problems << QStringLiteral("table %1 is still held: %2").arg(table, e.message());
+        }
+    }
+}
+
+} // namespace
+
+Counters readCounters(Database& db)
+{
+    const ResultSet r = db.execute(QStringLiteral("select PERSON_ID, CLIENT_ID, DELIV_ID from IDNOS"));
+    Counters counters;
+    for (int c = 0; c < CounterColumns.size(); ++c)
+        counters.insert(CounterColumns[c], r.value(0, c).toLongLong());
+    return counters;
+}
+
+void preparePool(Database& db)
+{
+    TransactionGuard guard(db);
+    Query insert = db.query(QStringLiteral("Insert into Clients (PERSON_ID, CLIENT_ID, LAST_NAME, FIRST_NAME, USER_DEF3) "
+                                           "values (:Person, :Client, 'start', 'start', 0)"));
+    for (int person = 1; person <= PoolSize; ++person)
+        insert.bind(QStringLiteral("Person"), person).bind(QStringLiteral("Client"), QString::number(person)).execCommand();
+    guard.commit();
+}
+
+StressVerdict StressVerdict::check(Database& db, const QList<QList<QStringList>>& journals, const Counters& before,
+                                   int unjournaled)
+{
+    StressVerdict verdict;
+    QMap<QString, QList<QStringList>> byOperation;
+    for (const QList<QStringList>& journal : journals)
+        for (const QStringList& line : journal)
+            if (!line.isEmpty())
+                byOperation[line.front()].append(line);
+    for (auto it = byOperation.cbegin(); it != byOperation.cend(); ++it)
+        verdict.done.insert(it.key(), it.value().size());
+    checkDraws(byOperation.value(QStringLiteral("draw")), before, readCounters(db), unjournaled, verdict.problems);
+    checkEdits(db, byOperation.value(QStringLiteral("edit")) + byOperation.value(QStringLiteral("update")), unjournaled,
+               verdict.problems);
+    checkHistory(db, byOperation.value(QStringLiteral("history")), unjournaled, verdict.problems);
+    checkLocksFree(db, verdict.problems);
+    return verdict;
+}
+
+} // namespace kb::stress
