@@ -43,7 +43,11 @@ IniFile IniFile::parse(QByteArrayView bytes, const Limits& limits, int& skippedL
             ++skippedLines;
             continue;
         }
-        const QString line = QString::fromUtf8(raw).trimmed();
+        // A byte order mark is invisible and means nothing inside a line; the
+        // UTF-8 decoder drops one at the start of its input but keeps one
+        // anywhere else, so drop them all and a line reads alike wherever it
+        // stood.
+        const QString line = QString::fromUtf8(raw).remove(QChar(0xFEFF)).trimmed();
         if (line.isEmpty() || line.startsWith(u';') || line.startsWith(u'#')) continue;
         if (hasControlCharacters(line) || line.contains(QChar::ReplacementCharacter)) {
             ++skippedLines;

@@ -39,4 +39,6 @@ TEST(FuzzFindings, StatementTexts) { runAll(QStringLiteral("sql"), kb::fuzz::sta
 
 TEST(FuzzFindings, TsplibFiles) { runAll(QStringLiteral("tsplib"), kb::fuzz::tsplibFile); }
 
+TEST(FuzzFindings, SettingsFiles) { runAll(QStringLiteral("settings"), kb::fuzz::settingsFile); }
+
 } // namespace

@@ -1,6 +1,7 @@
 #include "FuzzTargets.h"
 
 #include "catalogue/Catalogue.h"
+#include "settings/IniFile.h"
 #include "sql/Parser.h"
 #include "sql/Translator.h"
 #include "store/DbError.h"
@@ -9,6 +10,8 @@
 #include "TsplibReader.h"
 
 #include <QString>
+
+#include <cstdlib>
 
 namespace kb::fuzz {
 
@@ -62,6 +65,17 @@ void tsplibFile(const std::uint8_t* data, std::size_t size)
     } catch (const routes::RoutingError&) {
         // A file that does not add up, told in words.
     }
+}
+
+void settingsFile(const std::uint8_t* data, std::size_t size)
+{
+    const IniFile first = IniFile::parse(QByteArrayView(reinterpret_cast<const char*>(data), qsizetype(size)));
+    const IniFile again = IniFile::parse(first.serialize());
+    // What was read is what the next save writes and the next start reads.
+    for (const QString& section : first.sections())
+        for (const QString& key : first.keys(section))
+            if (again.value(section, key) != first.value(section, key))
+                std::abort();
 }
 
 } // namespace kb::fuzz

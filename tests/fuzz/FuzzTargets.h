@@ -16,4 +16,8 @@ void statementText(const std::uint8_t* data, std::size_t size);
 // A TSPLIB file.
 void tsplibFile(const std::uint8_t* data, std::size_t size);
 
+// A Kettbrk.ini settings file: read, written back and read again, which
+// must give the same sections, keys and values.
+void settingsFile(const std::uint8_t* data, std::size_t size);
+
 } // namespace kb::fuzz
