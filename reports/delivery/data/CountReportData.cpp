@@ -49,13 +49,13 @@ std::optional<ReportData> buildClientCounts(ReportBuild& build, int report)
         const char* services;
         const char* serviceLimit;
         const char* routeLimit;
-        const char* order;
+        const char* order; // the last key keeps the clients of a group in one order
     };
     static const Shape shapes[] = {
         {"DBPipelineRouteDiet", "deliveri", "routes", "services", "Deliveri.Svcs_Used", "deliveri.route_id",
-         "order by deliv_dt, svcs_used, route_id, diet_descr"},
+         "order by deliv_dt, svcs_used, route_id, diet_descr, client_id"},
         {"DBPipelineDietRoute", "deliv", "rtes", "svcs", "Deliv.Svcs_Used", "Deliv.Route_ID",
-         "order by deliv_dt, svcs_used, diet_descr, route_id "},
+         "order by deliv_dt, svcs_used, diet_descr, route_id, client_id "},
         {"DBPipelineRSDC", "deliv", "rtes", "svcs", "Deliv.Svcs_Used", "Deliv.route_id",
          "order by deliv_dt, route_id, svcs_used, diet_descr, client_id "},
     };
