@@ -877,7 +877,7 @@ private:
             } else if (key == QLatin1String("value")) {
                 x->function = c.choice(QStringLiteral("the function"),
                                        {QStringLiteral("sum"), QStringLiteral("count"), QStringLiteral("min"),
-                                        QStringLiteral("max"), QStringLiteral("avg")});
+                                        QStringLiteral("max"), QStringLiteral("avg"), QStringLiteral("distinct")});
                 if (!c.atEnd() && c.peek().quoted)
                     x->value = c.expression(QStringLiteral("the value"));
                 else if (x->function != QLatin1String("count"))

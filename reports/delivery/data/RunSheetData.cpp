@@ -108,7 +108,10 @@ void addDeliveryCounts(ReportBuild& build, ReportData& data, const ConfigRecord&
                                   ? GetSQLStatement(build.db, QStringLiteral("DELIVERY_REPORT_COUNTS_SELECTION"))
                                   : QString();
     if (selection.trimmed().isEmpty()) {
-        data.addRows(QStringLiteral("DBPipelineDeliveryCounts"), ResultSet());
+        // The columns of the selection the templates expect, without rows.
+        data.addRows(QStringLiteral("DBPipelineDeliveryCounts"),
+                     emptyRows({QStringLiteral("SVCS_USED"), QStringLiteral("SERVICE_DESC"), QStringLiteral("CLIENT_ID"),
+                                QStringLiteral("DIET_RESTR"), QStringLiteral("DIET_DESCR"), QStringLiteral("STOP")}));
         return;
     }
     ReportStatement s;

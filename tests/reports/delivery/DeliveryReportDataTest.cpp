@@ -23,15 +23,14 @@ namespace {
 class DeliveryReportData : public ::testing::TestWithParam<StoreKind>
 {
 protected:
-    DeliveryReportData() : data(GetParam()) {}
-
     void SetUp() override
     {
         KB_REQUIRE_STORE(GetParam());
+        store = std::make_unique<TempDataDir>(GetParam());
         makeReportAgency(db());
     }
 
-    Database& db() { return data.db(); }
+    Database& db() { return store->db(); }
 
     DeliveryReportChoices choices(DeliveryReport report, const QDate& from, const QDate& to = {})
     {
@@ -40,7 +39,7 @@ protected:
 
     ReportData run(const DeliveryReportChoices& c)
     {
-        TDataModule2 module(db(), data.clock());
+        TDataModule2 module(db(), store->clock());
         std::optional<ReportData> built = module.build(c, questions, ui, nullptr);
         if (!built)
             throw std::runtime_error("the report was cancelled");
@@ -68,7 +67,7 @@ protected:
                 p.value(QStringView(u"Restrictions1")).toString(), p.value(QStringView(u"Restrictions2")).toString()};
     }
 
-    TempDataDir data;
+    std::unique_ptr<TempDataDir> store;
     ScriptedUserInterface ui;
     GivenQuestions questions;
 };
@@ -420,7 +419,7 @@ TEST_P(DeliveryReportData, SelectedDietRestrictionsMatchAnyOrAll)
               QStringList({"One or more of: Diabetic Renal "}));
 
     questions.dietCriteria = [](TFormDeliveryDietCriteria&) { return false; };
-    TDataModule2 module(db(), data.clock());
+    TDataModule2 module(db(), store->clock());
     EXPECT_FALSE(module.build(choices(DeliveryReport::SelectedDietRestrictions, wednesday), questions, ui, nullptr));
 }
 
