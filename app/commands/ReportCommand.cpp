@@ -141,14 +141,17 @@ int runReport(kb::app::CommandContext& context, const kb::app::CommandArgs& args
     if (separate.size() > 4)
         throw UsageError(QStringLiteral("--dates takes at most four dates."));
 
+    const QString word = args.positional(0);
+    const std::optional<int> fixed = DeliveryReports::findFixed(word);
+    if (fixed && *fixed == int(DeliveryReport::SelectedDietRestrictions) && !args.isSet(QStringLiteral("diets")))
+        throw UsageError(QStringLiteral("\"Selected Diet Restrictions\" needs the diets: --diets CODE,..."));
+
     kb::app::CommandSession session(context);
     kb::TDataModule1& data = session.data();
     DeliveryReportChoices choices;
     choices.from = from;
     choices.to = to;
     choices.dates[0] = from;
-    const QString word = args.positional(0);
-    const std::optional<int> fixed = DeliveryReports::findFixed(word);
     const kb::DataLocation& location = data.location();
     const QString folder = location.clientServer ? QString() : location.directory;
     if (fixed) {

@@ -79,6 +79,8 @@ bool DeliveryReportRun::prepare(ReportHolder& holder, const DeliveryReportChoice
         return false;
     for (const auto& pipe : m_data->pipes)
         holder.setPipe(*pipe);
+    holder.setParameter(QStringLiteral("SeparateDates"),
+                        choices.page == DatePage::NonContiguous && DeliveryReports::takesSeparateDates(choices.report));
     return loadTemplate(holder, file, false);
 }
 
