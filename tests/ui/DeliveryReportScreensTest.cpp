@@ -39,14 +39,6 @@ using namespace kb::ui;
 
 namespace {
 
-class KeptOutput final : public ReportOutput
-{
-public:
-    std::vector<std::shared_ptr<const ReportDocument>> previews;
-    void preview(std::shared_ptr<const ReportDocument> document) override { previews.push_back(std::move(document)); }
-    bool print(const ReportDocument&, bool) override { return true; }
-};
-
 void keepPicture(QWidget& widget, const QString& name)
 {
     const QString folder = qEnvironmentVariable("KB_SCREENSHOTS");
@@ -57,24 +49,14 @@ void keepPicture(QWidget& widget, const QString& name)
     widget.grab().save(folder + QLatin1Char('/') + name + QStringLiteral(".png"));
 }
 
-class DeliveryReportScreens : public ::testing::Test
+class DeliveryReportScreens : public ReportScreenFixture
 {
 protected:
     void SetUp() override
     {
         ensureWidgetApplication();
-        makeReportAgency(data.db());
-        TemplateRegistry::install(templates.path());
+        ReportScreenFixture::SetUp();
     }
-
-    TempDataDir data;
-    QTemporaryDir templates;
-    QTemporaryDir home;
-    SettingsFile settings{home.path()};
-    ScriptedUserInterface ui;
-    GivenQuestions questions;
-    KeptOutput output;
-    DeliveryReportContext context{data.db(), data.clock(), ui, QStringLiteral("pat"), &settings, templates.path()};
 };
 
 } // namespace

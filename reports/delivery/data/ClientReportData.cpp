@@ -24,10 +24,7 @@ namespace {
 
 ReportData reportData(DeliveryReport report, const QString& mainPipe)
 {
-    ReportData data;
-    data.templateFile = DeliveryReports::templateFile(int(report));
-    data.mainPipe = mainPipe;
-    return data;
+    return ReportData::forReport(int(report), mainPipe);
 }
 
 // The rows whose diet mask shares a bit with the mask.
@@ -218,10 +215,7 @@ std::optional<ReportData> buildItemsByClient(ReportBuild& build)
                                   "Keys.Deliv_Dt and MealCrdt.Person_ID = Keys.Person_ID) Order by Sort_Order, "
                                   "MealCrdt.RecordID"));
     data.link(QStringLiteral("DBPipelineQueryLabelitems"), data.mainPipe, {{QStringLiteral("Deliv_ID"), QStringLiteral("Deliv_ID")}});
-    build.addQuery(data, QStringLiteral("DBPipelineSpecialDiets"),
-                   QStringLiteral("Select Special_Diets.* from Special_Diets join Memory ReportDeliveryKeys Keys on "
-                                  "(Special_Diets.Deliv_Dt = Keys.Deliv_Dt and Special_Diets.Person_ID = Keys.Person_ID)"));
-    data.link(QStringLiteral("DBPipelineSpecialDiets"), data.mainPipe, {{QStringLiteral("Deliv_ID"), QStringLiteral("Deliv_ID")}});
+    addSpecialDiets(build, data, {{QStringLiteral("Deliv_ID"), QStringLiteral("Deliv_ID")}});
     return data;
 }
 

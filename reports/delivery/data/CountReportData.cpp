@@ -7,21 +7,10 @@
 
 namespace kb::reports {
 
-namespace {
-
-ReportData reportData(int report, const QString& mainPipe)
-{
-    ReportData data;
-    data.templateFile = DeliveryReports::templateFile(report);
-    data.mainPipe = mainPipe;
-    return data;
-}
-
-} // namespace
-
 std::optional<ReportData> buildDetailedInfo(ReportBuild& build)
 {
-    ReportData data = reportData(int(DeliveryReport::DetailedInfoForOneService), QStringLiteral("DBPipelineDetailMealItems"));
+    ReportData data =
+        ReportData::forReport(int(DeliveryReport::DetailedInfoForOneService), QStringLiteral("DBPipelineDetailMealItems"));
     ReportStatement s;
     s << QStringLiteral("select Deliveri.Person_ID, Deliveri.Client_ID, Deliveri.Svcs_Used, Deliveri.Deliv_Dt, "
                         "Clients.First_Name, Clients.Last_Name, Clients.Org_Client, ");
@@ -65,7 +54,7 @@ std::optional<ReportData> buildClientCounts(ReportBuild& build, int report)
     const QString v = QString::fromLatin1(shape.services);
     const bool aliased = d != QLatin1String("deliveri");
 
-    ReportData data = reportData(report, QString::fromLatin1(shape.pipe));
+    ReportData data = ReportData::forReport(report, QString::fromLatin1(shape.pipe));
     ReportStatement s;
     s << QStringLiteral("select %1.deliv_dt, %1.svcs_used, %3.service_desc, %1.diet_restr, %1.diet_descr, "
                         "%1.route_id, %2.route_desc, %1.client_id ")
@@ -131,7 +120,8 @@ std::optional<ReportData> buildItemCounts(ReportBuild& build, int report)
         break;
     }
 
-    ReportData data = reportData(report, byItem ? QStringLiteral("DBPipelineDCRS") : QStringLiteral("DBPipelineItemDRSDC"));
+    ReportData data =
+        ReportData::forReport(report, byItem ? QStringLiteral("DBPipelineDCRS") : QStringLiteral("DBPipelineItemDRSDC"));
     ReportStatement s;
     s << QStringLiteral("SELECT ") << columns;
     s << QStringLiteral(" FROM Locatns RIGHT OUTER JOIN Routes ON Locatns.LOCATION_ID = Routes.DIST_CENTER_ID "

@@ -11,9 +11,7 @@ namespace kb::reports {
 std::optional<ReportData> buildKitchenReport(ReportBuild& build, int report)
 {
     const auto index = DeliveryReport(report);
-    ReportData data;
-    data.templateFile = DeliveryReports::templateFile(report);
-    data.mainPipe = QStringLiteral("DBPipelineKitchenSchedule");
+    ReportData data = ReportData::forReport(report, QStringLiteral("DBPipelineKitchenSchedule"));
     ReportStatement s;
     switch (index) {
     case DeliveryReport::KitchenCountsCrosstab:

@@ -1,8 +1,17 @@
 #include "delivery/data/ReportData.h"
 
 #include "MessageError.h"
+#include "delivery/DeliveryReportList.h"
 
 namespace kb::reports {
+
+ReportData ReportData::forReport(int report, const QString& mainPipe)
+{
+    ReportData data;
+    data.templateFile = DeliveryReports::templateFile(report);
+    data.mainPipe = mainPipe;
+    return data;
+}
 
 DataPipe* ReportData::pipe(const QString& name) const
 {

@@ -20,6 +20,9 @@ struct ReportData
     QString mainPipe;
     std::vector<std::unique_ptr<DataPipe>> pipes;
 
+    // The data of a fixed report: its template, its main pipe, no pipes yet.
+    static ReportData forReport(int report, const QString& mainPipe);
+
     // The pipe of that name (without regard to case), or null.
     DataPipe* pipe(const QString& name) const;
     DataPipe& mainData() const;

@@ -49,4 +49,12 @@ void addClientDetails(ReportBuild& build, ReportData& data)
 }
 
 
+void addSpecialDiets(ReportBuild& build, ReportData& data, const std::vector<std::pair<QString, QString>>& link)
+{
+    build.addQuery(data, QStringLiteral("DBPipelineSpecialDiets"),
+                   QStringLiteral("Select Special_Diets.* from Special_Diets join Memory ReportDeliveryKeys Keys on "
+                                  "(Special_Diets.Deliv_Dt = Keys.Deliv_Dt and Special_Diets.Person_ID = Keys.Person_ID)"));
+    data.link(QStringLiteral("DBPipelineSpecialDiets"), data.mainPipe, link);
+}
+
 } // namespace kb::reports

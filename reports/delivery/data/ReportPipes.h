@@ -18,6 +18,9 @@ QStringList columnNames(const QString& columns);
 // persons of ReportDeliveryKeys, following the report's main pipe by
 // Person_ID.
 void addClientDetails(ReportBuild& build, ReportData& data);
+// DBPipelineSpecialDiets: the special meal diets of the persons and dates of
+// ReportDeliveryKeys, following the main pipe by the fields given.
+void addSpecialDiets(ReportBuild& build, ReportData& data, const std::vector<std::pair<QString, QString>>& link);
 
 
 } // namespace kb::reports

@@ -174,9 +174,7 @@ void addAddressOverrides(ReportBuild& build, ReportData& data, const ConfigRecor
 std::optional<ReportData> buildRunSheets(ReportBuild& build)
 {
     const ConfigRecord config = ConfigRecord::read(build.db);
-    ReportData data;
-    data.templateFile = DeliveryReports::templateFile(int(DeliveryReport::DailyRunSheets));
-    data.mainPipe = QStringLiteral("DBPipelineDeliveries");
+    ReportData data = ReportData::forReport(int(DeliveryReport::DailyRunSheets), QStringLiteral("DBPipelineDeliveries"));
     RowsPipe& deliveries = build.addQuery(data, data.mainPipe, deliveriesStatement(build, config));
     DeliveryKeys::fill(build.db, deliveries.allRows());
 
@@ -204,11 +202,8 @@ std::optional<ReportData> buildRunSheets(ReportBuild& build)
     data.link(QStringLiteral("DBPipelineCustomItemsFlag"), data.mainPipe,
               {{QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")}, {QStringLiteral("Person_ID"), QStringLiteral("Person_ID")}});
 
-    build.addQuery(data, QStringLiteral("DBPipelineSpecialDiets"),
-                   QStringLiteral("Select Special_Diets.* from Special_Diets join Memory ReportDeliveryKeys Keys on "
-                                  "(Special_Diets.Deliv_Dt = Keys.Deliv_Dt and Special_Diets.Person_ID = Keys.Person_ID)"));
-    data.link(QStringLiteral("DBPipelineSpecialDiets"), data.mainPipe,
-              {{QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")}, {QStringLiteral("Person_ID"), QStringLiteral("Person_ID")}});
+    addSpecialDiets(build, data,
+                    {{QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")}, {QStringLiteral("Person_ID"), QStringLiteral("Person_ID")}});
 
     addAddressOverrides(build, data, config);
     return data;

@@ -31,21 +31,6 @@ using Kind = ScriptedUserInterface::Kind;
 
 namespace {
 
-// Keeps what the screen would have shown or printed.
-class RecordingOutput final : public ReportOutput
-{
-public:
-    std::vector<std::shared_ptr<const ReportDocument>> previews;
-    int printed = 0;
-    void preview(std::shared_ptr<const ReportDocument> document) override { previews.push_back(std::move(document)); }
-    bool print(const ReportDocument&, bool showDialog) override
-    {
-        EXPECT_TRUE(showDialog);
-        ++printed;
-        return true;
-    }
-};
-
 // Records the dates it was asked to prepare.
 class RecordingPreparation final : public RunPreparation
 {
@@ -54,14 +39,13 @@ public:
     void prepareAndSave(const QDate& date, bool show) override { calls.emplace_back(date, show); }
 };
 
-class RepChoice : public ::testing::Test
+class RepChoice : public ReportScreenFixture
 {
 protected:
     void SetUp() override
     {
         ensureGuiApplication();
-        makeReportAgency(data.db());
-        TemplateRegistry::install(templates.path());
+        ReportScreenFixture::SetUp();
     }
 
     std::unique_ptr<TFormRepChoice> open()
@@ -77,15 +61,7 @@ protected:
                           {{QStringLiteral("Value"), value}});
     }
 
-    TempDataDir data;
-    QTemporaryDir templates;
-    QTemporaryDir home;
-    SettingsFile settings{home.path()};
-    ScriptedUserInterface ui;
-    GivenQuestions questions;
-    RecordingOutput output;
     RecordingPreparation preparation;
-    DeliveryReportContext context{data.db(), data.clock(), ui, QStringLiteral("pat"), &settings, templates.path()};
 };
 
 } // namespace
@@ -233,22 +209,7 @@ TEST_F(RepChoice, RunsTheReportToTheChosenDestination)
 
 TEST_F(RepChoice, UserDefinedReportsBringTheirOwnData)
 {
-    QFile user(templates.filePath(QStringLiteral("USERREPORTDELIVERYMeals per Route.rtm")));
-    ASSERT_TRUE(user.open(QIODevice::WriteOnly));
-    user.write("report \"Meals per Route\"\n"
-               "  data Meals\n"
-               "    sql \"Select Route_ID, Sum(Number_Meals) as Meals from Deliveri\"\n"
-               "    sql \"where Deliv_Dt >= :dStart and Deliv_Dt <= :dEnd group by Route_ID order by Route_ID\"\n"
-               "  end\n"
-               "  pipe Meals\n"
-               "  title height 0.3in\n"
-               "    text 0 0 5in 0.3in \"{DBPipelineConfig.ORG_REPORT_NAME} {DBPipelineReportParameters.Period_Beginning}\"\n"
-               "  end\n"
-               "  detail height 0.2in\n"
-               "    text 0 0 5in 0.2in \"{Route_ID}: {Meals}\"\n"
-               "  end\n"
-               "end\n");
-    user.close();
+    QFile user(writeMealsPerRouteReport(templates.path()));
     auto form = open();
     form->setDates(wednesday, thursday);
     form->setReportIndex(int(form->reportEntries().indexOf(QStringLiteral("Meals per Route (User-Defined)"))));

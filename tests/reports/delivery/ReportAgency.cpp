@@ -3,8 +3,11 @@
 #include "InsertRow.h"
 
 #include "delivery/DeliveryReportLists.h"
+#include "template/TemplateRegistry.h"
 
 #include <QDateTime>
+#include <QDir>
+#include <QFile>
 
 namespace kb::test {
 
@@ -266,6 +269,28 @@ void makeReportAgency(Database& db)
                                               {QStringLiteral("User"), QStringLiteral("Pat Tester")}});
 }
 
+QString writeMealsPerRouteReport(const QString& folder)
+{
+    const QString path = QDir(folder).filePath(QStringLiteral("USERREPORTDELIVERYMeals per Route.rtm"));
+    QFile user(path);
+    if (!user.open(QIODevice::WriteOnly))
+        return {};
+    user.write("report \"Meals per Route\"\n"
+               "  data Meals\n"
+               "    sql \"Select Route_ID, Sum(Number_Meals) as Meals from Deliveri\"\n"
+               "    sql \"where Deliv_Dt >= :dStart and Deliv_Dt <= :dEnd group by Route_ID order by Route_ID\"\n"
+               "  end\n"
+               "  pipe Meals\n"
+               "  title height 0.3in\n"
+               "    text 0 0 5in 0.3in \"{DBPipelineConfig.ORG_REPORT_NAME} {DBPipelineReportParameters.Period_Beginning}\"\n"
+               "  end\n"
+               "  detail height 0.2in\n"
+               "    text 0 0 5in 0.2in \"{Route_ID}: {Meals}\"\n"
+               "  end\n"
+               "end\n");
+    return path;
+}
+
 reports::DeliveryReportChoices choicesFor(Database& db, int report, const QDate& from, const QDate& to)
 {
     reports::DeliveryReportChoices choices;
@@ -276,6 +301,12 @@ reports::DeliveryReportChoices choicesFor(Database& db, int report, const QDate&
     choices.services.setEntries(reports::serviceEntries(db));
     choices.routes.setEntries(reports::routeEntries(db, reports::RouteListKind::Routes));
     return choices;
+}
+
+void ReportScreenFixture::SetUp()
+{
+    makeReportAgency(data.db());
+    reports::TemplateRegistry::install(templates.path());
 }
 
 bool GivenQuestions::askDietCriteria(reports::TFormDeliveryDietCriteria& form)

@@ -1,11 +1,19 @@
 #pragma once
 
+#include "ReportOutput.h"
 #include "delivery/ReportChoices.h"
 #include "delivery/questions/ReportQuestions.h"
 
+#include "ScriptedUserInterface.h"
+#include "TempDataDir.h"
+#include "delivery/DeliveryReportContext.h"
+#include "settings/SettingsFile.h"
 #include "store/Database.h"
 
 #include <QDate>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 #include <functional>
 
@@ -34,6 +42,28 @@ inline const QDate thursday(2024, 3, 7);
 // The choices of a report over the agency's lists, with nothing limited.
 reports::DeliveryReportChoices choicesFor(Database& db, int report, const QDate& from, const QDate& to);
 
+// A user-defined delivery report in the folder, "USERREPORTDELIVERYMeals per
+// Route.rtm": the meals of the period by route, from a statement of its own,
+// under a title line of the agency's name and the period's start.
+QString writeMealsPerRouteReport(const QString& folder);
+
+// Keeps what a report screen would have shown or printed.
+class RecordingOutput final : public reports::ReportOutput
+{
+public:
+    std::vector<std::shared_ptr<const reports::ReportDocument>> previews;
+    int printed = 0;
+    void preview(std::shared_ptr<const reports::ReportDocument> document) override
+    {
+        previews.push_back(std::move(document));
+    }
+    bool print(const reports::ReportDocument&, bool) override
+    {
+        ++printed;
+        return true;
+    }
+};
+
 // Answers the questions of a report from what the test sets.
 class GivenQuestions final : public reports::ReportQuestions
 {
@@ -46,6 +76,25 @@ public:
     bool askDietCriteria(reports::TFormDeliveryDietCriteria& form) override;
     bool askClientItemsSortOrder(reports::TFormClientItemsSortOrder& form) override;
     bool askItemLimitation(reports::TFormItemLimitation& form) override;
+};
+
+// The agency in a data directory, the fixed reports' templates in a folder
+// of their own, a user's settings file, and a report screen's context for
+// the user "pat" with everything it tells recorded.
+class ReportScreenFixture : public ::testing::Test
+{
+protected:
+    void SetUp() override;
+
+    TempDataDir data;
+    QTemporaryDir templates;
+    QTemporaryDir home;
+    SettingsFile settings{home.path()};
+    ScriptedUserInterface ui;
+    GivenQuestions questions;
+    RecordingOutput output;
+    reports::DeliveryReportContext context{data.db(), data.clock(), ui, QStringLiteral("pat"), &settings,
+                                           templates.path()};
 };
 
 } // namespace kb::test

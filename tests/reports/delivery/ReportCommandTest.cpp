@@ -118,19 +118,7 @@ TEST_F(ReportCommand, RefusesBadWordsAndTellsWhatIsMissing)
 
 TEST_F(ReportCommand, UserDefinedReportsAndTheCheckOfTheRun)
 {
-    QFile user(data.path() + QStringLiteral("/USERREPORTDELIVERYMeals per Route.rtm"));
-    ASSERT_TRUE(user.open(QIODevice::WriteOnly));
-    user.write("report \"Meals per Route\"\n"
-               "  data Meals\n"
-               "    sql \"Select Route_ID, Sum(Number_Meals) as Meals from Deliveri\"\n"
-               "    sql \"where Deliv_Dt >= :dStart and Deliv_Dt <= :dEnd group by Route_ID order by Route_ID\"\n"
-               "  end\n"
-               "  pipe Meals\n"
-               "  detail height 0.2in\n"
-               "    text 0 0 5in 0.2in \"{Route_ID}: {Meals}\"\n"
-               "  end\n"
-               "end\n");
-    user.close();
+    ASSERT_FALSE(writeMealsPerRouteReport(data.path()).isEmpty());
     const CommandResult own = report({QStringLiteral("meals per route"), QStringLiteral("--from"),
                                       QStringLiteral("2024-03-06"), QStringLiteral("--to"), QStringLiteral("2024-03-07"),
                                       QStringLiteral("--csv"), QStringLiteral("-")});
