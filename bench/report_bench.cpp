@@ -82,14 +82,15 @@ int main(int argc, char** argv)
                     static_cast<long long>(made.elapsed()), options.storeName());
     QDate date = options.date;
     if (!date.isValid())
-        date = db->execute(QStringLiteral("Select Deliv_Dt, Count(*) as Deliveries from Deliveri group by Deliv_Dt "
-                                          "order by 2 desc, 1"))
+        date = db->execute(
+                     QStringLiteral("Select Deliv_Dt, Count(*) as Deliveries from Deliveri group by Deliv_Dt "
+                                    "order by 2 desc, 1"))
                    .value(0, 0)
                    .toDate();
-    const qint64 deliveries =
-        db->execute(QStringLiteral("Select Count(*) from Deliveri where Deliv_Dt = :d"), {{QStringLiteral("d"), date}})
-            .value(0, 0)
-            .toLongLong();
+    const qint64 deliveries = db->execute(QStringLiteral("Select Count(*) from Deliveri where Deliv_Dt = :d"),
+                                          {{QStringLiteral("d"), date}})
+                                  .value(0, 0)
+                                  .toLongLong();
 
     DeliveryReportChoices choices;
     choices.report = report;
@@ -137,8 +138,9 @@ int main(int argc, char** argv)
                 qPrintable(DeliveryReports::name(report)), qPrintable(date.toString(Qt::ISODate)),
                 static_cast<long long>(deliveries), static_cast<long long>(rows), pages,
                 QFileInfo(pdf).size() / 1e6, options.storeName());
-    std::printf("best of %d runs: data %lld ms, layout %lld ms, PDF %lld ms, total %lld ms elapsed, %.0f ms CPU\n",
-                options.repeat, static_cast<long long>(bestData), static_cast<long long>(bestLayout),
-                static_cast<long long>(bestPdf), static_cast<long long>(bestTotal), bestCpu);
+    std::printf(
+        "best of %d runs: data %lld ms, layout %lld ms, PDF %lld ms, total %lld ms elapsed, %.0f ms CPU\n",
+        options.repeat, static_cast<long long>(bestData), static_cast<long long>(bestLayout),
+        static_cast<long long>(bestPdf), static_cast<long long>(bestTotal), bestCpu);
     return 0;
 }

@@ -2,14 +2,14 @@
 
 #include "ConfigView.h"
 #include "FormPlacement.h"
-#include "ReferenceEditorsMenu.h"
-#include "RunPrepareView.h"
-#include "deliveryreports/DeliveryReportChoice.h"
-#include "TFormRunPrepare.h"
 #include "GeocodingView.h"
 #include "OrderRoutesView.h"
+#include "ReferenceEditorsMenu.h"
+#include "RunPrepareView.h"
 #include "TFormGeocodeAddresses.h"
 #include "TFormOrderRoutes.h"
+#include "TFormRunPrepare.h"
+#include "deliveryreports/DeliveryReportChoice.h"
 #include "session/TDataModule1.h"
 #include "settings/TFormEditConfig.h"
 
@@ -42,8 +42,9 @@ MainWindow::MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent)
     m_process = menuBar()->addMenu(QStringLiteral("&Process"));
     m_runPreparation = m_process->addAction(QStringLiteral("Daily Run Preparation"), this, &MainWindow::openRunPreparation);
     QMenu* reports = menuBar()->addMenu(QStringLiteral("&Reports"));
-    reports->addAction(QStringLiteral("Delivery Reports and Labels"), this,
-                       [this] { openDeliveryReportChoice(m_data, m_ui, this); })
+    reports
+        ->addAction(QStringLiteral("Delivery Reports and Labels"), this,
+                    [this] { openDeliveryReportChoice(m_data, m_ui, this); })
         ->setObjectName(QStringLiteral("DeliveryReports1"));
     m_driverMessages = reports->addAction(QStringLiteral("Edit Delivery Report Driver Messages"), this,
                                           [this] { openDeliveryReportMessages(m_data, m_ui, this); });

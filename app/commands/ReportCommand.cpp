@@ -57,13 +57,15 @@ public:
     {
         const QStringList codes = listOption(m_args, QStringLiteral("diets"));
         if (codes.isEmpty())
-            throw UsageError(QStringLiteral("\"Selected Diet Restrictions\" needs the diets: --diets CODE,..."));
+            throw UsageError(
+                QStringLiteral("\"Selected Diet Restrictions\" needs the diets: --diets CODE,..."));
         for (const QString& code : codes) {
             if (!form.checkCode(code))
                 throw UsageError(QStringLiteral("--diets: there is no diet with the code %1 (%2).")
                                      .arg(code, form.codes().join(QStringLiteral(", "))));
         }
-        form.setMatchAll(m_args.choice(QStringLiteral("match"), {QStringLiteral("any"), QStringLiteral("all")},
+        form.setMatchAll(m_args.choice(QStringLiteral("match"),
+                                       {QStringLiteral("any"), QStringLiteral("all")},
                                        QStringLiteral("any")) == QLatin1String("all"));
         form.setSortOrder(int(m_args.integer(QStringLiteral("sort"), 0, 3, 0)));
         form.setTitle(m_args.value(QStringLiteral("title")));
@@ -76,8 +78,7 @@ public:
     }
     bool askItemLimitation(TFormItemLimitation& form) override
     {
-        if (!m_args.isSet(QStringLiteral("item")))
-            return false;
+        if (!m_args.isSet(QStringLiteral("item"))) return false;
         const int item = int(m_args.integer(QStringLiteral("item"), 0, std::numeric_limits<int>::max(), 0));
         if (!form.chooseItem(item))
             throw UsageError(QStringLiteral("--item: there is no item %1.").arg(item));
@@ -133,17 +134,16 @@ int runReport(kb::app::CommandContext& context, const kb::app::CommandArgs& args
     const auto clock = kb::app::commandClock(context);
     const QDate from = args.date(QStringLiteral("from"), clock->today().addDays(1));
     const QDate to = args.date(QStringLiteral("to"), from);
-    if (to < from)
-        throw UsageError(QStringLiteral("--to must not lie before --from."));
+    if (to < from) throw UsageError(QStringLiteral("--to must not lie before --from."));
     std::vector<QDate> separate;
     for (const QString& word : listOption(args, QStringLiteral("dates")))
         separate.push_back(kb::app::parseDateWord(word, QStringLiteral("--dates")));
-    if (separate.size() > 4)
-        throw UsageError(QStringLiteral("--dates takes at most four dates."));
+    if (separate.size() > 4) throw UsageError(QStringLiteral("--dates takes at most four dates."));
 
     const QString word = args.positional(0);
     const std::optional<int> fixed = DeliveryReports::findFixed(word);
-    if (fixed && *fixed == int(DeliveryReport::SelectedDietRestrictions) && !args.isSet(QStringLiteral("diets")))
+    if (fixed && *fixed == int(DeliveryReport::SelectedDietRestrictions) &&
+        !args.isSet(QStringLiteral("diets")))
         throw UsageError(QStringLiteral("\"Selected Diet Restrictions\" needs the diets: --diets CODE,..."));
 
     kb::app::CommandSession session(context);
@@ -160,18 +160,21 @@ int runReport(kb::app::CommandContext& context, const kb::app::CommandArgs& args
         QString name = word;
         if (name.endsWith(DeliveryReports::userDefinedSuffix()))
             name.chop(DeliveryReports::userDefinedSuffix().size());
-        const QStringList users = folder.isEmpty() ? QStringList()
-                                                   : userDefinedReports(folder, DeliveryReports::userReportPrefix());
+        const QStringList users = folder.isEmpty()
+                                      ? QStringList()
+                                      : userDefinedReports(folder, DeliveryReports::userReportPrefix());
         qsizetype at = -1;
         for (qsizetype i = 0; i < users.size() && at < 0; ++i)
             at = users[i].compare(name, Qt::CaseInsensitive) == 0 ? i : -1;
         if (at < 0)
-            throw UsageError(QStringLiteral("There is no delivery report %1. The reports: 0 to %2 or their names "
-                                            "(%3)%4.")
-                                 .arg(word)
-                                 .arg(DeliveryReports::fixedCount - 1)
-                                 .arg(DeliveryReports::names().join(QStringLiteral(", ")),
-                                      users.isEmpty() ? QString() : QStringLiteral(", or ") + users.join(QStringLiteral(", "))));
+            throw UsageError(
+                QStringLiteral("There is no delivery report %1. The reports: 0 to %2 or their names "
+                               "(%3)%4.")
+                    .arg(word)
+                    .arg(DeliveryReports::fixedCount - 1)
+                    .arg(DeliveryReports::names().join(QStringLiteral(", ")),
+                         users.isEmpty() ? QString()
+                                         : QStringLiteral(", or ") + users.join(QStringLiteral(", "))));
         choices.report = DeliveryReports::fixedCount + int(at);
         choices.userReport = users[at];
     }
@@ -190,9 +193,10 @@ int runReport(kb::app::CommandContext& context, const kb::app::CommandArgs& args
     const bool centers = args.isSet(QStringLiteral("centers"));
     choices.routeKind = centers ? RouteListKind::DistributionCenters : RouteListKind::Routes;
     choices.routes.setEntries(routeEntries(data.db(), choices.routeKind));
-    checkEntries(choices.routes, listOption(args, centers ? QStringLiteral("centers") : QStringLiteral("routes")),
-                 centers ? QStringLiteral("centers") : QStringLiteral("routes"),
-                 [](const QString& entry, const QString& w) { return entry.compare(w, Qt::CaseInsensitive) == 0; });
+    checkEntries(
+        choices.routes, listOption(args, centers ? QStringLiteral("centers") : QStringLiteral("routes")),
+        centers ? QStringLiteral("centers") : QStringLiteral("routes"),
+        [](const QString& entry, const QString& w) { return entry.compare(w, Qt::CaseInsensitive) == 0; });
     choices.excludeRoutes = args.isSet(QStringLiteral("exclude"));
 
     // The check of the date's run, as the screen makes it.
@@ -200,7 +204,8 @@ int runReport(kb::app::CommandContext& context, const kb::app::CommandArgs& args
     DeliveryDataCurrency(data.db(), *clock, session.ui())
         .check(from, to, StaffReportPreferences::read(data.db(), data.session().cUserName), preparation);
 
-    DeliveryReportContext reportContext{data.db(), *clock, session.ui(), data.session().cUserName, nullptr, folder};
+    DeliveryReportContext reportContext{data.db(), *clock, session.ui(), data.session().cUserName,
+                                        nullptr,   folder};
     OptionAnswers answers(args);
     PdfFileOutput output(pdf);
     ReportHolder holder(output, *clock);
@@ -239,47 +244,51 @@ const kb::app::CommandRegistration registration(
      .arguments = QStringLiteral("NAME_OR_INDEX"),
      .description = QStringLiteral(
          "Runs a delivery report (its number 0 to 23, its name, or the name of a user-defined report) as the "
-         "report screen does, to a PDF file, or writes its data set as CSV. A report of one date may first ask "
+         "report screen does, to a PDF file, or writes its data set as CSV. A report of one date may first "
+         "ask "
          "whether to prepare the date again (the user's Staff row decides): --yes prepares and saves it."),
      .minArguments = 1,
      .maxArguments = 1,
-     .options = {QCommandLineOption(QStringLiteral("from"), QStringLiteral("The first date (tomorrow when not given)."),
-                                    QStringLiteral("YYYY-MM-DD")),
-                 QCommandLineOption(QStringLiteral("to"), QStringLiteral("The last date (the first when not given)."),
-                                    QStringLiteral("YYYY-MM-DD")),
-                 QCommandLineOption(QStringLiteral("dates"),
-                                    QStringLiteral("Up to four separate dates (run sheets only)."),
-                                    QStringLiteral("D,D,...")),
-                 QCommandLineOption(QStringLiteral("services"), QStringLiteral("Only these service numbers."),
-                                    QStringLiteral("ID,...")),
-                 QCommandLineOption(QStringLiteral("routes"), QStringLiteral("Only these routes."),
-                                    QStringLiteral("ROUTE,...")),
-                 QCommandLineOption(QStringLiteral("centers"),
-                                    QStringLiteral("Only the routes of these distribution centers."),
-                                    QStringLiteral("CODE,...")),
-                 QCommandLineOption(QStringLiteral("exclude"),
-                                    QStringLiteral("All but the routes or centers given.")),
-                 QCommandLineOption(QStringLiteral("diets"),
-                                    QStringLiteral("Selected Diet Restrictions: the diet codes to list."),
-                                    QStringLiteral("CODE,...")),
-                 QCommandLineOption(QStringLiteral("match"),
-                                    QStringLiteral("Selected Diet Restrictions: any (the default) or all of them."),
-                                    QStringLiteral("any|all")),
-                 QCommandLineOption(QStringLiteral("sort"),
-                                    QStringLiteral("The sort order's number in the report's own list (0 when not "
-                                                   "given)."),
-                                    QStringLiteral("N")),
-                 QCommandLineOption(QStringLiteral("title"),
-                                    QStringLiteral("Selected Diet Restrictions: a title for the report."),
-                                    QStringLiteral("TEXT")),
-                 QCommandLineOption(QStringLiteral("item"),
-                                    QStringLiteral("Kitchen Item Counts: only this item."), QStringLiteral("ID")),
-                 QCommandLineOption(QStringLiteral("pdf"), QStringLiteral("Write the report to this PDF file."),
-                                    QStringLiteral("FILE")),
-                 QCommandLineOption(QStringLiteral("csv"),
-                                    QStringLiteral("Write the report's data set as CSV to this file (- for the "
-                                                   "output)."),
-                                    QStringLiteral("FILE"))},
+     .options =
+         {QCommandLineOption(QStringLiteral("from"),
+                             QStringLiteral("The first date (tomorrow when not given)."),
+                             QStringLiteral("YYYY-MM-DD")),
+          QCommandLineOption(QStringLiteral("to"),
+                             QStringLiteral("The last date (the first when not given)."),
+                             QStringLiteral("YYYY-MM-DD")),
+          QCommandLineOption(QStringLiteral("dates"),
+                             QStringLiteral("Up to four separate dates (run sheets only)."),
+                             QStringLiteral("D,D,...")),
+          QCommandLineOption(QStringLiteral("services"), QStringLiteral("Only these service numbers."),
+                             QStringLiteral("ID,...")),
+          QCommandLineOption(QStringLiteral("routes"), QStringLiteral("Only these routes."),
+                             QStringLiteral("ROUTE,...")),
+          QCommandLineOption(QStringLiteral("centers"),
+                             QStringLiteral("Only the routes of these distribution centers."),
+                             QStringLiteral("CODE,...")),
+          QCommandLineOption(QStringLiteral("exclude"),
+                             QStringLiteral("All but the routes or centers given.")),
+          QCommandLineOption(QStringLiteral("diets"),
+                             QStringLiteral("Selected Diet Restrictions: the diet codes to list."),
+                             QStringLiteral("CODE,...")),
+          QCommandLineOption(QStringLiteral("match"),
+                             QStringLiteral("Selected Diet Restrictions: any (the default) or all of them."),
+                             QStringLiteral("any|all")),
+          QCommandLineOption(QStringLiteral("sort"),
+                             QStringLiteral("The sort order's number in the report's own list (0 when not "
+                                            "given)."),
+                             QStringLiteral("N")),
+          QCommandLineOption(QStringLiteral("title"),
+                             QStringLiteral("Selected Diet Restrictions: a title for the report."),
+                             QStringLiteral("TEXT")),
+          QCommandLineOption(QStringLiteral("item"), QStringLiteral("Kitchen Item Counts: only this item."),
+                             QStringLiteral("ID")),
+          QCommandLineOption(QStringLiteral("pdf"), QStringLiteral("Write the report to this PDF file."),
+                             QStringLiteral("FILE")),
+          QCommandLineOption(QStringLiteral("csv"),
+                             QStringLiteral("Write the report's data set as CSV to this file (- for the "
+                                            "output)."),
+                             QStringLiteral("FILE"))},
      .repeatable = {},
      .asksQuestions = true,
      .needsUser = true,

@@ -40,7 +40,10 @@ DeliveryDataCurrency::DeliveryDataCurrency(Database& db, const Clock& clock, Use
 {
 }
 
-QString DeliveryDataCurrency::dateText(const QDate& date) { return date.toString(QStringLiteral("M/d/yyyy")); }
+QString DeliveryDataCurrency::dateText(const QDate& date)
+{
+    return date.toString(QStringLiteral("M/d/yyyy"));
+}
 
 std::optional<QDateTime> DeliveryDataCurrency::lastSave(const QDate& date)
 {
@@ -49,50 +52,46 @@ std::optional<QDateTime> DeliveryDataCurrency::lastSave(const QDate& date)
         QStringLiteral("Select Tran_Date from History where Event_Date = :Event_Date and Event like 'Saved%' "
                        "order by RecordID"),
         {{QStringLiteral("Event_Date"), date}});
-    if (saves.isEmpty())
-        return std::nullopt;
+    if (saves.isEmpty()) return std::nullopt;
     return saves.value(saves.rowCount() - 1, 0).toDateTime();
 }
 
 QString DeliveryDataCurrency::question(const QDate& date, const std::optional<QDateTime>& saved,
                                        const QString& prepareDataPrompt) const
 {
-    if (prepareDataPrompt.isEmpty())
-        return {};
+    if (prepareDataPrompt.isEmpty()) return {};
     if (!saved)
         return QStringLiteral("The delivery date of ") + dateText(date) +
                QStringLiteral("\nhas not yet been prepared.\nWould you like to prepare it now?");
     const QDateTime now = m_clock.now();
     for (const Threshold& t : thresholds) {
-        if (prepareDataPrompt != QLatin1String(t.code))
-            continue;
+        if (prepareDataPrompt != QLatin1String(t.code)) continue;
         const QDateTime from = t.sinceMidnight ? now.date().startOfDay() : now;
         if (daysBetween(*saved, from) > t.days)
-            return QStringLiteral("The delivery date ") + dateText(date) + u'\n' + QString::fromLatin1(t.text) +
-                   QStringLiteral("\nWould you like to prepare it again now?");
+            return QStringLiteral("The delivery date ") + dateText(date) + u'\n' +
+                   QString::fromLatin1(t.text) + QStringLiteral("\nWould you like to prepare it again now?");
     }
     return {};
 }
 
-void DeliveryDataCurrency::check(const QDate& from, const QDate& to, const StaffReportPreferences& preferences,
-                                 RunPreparation& preparation)
+void DeliveryDataCurrency::check(const QDate& from, const QDate& to,
+                                 const StaffReportPreferences& preferences, RunPreparation& preparation)
 {
-    if (preferences.prepareDataPrompt.isEmpty())
-        return;
+    if (preferences.prepareDataPrompt.isEmpty()) return;
     if (from != to) {
-        m_ui.information(QStringLiteral("You have selected a range of more than one date\nfor this report. "
-                                        "Kettlebrook can't check to see if \nthe delivery data is current in this "
-                                        "situation."));
+        m_ui.information(
+            QStringLiteral("You have selected a range of more than one date\nfor this report. "
+                           "Kettlebrook can't check to see if \nthe delivery data is current in this "
+                           "situation."));
         return;
     }
     try {
         const std::optional<QDateTime> saved = lastSave(from);
         const QString text = question(from, saved, preferences.prepareDataPrompt);
-        if (text.isEmpty() || m_ui.question(text, Buttons::YesNo) != Answer::Yes)
-            return;
+        if (text.isEmpty() || m_ui.question(text, Buttons::YesNo) != Answer::Yes) return;
         const QString& display = preferences.displayPreparedData;
-        const bool show = display == QLatin1String("A") ||
-                          display == (saved ? QLatin1String("R") : QLatin1String("F"));
+        const bool show =
+            display == QLatin1String("A") || display == (saved ? QLatin1String("R") : QLatin1String("F"));
         preparation.prepareAndSave(from, show);
     } catch (const std::exception& e) {
         m_ui.error(failureText(e));

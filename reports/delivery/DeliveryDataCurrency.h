@@ -10,7 +10,7 @@ namespace kb {
 class Clock;
 class Database;
 class UserInterface;
-}
+} // namespace kb
 
 namespace kb::reports {
 
@@ -31,7 +31,8 @@ public:
 
     // The question to ask for a date saved at `saved` (none: never saved),
     // or an empty text when the preference asks nothing now.
-    QString question(const QDate& date, const std::optional<QDateTime>& saved, const QString& prepareDataPrompt) const;
+    QString question(const QDate& date, const std::optional<QDateTime>& saved,
+                     const QString& prepareDataPrompt) const;
 
     // The whole check before a report: one date is checked, a range only
     // told that it cannot be; on Yes the preparation runs, shown or not as

@@ -7,7 +7,7 @@ class Clock;
 class Database;
 class SettingsFile;
 class UserInterface;
-}
+} // namespace kb
 
 namespace kb::reports {
 

@@ -33,7 +33,8 @@ constexpr std::array<Fixed, fixedCount> fixedReports{{
     {"Summarized Demographic Meal Count", "DemogMlCt040109.rtm"},
     {"Kitchen Counts Crosstab", "KitchenSchCrosstab.rtm"},
     {"Kitchen Counts Report", "KitchenSchReport.rtm"},
-    {"Kitchen Client Counts by Standard or Special Diets", "Count_Of_Clients_By_Special_Or_Standard_Meals.rtm"},
+    {"Kitchen Client Counts by Standard or Special Diets",
+     "Count_Of_Clients_By_Special_Or_Standard_Meals.rtm"},
     {"Kitchen Item Counts by Standard or Special Diets", "Count_Of_Items_By_Special_Or_Standard_Meals.rtm"},
     {"Selected Diet Restrictions", "DeliveryDietRestrictions.rtm"},
     {"Child Demographic Meal Count", "ChildDemographicMealCount.rtm"},
@@ -45,12 +46,14 @@ constexpr std::array<Fixed, fixedCount> fixedReports{{
 
 QString name(int index)
 {
-    return index >= 0 && index < fixedCount ? QString::fromLatin1(fixedReports[size_t(index)].name) : QString();
+    return index >= 0 && index < fixedCount ? QString::fromLatin1(fixedReports[size_t(index)].name)
+                                            : QString();
 }
 
 QString templateFile(int index)
 {
-    return index >= 0 && index < fixedCount ? QString::fromLatin1(fixedReports[size_t(index)].file) : QString();
+    return index >= 0 && index < fixedCount ? QString::fromLatin1(fixedReports[size_t(index)].file)
+                                            : QString();
 }
 
 QStringList names()
@@ -63,23 +66,31 @@ QStringList names()
 
 bool isLabel(int index)
 {
-    return index >= int(DeliveryReport::DailyLabels) && index <= int(DeliveryReport::DeliveryLabelsWithAddresses);
+    return index >= int(DeliveryReport::DailyLabels) &&
+           index <= int(DeliveryReport::DeliveryLabelsWithAddresses);
 }
 
-QString userReportPrefix() { return QStringLiteral("USERREPORTDELIVERY"); }
-QString userDefinedSuffix() { return QStringLiteral(" (User-Defined)"); }
-QString userReportFile(const QString& name) { return userReportPrefix() + name + QStringLiteral(".rtm"); }
+QString userReportPrefix()
+{
+    return QStringLiteral("USERREPORTDELIVERY");
+}
+QString userDefinedSuffix()
+{
+    return QStringLiteral(" (User-Defined)");
+}
+QString userReportFile(const QString& name)
+{
+    return userReportPrefix() + name + QStringLiteral(".rtm");
+}
 
 std::optional<int> findFixed(const QString& numberOrName)
 {
     const QString word = numberOrName.trimmed();
     bool isNumber = false;
     const int number = word.toInt(&isNumber);
-    if (isNumber)
-        return number >= 0 && number < fixedCount ? std::optional<int>(number) : std::nullopt;
+    if (isNumber) return number >= 0 && number < fixedCount ? std::optional<int>(number) : std::nullopt;
     for (int i = 0; i < fixedCount; ++i) {
-        if (word.compare(name(i), Qt::CaseInsensitive) == 0)
-            return i;
+        if (word.compare(name(i), Qt::CaseInsensitive) == 0) return i;
     }
     return std::nullopt;
 }

@@ -50,10 +50,19 @@ QStringList names();
 bool isLabel(int index);
 // The dates "From" and "To" apply below this index (the bar-code listing
 // takes none); the service and route limits below the first user-defined one.
-inline bool takesDates(int index) { return index >= 0 && index < int(DeliveryReport::BarCodeListing); }
-inline bool takesLimits(int index) { return index >= 0 && index < fixedCount; }
+inline bool takesDates(int index)
+{
+    return index >= 0 && index < int(DeliveryReport::BarCodeListing);
+}
+inline bool takesLimits(int index)
+{
+    return index >= 0 && index < fixedCount;
+}
 // The run sheets and the labels may run on up to four separate dates.
-inline bool takesSeparateDates(int index) { return index >= 0 && index <= int(DeliveryReport::DeliveryLabelsWithAddresses); }
+inline bool takesSeparateDates(int index)
+{
+    return index >= 0 && index <= int(DeliveryReport::DeliveryLabelsWithAddresses);
+}
 
 // A user-defined report's template: "USERREPORTDELIVERY" + name + ".rtm".
 QString userReportPrefix();

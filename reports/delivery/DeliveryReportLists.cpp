@@ -12,7 +12,8 @@ QStringList serviceEntries(Database& db)
     const int id = services.columnIndex(u"Service_ID");
     QStringList entries;
     for (qsizetype r = 0; r < services.rowCount(); ++r)
-        entries << services.value(r, desc).toString() + QStringLiteral(" [") + services.value(r, id).toString() + u']';
+        entries << services.value(r, desc).toString() + QStringLiteral(" [") +
+                       services.value(r, id).toString() + u']';
     return entries;
 }
 
@@ -21,8 +22,8 @@ QStringList routeEntries(Database& db, RouteListKind kind)
     const ResultSet rows =
         kind == RouteListKind::Routes
             ? db.execute(QStringLiteral("Select Route_ID from Routes order by RecordID"))
-            : db.execute(QStringLiteral(
-                  "Select Location_Cd, Location from Locatns where Distribution_Center = True Order by Location_Cd"));
+            : db.execute(QStringLiteral("Select Location_Cd, Location from Locatns where Distribution_Center "
+                                        "= True Order by Location_Cd"));
     QStringList entries;
     for (qsizetype r = 0; r < rows.rowCount(); ++r)
         entries << rows.value(r, 0).toString();

@@ -55,8 +55,7 @@ bool DeliveryReportRun::prepare(ReportHolder& holder, const DeliveryReportChoice
     if (choices.report >= DeliveryReports::fixedCount) {
         // Its statements are its own; it reads the parameters and Config,
         // and the period as the parameters dStart and dEnd.
-        if (!loadTemplate(holder, DeliveryReports::userReportFile(choices.userReport), true))
-            return false;
+        if (!loadTemplate(holder, DeliveryReports::userReportFile(choices.userReport), true)) return false;
         m_data = ReportData();
         m_module.addCommonPipes(*m_data, TDataModule2::periodOf(choices));
         for (const auto& pipe : m_data->pipes)
@@ -66,7 +65,8 @@ bool DeliveryReportRun::prepare(ReportHolder& holder, const DeliveryReportChoice
         return true;
     }
     if (DeliveryReports::isLabel(choices.report))
-        throw MessageError(QStringLiteral("The label reports come with the label printing of a later version."));
+        throw MessageError(
+            QStringLiteral("The label reports come with the label printing of a later version."));
     const QString file = DeliveryReports::templateFile(choices.report);
     // A missing template ends the report before its data is read.
     if (!m_context.templateFolder.isEmpty() && !QFileInfo(templatePath(file)).isFile()) {
@@ -75,12 +75,12 @@ bool DeliveryReportRun::prepare(ReportHolder& holder, const DeliveryReportChoice
         return false;
     }
     m_data = m_module.build(choices, m_questions, m_context.ui, m_context.settings);
-    if (!m_data)
-        return false;
+    if (!m_data) return false;
     for (const auto& pipe : m_data->pipes)
         holder.setPipe(*pipe);
     holder.setParameter(QStringLiteral("SeparateDates"),
-                        choices.page == DatePage::NonContiguous && DeliveryReports::takesSeparateDates(choices.report));
+                        choices.page == DatePage::NonContiguous &&
+                            DeliveryReports::takesSeparateDates(choices.report));
     return loadTemplate(holder, file, false);
 }
 

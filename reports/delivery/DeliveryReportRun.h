@@ -28,7 +28,10 @@ public:
     bool prepare(ReportHolder& holder, const DeliveryReportChoices& choices);
 
     // The report's own data set, none for a user-defined report.
-    DataPipe* mainData() const { return m_data && !m_data->mainPipe.isEmpty() ? &m_data->mainData() : nullptr; }
+    DataPipe* mainData() const
+    {
+        return m_data && !m_data->mainPipe.isEmpty() ? &m_data->mainData() : nullptr;
+    }
 
     // The path of a template in the folder.
     QString templatePath(const QString& fileName) const;

@@ -54,7 +54,8 @@ void HiddenRunPreparation::saveAtOnce(TFormRunPrepare& form)
             .value(0, 0)
             .toLongLong();
     if (rows < active / 10)
-        m_ui.warning(QStringLiteral("Fewer than 10% of the active clients \nwere identified to receive a delivery!"));
+        m_ui.warning(
+            QStringLiteral("Fewer than 10% of the active clients \nwere identified to receive a delivery!"));
     savePreparedRun(form);
 }
 
@@ -65,8 +66,9 @@ void HiddenRunPreparation::saveAtOnce(TFormRunPrepare& form)
 //     form.FormCleanUp();
 void savePreparedRun(TFormRunPrepare&)
 {
-    throw MessageError(QStringLiteral("This version of Kettlebrook cannot save a run from the report screen yet. "
-                                      "The report shows the deliveries as they were last saved."));
+    throw MessageError(
+        QStringLiteral("This version of Kettlebrook cannot save a run from the report screen yet. "
+                       "The report shows the deliveries as they were last saved."));
 }
 
 } // namespace kb::reports

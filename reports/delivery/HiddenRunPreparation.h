@@ -9,7 +9,7 @@ class Database;
 class TFormRunPrepare;
 class UserInterface;
 struct SessionState;
-}
+} // namespace kb
 
 namespace kb::reports {
 

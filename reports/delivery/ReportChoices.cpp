@@ -10,11 +10,13 @@ void CheckedList::setEntries(const QStringList& list)
 
 void CheckedList::setChecked(int index, bool on)
 {
-    if (index >= 0 && index < int(checked.size()))
-        checked[size_t(index)] = on;
+    if (index >= 0 && index < int(checked.size())) checked[size_t(index)] = on;
 }
 
-void CheckedList::setAll(bool on) { checked.assign(size_t(entries.size()), on); }
+void CheckedList::setAll(bool on)
+{
+    checked.assign(size_t(entries.size()), on);
+}
 
 int CheckedList::checkedCount() const
 {
@@ -28,8 +30,7 @@ QStringList CheckedList::checkedEntries() const
 {
     QStringList list;
     for (int i = 0; i < int(entries.size()); ++i) {
-        if (isChecked(i))
-            list << entries[i];
+        if (isChecked(i)) list << entries[i];
     }
     return list;
 }
@@ -38,8 +39,7 @@ qint64 CheckedList::mask() const
 {
     qint64 m = 0;
     for (int i = 0; i < int(checked.size()) && i < 31; ++i) {
-        if (checked[size_t(i)])
-            m |= qint64(1) << i;
+        if (checked[size_t(i)]) m |= qint64(1) << i;
     }
     return m;
 }
@@ -54,14 +54,16 @@ std::vector<QDate> DeliveryReportChoices::separateDates() const
 {
     std::vector<QDate> list;
     for (const QDate& d : dates) {
-        if (!d.isValid() || d.year() < 1900)
-            break;
+        if (!d.isValid() || d.year() < 1900) break;
         list.push_back(d);
     }
     return list;
 }
 
-QString DeliveryReportChoices::servicesText() const { return services.checkedEntries().join(QStringLiteral(", ")); }
+QString DeliveryReportChoices::servicesText() const
+{
+    return services.checkedEntries().join(QStringLiteral(", "));
+}
 
 QString DeliveryReportChoices::routesText() const
 {

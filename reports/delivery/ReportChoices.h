@@ -17,7 +17,10 @@ struct CheckedList
     std::vector<bool> checked; // one per entry
 
     void setEntries(const QStringList& list);
-    bool isChecked(int index) const { return index >= 0 && index < int(checked.size()) && checked[size_t(index)]; }
+    bool isChecked(int index) const
+    {
+        return index >= 0 && index < int(checked.size()) && checked[size_t(index)];
+    }
     void setChecked(int index, bool on);
     void setAll(bool on);
     int checkedCount() const;

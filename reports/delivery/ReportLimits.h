@@ -38,7 +38,8 @@ public:
     // The meals of Config.Meals_Line_Items, when any is set.
     void AddMealItemLimitation(ReportStatement& statement, const QString& fieldName);
     // " and field = :Item_ID" for a chosen item; nothing without one.
-    static void AddItemLimitation(ReportStatement& statement, const QString& fieldName, std::optional<int> itemId);
+    static void AddItemLimitation(ReportStatement& statement, const QString& fieldName,
+                                  std::optional<int> itemId);
 
     // The number between the first "[" and the following "]" of a list
     // entry; 0 when it does not start with a digit.

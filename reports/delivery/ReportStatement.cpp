@@ -20,8 +20,7 @@ QString ReportStatement::freshName(const QString& prefix) const
         bool used = false;
         for (const auto& p : params)
             used = used || p.first.compare(name, Qt::CaseInsensitive) == 0;
-        if (!used)
-            return name;
+        if (!used) return name;
     }
 }
 

@@ -15,11 +15,12 @@ TFormDeliveryReportMessages::TFormDeliveryReportMessages(Database& db, UserInter
 
 void TFormDeliveryReportMessages::ok()
 {
-    m_db.execute(QStringLiteral("Update Config set DELIV_REPORT_MSG_TOP = :Top, DELIV_REPORT_MSG_BOT = :Bottom, "
-                                "LAST_UPDATED = :Now"),
-                 {{QStringLiteral("Top"), m_top},
-                  {QStringLiteral("Bottom"), m_bottom},
-                  {QStringLiteral("Now"), m_db.clock().now()}});
+    m_db.execute(
+        QStringLiteral("Update Config set DELIV_REPORT_MSG_TOP = :Top, DELIV_REPORT_MSG_BOT = :Bottom, "
+                       "LAST_UPDATED = :Now"),
+        {{QStringLiteral("Top"), m_top},
+         {QStringLiteral("Bottom"), m_bottom},
+         {QStringLiteral("Now"), m_db.clock().now()}});
     m_savedTop = m_top;
     m_savedBottom = m_bottom;
 }
@@ -32,9 +33,9 @@ void TFormDeliveryReportMessages::cancel()
 
 bool TFormDeliveryReportMessages::closeQuery()
 {
-    if (!isModified())
-        return true;
-    switch (m_ui.question(QStringLiteral("Save your changes to the Driver Messages?"), Buttons::YesNoCancel)) {
+    if (!isModified()) return true;
+    switch (
+        m_ui.question(QStringLiteral("Save your changes to the Driver Messages?"), Buttons::YesNoCancel)) {
     case Answer::Yes:
         ok();
         return true;

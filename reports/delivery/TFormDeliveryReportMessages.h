@@ -5,7 +5,7 @@
 namespace kb {
 class Database;
 class UserInterface;
-}
+} // namespace kb
 
 namespace kb::reports {
 

@@ -61,12 +61,9 @@ QString TFormRepChoice::dateDisplayFormat()
     return monthFirst ? QStringLiteral("M/d/yyyy, dddd") : QStringLiteral("d/M/yyyy, dddd");
 }
 
-TFormRepChoice::TFormRepChoice(const DeliveryReportContext& context, ReportOutput& output, ReportQuestions& questions,
-                               RunPreparation* preparation, QObject* parent)
-    : QObject(parent),
-      m_context(context),
-      m_questions(questions),
-      m_preparation(preparation),
+TFormRepChoice::TFormRepChoice(const DeliveryReportContext& context, ReportOutput& output,
+                               ReportQuestions& questions, RunPreparation* preparation, QObject* parent)
+    : QObject(parent), m_context(context), m_questions(questions), m_preparation(preparation),
       m_holder(output, context.clock)
 {
     m_holder.setDocumentName(QStringLiteral("Daily Deliveries Report"));
@@ -83,7 +80,8 @@ void TFormRepChoice::FormShow()
     m_choices.services.setEntries(serviceEntries(m_context.db));
     m_reportEntries = DeliveryReports::names();
     if (!m_context.templateFolder.isEmpty()) {
-        for (const QString& name : userDefinedReports(m_context.templateFolder, DeliveryReports::userReportPrefix()))
+        for (const QString& name :
+             userDefinedReports(m_context.templateFolder, DeliveryReports::userReportPrefix()))
             m_reportEntries << name + DeliveryReports::userDefinedSuffix();
     }
     readSettings();
@@ -103,21 +101,20 @@ void TFormRepChoice::FormClose()
 
 void TFormRepChoice::readSettings()
 {
-    if (!m_context.settings)
-        return;
+    if (!m_context.settings) return;
     const SettingsFile& s = *m_context.settings;
     m_choices.services.setMask(s.readInteger(section(), QStringLiteral("ServiceChoices"), 0));
     m_choices.destination = destinationFromName(s.readString(section(), QStringLiteral("PrintDestination"),
                                                              QStringLiteral("Screen")))
                                 .value_or(ReportDestination::Screen);
-    m_choices.page = s.readInteger(section(), QStringLiteral("DateRangeType"), 0) == 1 ? DatePage::NonContiguous
-                                                                                      : DatePage::Range;
+    m_choices.page = s.readInteger(section(), QStringLiteral("DateRangeType"), 0) == 1
+                         ? DatePage::NonContiguous
+                         : DatePage::Range;
 }
 
 void TFormRepChoice::writeSettings()
 {
-    if (!m_context.settings)
-        return;
+    if (!m_context.settings) return;
     SettingsFile& s = *m_context.settings;
     s.writeString(section(), QStringLiteral("ServiceChoices"), QString::number(m_choices.services.mask()));
     s.writeString(section(), QStringLiteral("PrintDestination"), destinationName(m_choices.destination));
@@ -152,16 +149,14 @@ void TFormRepChoice::setDatePage(DatePage page)
 void TFormRepChoice::setFrom(const QDate& date)
 {
     m_choices.from = date;
-    if (m_choices.to < date)
-        m_choices.to = date;
+    if (m_choices.to < date) m_choices.to = date;
     emit stateChanged();
 }
 
 void TFormRepChoice::setTo(const QDate& date)
 {
     m_choices.to = date;
-    if (m_choices.from > date)
-        m_choices.from = date;
+    if (m_choices.from > date) m_choices.from = date;
     emit stateChanged();
 }
 
@@ -175,8 +170,7 @@ void TFormRepChoice::setDates(const QDate& from, const QDate& to)
 
 void TFormRepChoice::setSeparateDate(int n, const QDate& date)
 {
-    if (n < 0 || n > 3)
-        return;
+    if (n < 0 || n > 3) return;
     const bool cleared = !date.isValid() || date.year() < 1900;
     m_choices.dates[size_t(n)] = cleared ? QDate() : date;
     if (cleared) {
@@ -188,16 +182,14 @@ void TFormRepChoice::setSeparateDate(int n, const QDate& date)
 
 bool TFormRepChoice::separateDateEnabled(int n) const
 {
-    if (n <= 0)
-        return true;
+    if (n <= 0) return true;
     const QDate& before = m_choices.dates[size_t(n - 1)];
     return before.isValid() && before.year() >= 1900;
 }
 
 void TFormRepChoice::enterSeparateDate(int n)
 {
-    if (n <= 0 || n > 3 || !separateDateEnabled(n) || m_choices.dates[size_t(n)].isValid())
-        return;
+    if (n <= 0 || n > 3 || !separateDateEnabled(n) || m_choices.dates[size_t(n)].isValid()) return;
     setSeparateDate(n, m_choices.dates[size_t(n - 1)].addDays(1));
 }
 
@@ -250,9 +242,15 @@ QString TFormRepChoice::excludeCaption() const
                                                         : QStringLiteral("Exclude these centers");
 }
 
-bool TFormRepChoice::datesEnabled() const { return DeliveryReports::takesDates(m_choices.report); }
+bool TFormRepChoice::datesEnabled() const
+{
+    return DeliveryReports::takesDates(m_choices.report);
+}
 
-bool TFormRepChoice::limitsEnabled() const { return DeliveryReports::takesLimits(m_choices.report); }
+bool TFormRepChoice::limitsEnabled() const
+{
+    return DeliveryReports::takesLimits(m_choices.report);
+}
 
 void TFormRepChoice::ok()
 {
@@ -271,14 +269,12 @@ void TFormRepChoice::ok()
 
 void TFormRepChoice::runReport()
 {
-    if (m_choices.report < 0)
-        return;
+    if (m_choices.report < 0) return;
     DeliveryReportRun run(m_context, m_questions);
     PipesReleased released(m_holder);
     {
         BusyGuard busy(m_context.ui);
-        if (!run.prepare(m_holder, m_choices))
-            return;
+        if (!run.prepare(m_holder, m_choices)) return;
     }
     m_holder.resetDevices();
     m_holder.setDestination(m_choices.destination);

@@ -77,9 +77,9 @@ TEST(ReportGolden, CsvOfTheMainPipe)
 
     // Bad words are refused before anything is read.
     EXPECT_EQ(runKettlebrook({QStringLiteral("report-template"), QStringLiteral("x.rtm")}).exitCode, 2);
-    const CommandResult badLink =
-        runKettlebrook({QStringLiteral("report-template"), reportTestData(QStringLiteral("RunSheetSample.rtm")),
-                        QStringLiteral("--link"), QStringLiteral("A.B=C.D"), QStringLiteral("--csv")});
+    const CommandResult badLink = runKettlebrook(
+        {QStringLiteral("report-template"), reportTestData(QStringLiteral("RunSheetSample.rtm")),
+         QStringLiteral("--link"), QStringLiteral("A.B=C.D"), QStringLiteral("--csv")});
     EXPECT_EQ(badLink.exitCode, 2);
     EXPECT_TRUE(badLink.err.contains("--link names the pipe A, which no --data-csv gives.")) << badLink.err.toStdString();
     const CommandResult missing = runKettlebrook(

@@ -42,8 +42,7 @@ namespace {
 void keepPicture(QWidget& widget, const QString& name)
 {
     const QString folder = qEnvironmentVariable("KB_SCREENSHOTS");
-    if (folder.isEmpty())
-        return;
+    if (folder.isEmpty()) return;
     widget.show();
     QApplication::processEvents();
     widget.grab().save(folder + QLatin1Char('/') + name + QStringLiteral(".png"));
@@ -97,7 +96,8 @@ TEST_F(DeliveryReportScreens, TheChoiceScreenFollowsItsReportAndRunsIt)
     EXPECT_TRUE(presenter.routes().isChecked(0));
     keepPicture(view, QStringLiteral("FormRepChoice"));
     view.okButton()->click();
-    ASSERT_EQ(output.previews.size(), 1u) << (ui.messages().isEmpty() ? "" : ui.messages()[0].text.toStdString());
+    ASSERT_EQ(output.previews.size(), 1u)
+        << (ui.messages().isEmpty() ? "" : ui.messages()[0].text.toStdString());
     EXPECT_EQ(output.previews[0]->title, "Client Count by Route, Service and Diet");
     EXPECT_TRUE(view.okButton()->isEnabled());
     view.reject();
@@ -137,5 +137,6 @@ TEST_F(DeliveryReportScreens, TheDriverMessagesAreSavedOnOk)
     EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Question).size(), 1);
     ui.answerNext(Answer::Yes);
     view.reject();
-    EXPECT_EQ(ConfigRecord::read(data.db()).text(QStringLiteral("DELIV_REPORT_MSG_BOT")), "Ice on the hill roads.");
+    EXPECT_EQ(ConfigRecord::read(data.db()).text(QStringLiteral("DELIV_REPORT_MSG_BOT")),
+              "Ice on the hill roads.");
 }

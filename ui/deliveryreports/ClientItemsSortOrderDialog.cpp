@@ -10,7 +10,8 @@
 
 namespace kb::ui {
 
-ClientItemsSortOrderDialog::ClientItemsSortOrderDialog(reports::TFormClientItemsSortOrder& presenter, QWidget* parent)
+ClientItemsSortOrderDialog::ClientItemsSortOrderDialog(reports::TFormClientItemsSortOrder& presenter,
+                                                       QWidget* parent)
     : QDialog(parent)
 {
     setWindowTitle(reports::TFormClientItemsSortOrder::caption());

@@ -14,13 +14,10 @@
 
 namespace kb::ui {
 
-DeliveryDietCriteriaDialog::DeliveryDietCriteriaDialog(reports::TFormDeliveryDietCriteria& presenter, QWidget* parent)
-    : QDialog(parent),
-      m_presenter(presenter),
-      m_diets(new QListWidget(this)),
-      m_match(new QButtonGroup(this)),
-      m_sort(new QComboBox(this)),
-      m_title(new QLineEdit(this))
+DeliveryDietCriteriaDialog::DeliveryDietCriteriaDialog(reports::TFormDeliveryDietCriteria& presenter,
+                                                       QWidget* parent)
+    : QDialog(parent), m_presenter(presenter), m_diets(new QListWidget(this)),
+      m_match(new QButtonGroup(this)), m_sort(new QComboBox(this)), m_title(new QLineEdit(this))
 {
     setWindowTitle(reports::TFormDeliveryDietCriteria::caption());
     for (int i = 0; i < int(m_presenter.diets().entries.size()); ++i) {
@@ -62,6 +59,9 @@ DeliveryDietCriteriaDialog::DeliveryDietCriteriaDialog(reports::TFormDeliveryDie
     showOk();
 }
 
-void DeliveryDietCriteriaDialog::showOk() { m_ok->setEnabled(m_presenter.okEnabled()); }
+void DeliveryDietCriteriaDialog::showOk()
+{
+    m_ok->setEnabled(m_presenter.okEnabled());
+}
 
 } // namespace kb::ui

@@ -33,9 +33,9 @@ void openDeliveryReportChoice(TDataModule1& data, UserInterface& ui, QWidget* pa
     });
     reports::TFormRepChoice presenter(context, output, questions, &preparation);
     presenter.FormShow();
-    if (runDate.isValid())
-        presenter.setDates(runDate, runDate);
-    RepChoiceView view(presenter, &data.userSettings(), [&] { openDeliveryReportMessages(data, ui, &view); }, parent);
+    if (runDate.isValid()) presenter.setDates(runDate, runDate);
+    RepChoiceView view(
+        presenter, &data.userSettings(), [&] { openDeliveryReportMessages(data, ui, &view); }, parent);
     questions.setParent(&view);
     view.exec();
 }

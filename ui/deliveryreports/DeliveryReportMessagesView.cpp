@@ -10,8 +10,10 @@
 
 namespace kb::ui {
 
-DeliveryReportMessagesView::DeliveryReportMessagesView(reports::TFormDeliveryReportMessages& presenter, QWidget* parent)
-    : QDialog(parent), m_presenter(presenter), m_top(new QPlainTextEdit(this)), m_bottom(new QPlainTextEdit(this))
+DeliveryReportMessagesView::DeliveryReportMessagesView(reports::TFormDeliveryReportMessages& presenter,
+                                                       QWidget* parent)
+    : QDialog(parent), m_presenter(presenter), m_top(new QPlainTextEdit(this)),
+      m_bottom(new QPlainTextEdit(this))
 {
     setWindowTitle(reports::TFormDeliveryReportMessages::caption());
     resize(620, 420);
@@ -29,7 +31,8 @@ DeliveryReportMessagesView::DeliveryReportMessagesView(reports::TFormDeliveryRep
     layout->addWidget(box(QStringLiteral("Bottom of Report"), m_bottom), 1);
     layout->addWidget(buttons);
     connect(m_top, &QPlainTextEdit::textChanged, this, [this] { m_presenter.setTop(m_top->toPlainText()); });
-    connect(m_bottom, &QPlainTextEdit::textChanged, this, [this] { m_presenter.setBottom(m_bottom->toPlainText()); });
+    connect(m_bottom, &QPlainTextEdit::textChanged, this,
+            [this] { m_presenter.setBottom(m_bottom->toPlainText()); });
     connect(buttons, &QDialogButtonBox::accepted, this, [this] {
         m_presenter.ok();
         accept();
@@ -51,8 +54,7 @@ void DeliveryReportMessagesView::closeEvent(QCloseEvent* event)
 void DeliveryReportMessagesView::reject()
 {
     // Escape and the window's close button: an unsaved change is asked about.
-    if (m_presenter.closeQuery())
-        QDialog::reject();
+    if (m_presenter.closeQuery()) QDialog::reject();
 }
 
 } // namespace kb::ui

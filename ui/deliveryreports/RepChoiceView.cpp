@@ -39,44 +39,39 @@ QDateEdit* dateEdit(QWidget* parent, bool clearable)
         edit->setMinimumDate(QDate(1899, 12, 30));
         edit->setSpecialValueText(QStringLiteral(" "));
     }
-    edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("12/28/2024, Wednesday")) + 48);
+    edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("12/28/2024, Wednesday")) +
+                          48);
     return edit;
 }
 
-QDate clearedOrDate(const QDate& date) { return date.isValid() ? date : QDate(1899, 12, 30); }
+QDate clearedOrDate(const QDate& date)
+{
+    return date.isValid() ? date : QDate(1899, 12, 30);
+}
 
 } // namespace
 
-RepChoiceView::RepChoiceView(TFormRepChoice& presenter, SettingsFile* settings, std::function<void()> editMessages,
-                             QWidget* parent)
-    : QDialog(parent),
-      m_presenter(presenter),
-      m_settings(settings),
-      m_editMessages(std::move(editMessages)),
-      m_reports(new QComboBox(this)),
-      m_screen(new QRadioButton(QStringLiteral("Screen"), this)),
+RepChoiceView::RepChoiceView(TFormRepChoice& presenter, SettingsFile* settings,
+                             std::function<void()> editMessages, QWidget* parent)
+    : QDialog(parent), m_presenter(presenter), m_settings(settings), m_editMessages(std::move(editMessages)),
+      m_reports(new QComboBox(this)), m_screen(new QRadioButton(QStringLiteral("Screen"), this)),
       m_printer(new QRadioButton(QStringLiteral("Printer and/or Export to a File"), this)),
-      m_pages(new QTabWidget(this)),
-      m_from(dateEdit(this, false)),
-      m_to(dateEdit(this, false)),
+      m_pages(new QTabWidget(this)), m_from(dateEdit(this, false)), m_to(dateEdit(this, false)),
       m_serviceGroup(new QGroupBox(QStringLiteral("Limit the report to specific services?"), this)),
-      m_services(new QListWidget(this)),
-      m_routeGroup(new QGroupBox(QStringLiteral("Route Selection"), this)),
+      m_services(new QListWidget(this)), m_routeGroup(new QGroupBox(QStringLiteral("Route Selection"), this)),
       m_byRoutes(new QRadioButton(QStringLiteral("Routes"), this)),
       m_byCenters(new QRadioButton(QStringLiteral("Distribution Centers"), this)),
       m_routes(new QListWidget(this)),
       m_selectAll(new QPushButton(QStringLiteral("&Select All Routes"), this)),
       m_deselectAll(new QPushButton(QStringLiteral("&DeSelect All Routes"), this)),
-      m_include(new QRadioButton(this)),
-      m_exclude(new QRadioButton(this)),
+      m_include(new QRadioButton(this)), m_exclude(new QRadioButton(this)),
       m_ok(new QPushButton(QStringLiteral("OK"), this)),
       m_cancel(new QPushButton(QStringLiteral("Cancel"), this))
 {
     setWindowTitle(TFormRepChoice::caption());
     setObjectName(QStringLiteral("FormRepChoice"));
     resize(820, 560);
-    if (m_settings)
-        restoreFormPosition(*this, *m_settings, objectName());
+    if (m_settings) restoreFormPosition(*this, *m_settings, objectName());
 
     // The report and the destination.
     auto* reportGroup = new QGroupBox(QStringLiteral("Daily Report Choice:"), this);
@@ -145,30 +140,24 @@ RepChoiceView::RepChoiceView(TFormRepChoice& presenter, SettingsFile* settings, 
 
     connect(m_reports, &QComboBox::currentIndexChanged, &m_presenter, &TFormRepChoice::setReportIndex);
     connect(m_screen, &QRadioButton::toggled, this, [this](bool on) {
-        if (on && !m_showing)
-            m_presenter.setDestination(ReportDestination::Screen);
+        if (on && !m_showing) m_presenter.setDestination(ReportDestination::Screen);
     });
     connect(m_printer, &QRadioButton::toggled, this, [this](bool on) {
-        if (on && !m_showing)
-            m_presenter.setDestination(ReportDestination::Printer);
+        if (on && !m_showing) m_presenter.setDestination(ReportDestination::Printer);
     });
     connect(m_pages, &QTabWidget::currentChanged, this, [this](int page) {
-        if (!m_showing)
-            m_presenter.setDatePage(page == 1 ? DatePage::NonContiguous : DatePage::Range);
+        if (!m_showing) m_presenter.setDatePage(page == 1 ? DatePage::NonContiguous : DatePage::Range);
     });
     connect(m_from, &QDateEdit::dateChanged, this, [this](const QDate& d) {
-        if (!m_showing)
-            m_presenter.setFrom(d);
+        if (!m_showing) m_presenter.setFrom(d);
     });
     connect(m_to, &QDateEdit::dateChanged, this, [this](const QDate& d) {
-        if (!m_showing)
-            m_presenter.setTo(d);
+        if (!m_showing) m_presenter.setTo(d);
     });
     for (int n = 0; n < 4; ++n) {
         QDateEdit* edit = m_dates[size_t(n)];
         connect(edit, &QDateEdit::dateChanged, this, [this, n, edit](const QDate& d) {
-            if (!m_showing)
-                m_presenter.setSeparateDate(n, d == edit->minimumDate() && n > 0 ? QDate() : d);
+            if (!m_showing) m_presenter.setSeparateDate(n, d == edit->minimumDate() && n > 0 ? QDate() : d);
         });
         edit->installEventFilter(this);
     }
@@ -177,20 +166,16 @@ RepChoiceView::RepChoiceView(TFormRepChoice& presenter, SettingsFile* settings, 
             m_presenter.setServiceChecked(m_services->row(item), item->checkState() == Qt::Checked);
     });
     connect(m_routes, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
-        if (!m_showing)
-            m_presenter.setRouteChecked(m_routes->row(item), item->checkState() == Qt::Checked);
+        if (!m_showing) m_presenter.setRouteChecked(m_routes->row(item), item->checkState() == Qt::Checked);
     });
     connect(m_byRoutes, &QRadioButton::toggled, this, [this](bool on) {
-        if (on && !m_showing)
-            m_presenter.setRouteKind(RouteListKind::Routes);
+        if (on && !m_showing) m_presenter.setRouteKind(RouteListKind::Routes);
     });
     connect(m_byCenters, &QRadioButton::toggled, this, [this](bool on) {
-        if (on && !m_showing)
-            m_presenter.setRouteKind(RouteListKind::DistributionCenters);
+        if (on && !m_showing) m_presenter.setRouteKind(RouteListKind::DistributionCenters);
     });
     connect(m_exclude, &QRadioButton::toggled, this, [this](bool on) {
-        if (!m_showing)
-            m_presenter.setExcludeRoutes(on);
+        if (!m_showing) m_presenter.setExcludeRoutes(on);
     });
     connect(m_selectAll, &QPushButton::clicked, &m_presenter, &TFormRepChoice::selectAllRoutes);
     connect(m_deselectAll, &QPushButton::clicked, &m_presenter, &TFormRepChoice::deselectAllRoutes);
@@ -213,8 +198,7 @@ void RepChoiceView::fillList(QListWidget* list, const QStringList& entries, cons
     }
     for (int i = 0; i < list->count(); ++i) {
         QListWidgetItem* item = list->item(i);
-        if (item->text() != entries[i])
-            item->setText(entries[i]);
+        if (item->text() != entries[i]) item->setText(entries[i]);
         item->setCheckState(i < int(checked.size()) && checked[size_t(i)] ? Qt::Checked : Qt::Unchecked);
     }
 }
@@ -241,8 +225,8 @@ void RepChoiceView::showState()
     m_exclude->setText(m_presenter.excludeCaption());
     (m_presenter.excludeRoutes() ? m_exclude : m_include)->setChecked(true);
     const bool limits = m_presenter.limitsEnabled() || m_presenter.reportIndex() < 0;
-    for (QWidget* w : std::initializer_list<QWidget*>{m_services, m_byRoutes, m_byCenters, m_routes, m_include,
-                                                      m_exclude, m_selectAll, m_deselectAll})
+    for (QWidget* w : std::initializer_list<QWidget*>{m_services, m_byRoutes, m_byCenters, m_routes,
+                                                      m_include, m_exclude, m_selectAll, m_deselectAll})
         w->setEnabled(limits);
     m_ok->setEnabled(m_presenter.buttonsEnabled());
     m_cancel->setEnabled(m_presenter.buttonsEnabled());
@@ -253,8 +237,7 @@ bool RepChoiceView::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::FocusIn) {
         for (int n = 1; n < 4; ++n) {
-            if (watched == m_dates[size_t(n)])
-                m_presenter.enterSeparateDate(n);
+            if (watched == m_dates[size_t(n)]) m_presenter.enterSeparateDate(n);
         }
     }
     return QDialog::eventFilter(watched, event);
@@ -264,8 +247,7 @@ void RepChoiceView::contextMenuEvent(QContextMenuEvent* event)
 {
     QMenu menu(this);
     menu.addAction(QStringLiteral("Edit Report Driver Messages"), this, [this] {
-        if (m_editMessages)
-            m_editMessages();
+        if (m_editMessages) m_editMessages();
     });
     menu.addAction(QStringLiteral("Close"), this, &QDialog::reject);
     menu.exec(event->globalPos());
@@ -273,8 +255,7 @@ void RepChoiceView::contextMenuEvent(QContextMenuEvent* event)
 
 void RepChoiceView::done(int result)
 {
-    if (m_settings)
-        saveFormPosition(*this, *m_settings, objectName());
+    if (m_settings) saveFormPosition(*this, *m_settings, objectName());
     m_presenter.FormClose();
     QDialog::done(result);
 }

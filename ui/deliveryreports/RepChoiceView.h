@@ -34,8 +34,8 @@ class RepChoiceView : public QDialog
 
 public:
     // editMessages opens the driver messages' window.
-    RepChoiceView(reports::TFormRepChoice& presenter, SettingsFile* settings, std::function<void()> editMessages,
-                  QWidget* parent = nullptr);
+    RepChoiceView(reports::TFormRepChoice& presenter, SettingsFile* settings,
+                  std::function<void()> editMessages, QWidget* parent = nullptr);
     ~RepChoiceView() override;
 
     QComboBox* reportList() const { return m_reports; }

@@ -22,8 +22,7 @@ void DeliveryKeys::fill(Database& db, const ResultSet& rows)
         const QVariant p = person >= 0 ? rows.value(r, person) : QVariant();
         const QVariant d = date >= 0 ? rows.value(r, date) : QVariant();
         const QString key = p.toString() + u'|' + d.toDate().toString(Qt::ISODate);
-        if (p.isNull() || seen.contains(key))
-            continue;
+        if (p.isNull() || seen.contains(key)) continue;
         seen.insert(key);
         keys.push_back({{QStringLiteral("Person_ID"), p},
                         {QStringLiteral("Deliv_Dt"), d},

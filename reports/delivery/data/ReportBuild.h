@@ -12,7 +12,7 @@ class Clock;
 class Database;
 class SettingsFile;
 class UserInterface;
-}
+} // namespace kb
 
 namespace kb::reports {
 
@@ -40,10 +40,12 @@ struct ReportBuild
 void addDateClause(ReportStatement& statement, const DeliveryReportChoices& choices, const QString& field);
 // The same clause on each of the fields, joined by " and ": what reports that
 // join MealCrdt apply to Deliveri and MealCrdt alike.
-void addDateClause(ReportStatement& statement, const DeliveryReportChoices& choices, const QStringList& fields);
+void addDateClause(ReportStatement& statement, const DeliveryReportChoices& choices,
+                   const QStringList& fields);
 // The separate dates of the Non-Contiguous page: " ( (field = :dDate1) "
 // " or (field = :dDate2) "... " ) ".
-void addSeparateDatesClause(ReportStatement& statement, const DeliveryReportChoices& choices, const QString& field);
+void addSeparateDatesClause(ReportStatement& statement, const DeliveryReportChoices& choices,
+                            const QString& field);
 
 // Builders of each report family; none when the user cancelled a question
 // the report asks first.

@@ -16,8 +16,7 @@ ReportData ReportData::forReport(int report, const QString& mainPipe)
 DataPipe* ReportData::pipe(const QString& name) const
 {
     for (const auto& p : pipes) {
-        if (p->name().compare(name, Qt::CaseInsensitive) == 0)
-            return p.get();
+        if (p->name().compare(name, Qt::CaseInsensitive) == 0) return p.get();
     }
     return nullptr;
 }
@@ -25,8 +24,7 @@ DataPipe* ReportData::pipe(const QString& name) const
 DataPipe& ReportData::mainData() const
 {
     DataPipe* p = pipe(mainPipe);
-    if (!p)
-        throw MessageError(QStringLiteral("The report has no data pipe named %1.").arg(mainPipe));
+    if (!p) throw MessageError(QStringLiteral("The report has no data pipe named %1.").arg(mainPipe));
     return *p;
 }
 
@@ -48,8 +46,7 @@ void ReportData::link(const QString& detail, const QString& master,
 {
     auto* d = dynamic_cast<RowsPipe*>(pipe(detail));
     DataPipe* m = pipe(master);
-    if (!d || !m)
-        throw MessageError(QStringLiteral("The report cannot link %1 to %2.").arg(detail, master));
+    if (!d || !m) throw MessageError(QStringLiteral("The report cannot link %1 to %2.").arg(detail, master));
     d->linkTo(*m, fields);
 }
 

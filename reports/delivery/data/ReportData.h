@@ -31,7 +31,8 @@ struct ReportData
     RowsPipe& addRows(const QString& name, std::shared_ptr<const ResultSet> rows);
     // Makes the pipe `detail` show the rows whose fields equal the current
     // row of `master`: pairs of (detail field, master field).
-    void link(const QString& detail, const QString& master, const std::vector<std::pair<QString, QString>>& fields);
+    void link(const QString& detail, const QString& master,
+              const std::vector<std::pair<QString, QString>>& fields);
 };
 
 } // namespace kb::reports

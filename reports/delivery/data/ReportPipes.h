@@ -20,7 +20,7 @@ QStringList columnNames(const QString& columns);
 void addClientDetails(ReportBuild& build, ReportData& data);
 // DBPipelineSpecialDiets: the special meal diets of the persons and dates of
 // ReportDeliveryKeys, following the main pipe by the fields given.
-void addSpecialDiets(ReportBuild& build, ReportData& data, const std::vector<std::pair<QString, QString>>& link);
-
+void addSpecialDiets(ReportBuild& build, ReportData& data,
+                     const std::vector<std::pair<QString, QString>>& link);
 
 } // namespace kb::reports

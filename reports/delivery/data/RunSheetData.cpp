@@ -2,10 +2,10 @@
 // order, with the client, the items, the alternate address and the counts
 // each route needs.
 
+#include "delivery/DeliveryReportList.h"
 #include "delivery/data/DeliveryKeys.h"
 #include "delivery/data/ReportBuild.h"
 #include "delivery/data/ReportPipes.h"
-#include "delivery/DeliveryReportList.h"
 
 #include "data/StatementPipe.h"
 #include "records/RecordServices.h"
@@ -41,27 +41,33 @@ void addClientsWithoutDelivery(ReportBuild& build, ReportStatement& s, const Con
     s << QStringLiteral(" Union Select Cast(:Deliv_Date as Date), ");
     s << u' ' + dayRouteExpression(day) + QStringLiteral("as Def_Rte, ") + dayStopExpression(day) +
              QStringLiteral(" as Def_Stop, ");
-    s << QStringLiteral(" Clients.Person_ID, Clients.Client_ID, Clients.Household_ID, Clients.Cross_Street, ");
+    s << QStringLiteral(
+        " Clients.Person_ID, Clients.Client_ID, Clients.Household_ID, Clients.Cross_Street, ");
     s << u'"' + day.toUpper() + u'"';
     s << QStringLiteral(", False, 999, :No_Delivery_Text, \"\", False, False, False ");
-    s << QStringLiteral(" from Clients where (Status = \"A\" or Status=\"S\" ) and Start_Dte <= :Deliv_Date ");
+    s << QStringLiteral(
+        " from Clients where (Status = \"A\" or Status=\"S\" ) and Start_Dte <= :Deliv_Date ");
     build.limits.AddServiceLimitation(s, QStringLiteral("Clients.Svcs_Used"));
     build.limits.AddRouteLimitation(s, dayRouteExpression(day));
-    s << QStringLiteral(" and Person_ID not in (Select Person_ID from Deliveri where Deliv_Dt = :Deliv_Date) ");
+    s << QStringLiteral(
+        " and Person_ID not in (Select Person_ID from Deliveri where Deliv_Dt = :Deliv_Date) ");
     s.bind(QStringLiteral("Deliv_Date"), date);
-    s.bind(QStringLiteral("No_Delivery_Text"),
-           QStringLiteral("          *** %1 ***").arg(label.isEmpty() ? QStringLiteral("No Delivery!") : label));
+    s.bind(
+        QStringLiteral("No_Delivery_Text"),
+        QStringLiteral("          *** %1 ***").arg(label.isEmpty() ? QStringLiteral("No Delivery!") : label));
 }
 
 ReportStatement deliveriesStatement(ReportBuild& build, const ConfigRecord& config)
 {
     const bool separate = build.choices.page == DatePage::NonContiguous;
     ReportStatement s;
-    s << QStringLiteral("Select Distinct Deliveri.Deliv_Dt, Deliveri.Route_ID, Deliveri.Stop, Deliveri.Person_ID, "
-                        "Deliveri.Client_ID, Clients.Household_ID, Clients.Cross_Street, ");
-    s << QStringLiteral("       Deliveri.DOW, Deliveri.Address_Overridden, Deliveri.Diet_Restr, Deliveri.Diet_Descr, "
-                        "Deliveri.Funding_Desc, Deliveri.Label_Created, Deliveri.Label2_Created, "
-                        "Deliveri.Label3_Created");
+    s << QStringLiteral(
+        "Select Distinct Deliveri.Deliv_Dt, Deliveri.Route_ID, Deliveri.Stop, Deliveri.Person_ID, "
+        "Deliveri.Client_ID, Clients.Household_ID, Clients.Cross_Street, ");
+    s << QStringLiteral(
+        "       Deliveri.DOW, Deliveri.Address_Overridden, Deliveri.Diet_Restr, Deliveri.Diet_Descr, "
+        "Deliveri.Funding_Desc, Deliveri.Label_Created, Deliveri.Label2_Created, "
+        "Deliveri.Label3_Created");
     s << QStringLiteral(" from Deliveri join Clients on Deliveri.Person_ID = Clients.Person_ID");
     if (separate) {
         s << QStringLiteral(" where ");
@@ -88,8 +94,9 @@ void addDeliveryDetails(ReportBuild& build, ReportData& data, const ConfigRecord
                         "MealCrdt.Deliv_Dt, MealCrdt.Person_ID, Items.Meal ");
     s << QStringLiteral(" from MealCrdt join Items on MealCrdt.Item_ID = Items.Item_ID ");
     s << QStringLiteral("               join Services on MealCrdt.Service_ID = Services.Service_ID ");
-    s << QStringLiteral("               join Memory ReportDeliveryKeys Keys on (MealCrdt.Deliv_Dt = Keys.Deliv_Dt "
-                        "and MealCrdt.Person_ID = Keys.Person_ID) ");
+    s << QStringLiteral(
+        "               join Memory ReportDeliveryKeys Keys on (MealCrdt.Deliv_Dt = Keys.Deliv_Dt "
+        "and MealCrdt.Person_ID = Keys.Person_ID) ");
     s << QStringLiteral(" where  MealCrdt.Item_ID is not null ");
     if (config.text(QStringLiteral("DELIV_REPORT_SHOW_ITEMS")) == QLatin1String("M"))
         build.limits.AddMealItemLimitation(s, QStringLiteral("Items.Meal"));
@@ -104,14 +111,16 @@ void addDeliveryDetails(ReportBuild& build, ReportData& data, const ConfigRecord
 void addDeliveryCounts(ReportBuild& build, ReportData& data, const ConfigRecord& config)
 {
     const QString show = config.text(QStringLiteral("DELIV_REPORT_SHOW_COUNTS"));
-    const QString selection = show == QLatin1String("T") || show == QLatin1String("B")
-                                  ? GetSQLStatement(build.db, QStringLiteral("DELIVERY_REPORT_COUNTS_SELECTION"))
-                                  : QString();
+    const QString selection =
+        show == QLatin1String("T") || show == QLatin1String("B")
+            ? GetSQLStatement(build.db, QStringLiteral("DELIVERY_REPORT_COUNTS_SELECTION"))
+            : QString();
     if (selection.trimmed().isEmpty()) {
         // The columns of the selection the templates expect, without rows.
         data.addRows(QStringLiteral("DBPipelineDeliveryCounts"),
-                     emptyRows({QStringLiteral("SVCS_USED"), QStringLiteral("SERVICE_DESC"), QStringLiteral("CLIENT_ID"),
-                                QStringLiteral("DIET_RESTR"), QStringLiteral("DIET_DESCR"), QStringLiteral("STOP")}));
+                     emptyRows({QStringLiteral("SVCS_USED"), QStringLiteral("SERVICE_DESC"),
+                                QStringLiteral("CLIENT_ID"), QStringLiteral("DIET_RESTR"),
+                                QStringLiteral("DIET_DESCR"), QStringLiteral("STOP")}));
         return;
     }
     ReportStatement s;
@@ -138,8 +147,8 @@ void addAddressOverrides(ReportBuild& build, ReportData& data, const ConfigRecor
         "address_overrides.Directions");
     if (!config.flag(QStringLiteral("ENABLE_ALTERNATE_ADDRESSES"))) {
         data.addRows(QStringLiteral("DBPipeline1"),
-                     emptyRows({QStringLiteral("Person_ID"), QStringLiteral("Deliv_Dt"), QStringLiteral("RecordID"),
-                                QStringLiteral("Override_Type")}));
+                     emptyRows({QStringLiteral("Person_ID"), QStringLiteral("Deliv_Dt"),
+                                QStringLiteral("RecordID"), QStringLiteral("Override_Type")}));
         data.addRows(QStringLiteral("DBPipelineAddressOverRides"), emptyRows(columnNames(detailColumns)));
         return;
     }
@@ -147,14 +156,18 @@ void addAddressOverrides(ReportBuild& build, ReportData& data, const ConfigRecor
     // row of a delivery is the address that applies.
     const QString select = QStringLiteral(
         "Select Keys.Person_ID, Keys.Deliv_Dt, Address_Overrides.RecordID, Address_Overrides.Override_Type "
-        "from Address_Overrides join Memory ReportDeliveryKeys Keys on Address_Overrides.Person_ID = Keys.Person_ID ");
-    const QString inPeriod = QStringLiteral(
-        " and Address_Overrides.Effective_Date <= Keys.Deliv_Dt and (Address_Overrides.Expire_Date >= Keys.Deliv_Dt "
-        "or Address_Overrides.Expire_Date is null) ");
+        "from Address_Overrides join Memory ReportDeliveryKeys Keys on Address_Overrides.Person_ID = "
+        "Keys.Person_ID ");
+    const QString inPeriod = QStringLiteral(" and Address_Overrides.Effective_Date <= Keys.Deliv_Dt and "
+                                            "(Address_Overrides.Expire_Date >= Keys.Deliv_Dt "
+                                            "or Address_Overrides.Expire_Date is null) ");
     const QString text =
-        select + QStringLiteral("where Address_Overrides.Override_Type = 'D' and Address_Overrides.Deliv_Date = Keys.Deliv_Dt ") +
-        QStringLiteral(" Union ") + select + QStringLiteral("where Address_Overrides.Override_Type = 'T' ") + inPeriod +
-        QStringLiteral(" Union ") + select + QStringLiteral("where Address_Overrides.Override_Type = 'O' ") + inPeriod +
+        select +
+        QStringLiteral(
+            "where Address_Overrides.Override_Type = 'D' and Address_Overrides.Deliv_Date = Keys.Deliv_Dt ") +
+        QStringLiteral(" Union ") + select + QStringLiteral("where Address_Overrides.Override_Type = 'T' ") +
+        inPeriod + QStringLiteral(" Union ") + select +
+        QStringLiteral("where Address_Overrides.Override_Type = 'O' ") + inPeriod +
         QStringLiteral(" and Upper(Address_Overrides.DOW) = Upper(Keys.DOW) ") +
         QStringLiteral(" order by Override_Type, RecordID");
     build.addQuery(data, QStringLiteral("DBPipeline1"), text);
@@ -174,36 +187,43 @@ void addAddressOverrides(ReportBuild& build, ReportData& data, const ConfigRecor
 std::optional<ReportData> buildRunSheets(ReportBuild& build)
 {
     const ConfigRecord config = ConfigRecord::read(build.db);
-    ReportData data = ReportData::forReport(int(DeliveryReport::DailyRunSheets), QStringLiteral("DBPipelineDeliveries"));
+    ReportData data =
+        ReportData::forReport(int(DeliveryReport::DailyRunSheets), QStringLiteral("DBPipelineDeliveries"));
     RowsPipe& deliveries = build.addQuery(data, data.mainPipe, deliveriesStatement(build, config));
     DeliveryKeys::fill(build.db, deliveries.allRows());
 
     addClientDetails(build, data);
     build.addQuery(data, QStringLiteral("DBPipelineRoutes"), QStringLiteral("select * from routes"));
-    data.link(QStringLiteral("DBPipelineRoutes"), data.mainPipe, {{QStringLiteral("Route_ID"), QStringLiteral("Route_ID")}});
+    data.link(QStringLiteral("DBPipelineRoutes"), data.mainPipe,
+              {{QStringLiteral("Route_ID"), QStringLiteral("Route_ID")}});
     addDeliveryDetails(build, data, config);
     addDeliveryCounts(build, data, config);
 
     ReportStatement stops;
-    stops << QStringLiteral("Select Distinct Deliv_Dt, Route_ID, Round( Stop ) as Counter from Deliveri where ");
+    stops << QStringLiteral(
+        "Select Distinct Deliv_Dt, Route_ID, Round( Stop ) as Counter from Deliveri where ");
     if (build.choices.page == DatePage::NonContiguous)
         addSeparateDatesClause(stops, build.choices, QStringLiteral("Deliv_Dt"));
     else
         addDateClause(stops, build.choices, QStringLiteral("Deliv_Dt"));
     build.addQuery(data, QStringLiteral("DBPipelineDeliveryStopsCount"), stops);
     data.link(QStringLiteral("DBPipelineDeliveryStopsCount"), data.mainPipe,
-              {{QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")}, {QStringLiteral("Route_ID"), QStringLiteral("Route_ID")}});
+              {{QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")},
+               {QStringLiteral("Route_ID"), QStringLiteral("Route_ID")}});
 
-    build.addQuery(data, QStringLiteral("DBPipelineCustomItemsFlag"),
-                   QStringLiteral("select Keys.Deliv_Dt, Keys.Person_ID, Count( custom_items ) as CustomCount "
-                                  "from deliveri join Memory ReportDeliveryKeys Keys on (deliveri.Deliv_Dt = "
-                                  "Keys.Deliv_Dt and deliveri.Person_ID = Keys.Person_ID) where deliveri.custom_items "
-                                  "group by Keys.Deliv_Dt, Keys.Person_ID"));
+    build.addQuery(
+        data, QStringLiteral("DBPipelineCustomItemsFlag"),
+        QStringLiteral("select Keys.Deliv_Dt, Keys.Person_ID, Count( custom_items ) as CustomCount "
+                       "from deliveri join Memory ReportDeliveryKeys Keys on (deliveri.Deliv_Dt = "
+                       "Keys.Deliv_Dt and deliveri.Person_ID = Keys.Person_ID) where deliveri.custom_items "
+                       "group by Keys.Deliv_Dt, Keys.Person_ID"));
     data.link(QStringLiteral("DBPipelineCustomItemsFlag"), data.mainPipe,
-              {{QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")}, {QStringLiteral("Person_ID"), QStringLiteral("Person_ID")}});
+              {{QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")},
+               {QStringLiteral("Person_ID"), QStringLiteral("Person_ID")}});
 
     addSpecialDiets(build, data,
-                    {{QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")}, {QStringLiteral("Person_ID"), QStringLiteral("Person_ID")}});
+                    {{QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")},
+                     {QStringLiteral("Person_ID"), QStringLiteral("Person_ID")}});
 
     addAddressOverrides(build, data, config);
     return data;

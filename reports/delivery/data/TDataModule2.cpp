@@ -18,8 +18,9 @@ ReportParameterRow TDataModule2::periodOf(const DeliveryReportChoices& choices)
     return row;
 }
 
-std::optional<ReportData> TDataModule2::build(const DeliveryReportChoices& choices, ReportQuestions& questions,
-                                              UserInterface& ui, SettingsFile* settings)
+std::optional<ReportData> TDataModule2::build(const DeliveryReportChoices& choices,
+                                              ReportQuestions& questions, UserInterface& ui,
+                                              SettingsFile* settings)
 {
     ReportParameterRow row = periodOf(choices);
     ReportLimits limits(m_db, choices, row);
@@ -71,10 +72,10 @@ std::optional<ReportData> TDataModule2::build(const DeliveryReportChoices& choic
         data = buildBarCodeListing(build);
         break;
     default:
-        throw MessageError(QStringLiteral("The report \"%1\" has no data of its own here.").arg(DeliveryReports::name(index)));
+        throw MessageError(QStringLiteral("The report \"%1\" has no data of its own here.")
+                               .arg(DeliveryReports::name(index)));
     }
-    if (data)
-        addCommonPipes(*data, row);
+    if (data) addCommonPipes(*data, row);
     return data;
 }
 

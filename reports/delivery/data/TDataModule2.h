@@ -11,7 +11,7 @@ class Clock;
 class Database;
 class SettingsFile;
 class UserInterface;
-}
+} // namespace kb
 
 namespace kb::reports {
 

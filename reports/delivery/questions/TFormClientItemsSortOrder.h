@@ -18,7 +18,10 @@ public:
     static QString caption() { return QStringLiteral("Client Items Sort Order"); }
     static QString prompt() { return QStringLiteral("Select a sort order for the report"); }
     static QString section() { return QStringLiteral("ClientItemsSortOrder"); }
-    static QStringList sortOrders() { return {QStringLiteral("by Client Name"), QStringLiteral("by Service then Client Name")}; }
+    static QStringList sortOrders()
+    {
+        return {QStringLiteral("by Client Name"), QStringLiteral("by Service then Client Name")};
+    }
 
     explicit TFormClientItemsSortOrder(SettingsFile* settings);
     ~TFormClientItemsSortOrder();

@@ -7,13 +7,15 @@ namespace kb::reports {
 
 QStringList TFormDeliveryDietCriteria::sortOrders()
 {
-    return {QStringLiteral("Route / Stop"), QStringLiteral("Last Name, First Name"), QStringLiteral("Client ID"),
-            QStringLiteral("Diet Description")};
+    return {QStringLiteral("Route / Stop"), QStringLiteral("Last Name, First Name"),
+            QStringLiteral("Client ID"), QStringLiteral("Diet Description")};
 }
 
-TFormDeliveryDietCriteria::TFormDeliveryDietCriteria(Database& db, SettingsFile* settings) : m_settings(settings)
+TFormDeliveryDietCriteria::TFormDeliveryDietCriteria(Database& db, SettingsFile* settings)
+    : m_settings(settings)
 {
-    const ResultSet diets = db.execute(QStringLiteral("Select DIET_DESC, DIET_CODE from Diet order by DIET_ID"));
+    const ResultSet diets =
+        db.execute(QStringLiteral("Select DIET_DESC, DIET_CODE from Diet order by DIET_ID"));
     QStringList entries;
     for (qsizetype r = 0; r < diets.rowCount(); ++r) {
         m_descriptions << diets.value(r, 0).toString();
@@ -30,10 +32,10 @@ TFormDeliveryDietCriteria::TFormDeliveryDietCriteria(Database& db, SettingsFile*
 
 TFormDeliveryDietCriteria::~TFormDeliveryDietCriteria()
 {
-    if (!m_settings)
-        return;
+    if (!m_settings) return;
     m_settings->writeInteger(section(), QStringLiteral("SortOrder"), m_sortOrder);
-    m_settings->writeString(section(), QStringLiteral("AnyOrAll"), m_matchAll ? QStringLiteral("All") : QStringLiteral("Any"));
+    m_settings->writeString(section(), QStringLiteral("AnyOrAll"),
+                            m_matchAll ? QStringLiteral("All") : QStringLiteral("Any"));
 }
 
 void TFormDeliveryDietCriteria::setSortOrder(int index)
@@ -56,11 +58,9 @@ QString TFormDeliveryDietCriteria::reportTitle() const
 {
     QString title;
     for (int i = 0; i < int(m_descriptions.size()); ++i) {
-        if (m_diets.isChecked(i))
-            title += m_descriptions[i] + u' ';
+        if (m_diets.isChecked(i)) title += m_descriptions[i] + u' ';
     }
-    if (!m_matchAll && m_diets.checkedCount() > 1)
-        title.prepend(QStringLiteral("One or more of: "));
+    if (!m_matchAll && m_diets.checkedCount() > 1) title.prepend(QStringLiteral("One or more of: "));
     return title;
 }
 

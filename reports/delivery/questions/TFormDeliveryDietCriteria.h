@@ -8,7 +8,7 @@
 namespace kb {
 class Database;
 class SettingsFile;
-}
+} // namespace kb
 
 namespace kb::reports {
 

@@ -7,9 +7,11 @@ namespace kb::reports {
 
 TFormItemLimitation::TFormItemLimitation(Database& db)
 {
-    const ResultSet items = db.execute(QStringLiteral("Select Meal_Item, Item_ID from Items order by Meal_Item"));
+    const ResultSet items =
+        db.execute(QStringLiteral("Select Meal_Item, Item_ID from Items order by Meal_Item"));
     for (qsizetype r = 0; r < items.rowCount(); ++r)
-        m_entries << items.value(r, 0).toString() + QStringLiteral(" [") + items.value(r, 1).toString() + u']';
+        m_entries << items.value(r, 0).toString() + QStringLiteral(" [") + items.value(r, 1).toString() +
+                         u']';
 }
 
 bool TFormItemLimitation::chooseItem(int itemId)
@@ -25,8 +27,7 @@ bool TFormItemLimitation::chooseItem(int itemId)
 
 std::optional<int> TFormItemLimitation::itemId() const
 {
-    if (m_choice < 0)
-        return std::nullopt;
+    if (m_choice < 0) return std::nullopt;
     return ReportLimits::ExtractServiceID(m_entries[m_choice]);
 }
 

@@ -37,10 +37,14 @@ std::ostream& operator<<(std::ostream& out, const GoldenCase& c)
     return out << DeliveryReports::name(c.report).toStdString() << c.variant.toStdString();
 }
 
-QStringList wednesdayOnly() { return {QStringLiteral("--from"), QStringLiteral("2024-03-06")}; }
+QStringList wednesdayOnly()
+{
+    return {QStringLiteral("--from"), QStringLiteral("2024-03-06")};
+}
 QStringList bothDays()
 {
-    return {QStringLiteral("--from"), QStringLiteral("2024-03-06"), QStringLiteral("--to"), QStringLiteral("2024-03-07")};
+    return {QStringLiteral("--from"), QStringLiteral("2024-03-06"), QStringLiteral("--to"),
+            QStringLiteral("2024-03-07")};
 }
 
 std::vector<GoldenCase> cases()
@@ -69,10 +73,12 @@ std::vector<GoldenCase> cases()
         }
         list.push_back(c);
     }
-    list.push_back({int(DeliveryReport::DailyRunSheets), QStringLiteral("-all-clients-counts-barcodes"), wednesdayOnly()});
-    list.push_back({int(DeliveryReport::DailyRunSheets), QStringLiteral("-separate-dates"),
-                    {QStringLiteral("--dates"), QStringLiteral("2024-03-06,2024-03-07"), QStringLiteral("--routes"),
-                     QStringLiteral("N2,S1")}});
+    list.push_back({int(DeliveryReport::DailyRunSheets), QStringLiteral("-all-clients-counts-barcodes"),
+                    wednesdayOnly()});
+    list.push_back({int(DeliveryReport::DailyRunSheets),
+                    QStringLiteral("-separate-dates"),
+                    {QStringLiteral("--dates"), QStringLiteral("2024-03-06,2024-03-07"),
+                     QStringLiteral("--routes"), QStringLiteral("N2,S1")}});
     return list;
 }
 
@@ -100,21 +106,25 @@ TEST_P(DeliveryGolden, PrintsAsTheGoldenText)
     if (c.variant.startsWith(QLatin1String("-all-clients"))) {
         data.db().execute(QStringLiteral(
             "Update Config set Include_All_Active_Clients = True, DELIV_REPORT_SHOW_COUNTS = 'T', "
-            "DELIV_REPORT_SHOW_BARCODES = True, DELIV_REPORT_SHOW_ITEMS = 'D', NO_DELIVERY_LABEL = 'Call first', "
+            "DELIV_REPORT_SHOW_BARCODES = True, DELIV_REPORT_SHOW_ITEMS = 'D', NO_DELIVERY_LABEL = 'Call "
+            "first', "
             "SPECIAL1_LABEL = 'Sugar free'"));
         data.db().execute(QStringLiteral(
             "Insert into Queries (Query_Name, Query_Lines) values ('DELIVERY_REPORT_COUNTS_SELECTION', "
             "'SELECT Deliveri.SVCS_USED, Services.SERVICE_DESC, Deliveri.CLIENT_ID, Deliveri.DIET_RESTR, "
             "Deliveri.DIET_DESCR, Deliveri.STOP FROM Deliveri join Services ON (Services.SERVICE_ID = "
-            "Deliveri.SVCS_USED) WHERE ( Deliveri.DELIV_DT = :Deliv_Dt ) and (Deliveri.Route_ID = :Route_ID)')"));
-        data.db().execute(QStringLiteral("Insert into Queries (Query_Name, Query_Lines) values "
-                                         "('DELIVERY_REPORT_COUNTS_SORT', 'ORDER BY Deliveri.SVCS_USED, Deliveri.DIET_DESCR')"));
+            "Deliveri.SVCS_USED) WHERE ( Deliveri.DELIV_DT = :Deliv_Dt ) and (Deliveri.Route_ID = "
+            ":Route_ID)')"));
+        data.db().execute(QStringLiteral(
+            "Insert into Queries (Query_Name, Query_Lines) values "
+            "('DELIVERY_REPORT_COUNTS_SORT', 'ORDER BY Deliveri.SVCS_USED, Deliveri.DIET_DESCR')"));
     }
     const QString file = QFileInfo(DeliveryReports::templateFile(c.report)).completeBaseName() + c.variant;
     const QString pdf = out.filePath(file + QStringLiteral(".pdf"));
     QStringList args = data.commandLocation();
-    args << QStringLiteral("--today") << QStringLiteral("2024-03-06") << QStringLiteral("--user") << QStringLiteral("pat")
-         << QStringLiteral("report") << QString::number(c.report) << c.options << QStringLiteral("--pdf") << pdf;
+    args << QStringLiteral("--today") << QStringLiteral("2024-03-06") << QStringLiteral("--user")
+         << QStringLiteral("pat") << QStringLiteral("report") << QString::number(c.report) << c.options
+         << QStringLiteral("--pdf") << pdf;
     const CommandResult run = runKettlebrook(args);
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
 
@@ -124,8 +134,10 @@ TEST_P(DeliveryGolden, PrintsAsTheGoldenText)
         QFile::remove(QDir(samples).filePath(file + QStringLiteral(".pdf")));
         QFile::copy(pdf, QDir(samples).filePath(file + QStringLiteral(".pdf")));
     }
-    const QString text = runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
-    const QString goldenPath = reportTestData(QStringLiteral("delivery/") + file + QStringLiteral(".golden.txt"));
+    const QString text =
+        runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    const QString goldenPath =
+        reportTestData(QStringLiteral("delivery/") + file + QStringLiteral(".golden.txt"));
     if (qEnvironmentVariable("KB_UPDATE_GOLDEN") == QLatin1String("1")) {
         QFile golden(goldenPath);
         ASSERT_TRUE(golden.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -141,6 +153,7 @@ TEST_P(DeliveryGolden, PrintsAsTheGoldenText)
 }
 
 INSTANTIATE_TEST_SUITE_P(Reports, DeliveryGolden, ::testing::ValuesIn(cases()), [](const auto& info) {
-    QString name = QFileInfo(DeliveryReports::templateFile(info.param.report)).completeBaseName() + info.param.variant;
+    QString name =
+        QFileInfo(DeliveryReports::templateFile(info.param.report)).completeBaseName() + info.param.variant;
     return name.replace(u'-', u'_').toStdString();
 });

@@ -41,8 +41,7 @@ protected:
     {
         TDataModule2 module(db(), store->clock());
         std::optional<ReportData> built = module.build(c, questions, ui, nullptr);
-        if (!built)
-            throw std::runtime_error("the report was cancelled");
+        if (!built) throw std::runtime_error("the report was cancelled");
         return std::move(*built);
     }
 
@@ -63,8 +62,10 @@ protected:
     {
         DataPipe& p = *report.pipe(QStringLiteral("DBPipelineReportParameters"));
         p.seek(0);
-        return {p.value(QStringView(u"Period_Beginning")).toString(), p.value(QStringView(u"Period_Ending")).toString(),
-                p.value(QStringView(u"Restrictions1")).toString(), p.value(QStringView(u"Restrictions2")).toString()};
+        return {p.value(QStringView(u"Period_Beginning")).toString(),
+                p.value(QStringView(u"Period_Ending")).toString(),
+                p.value(QStringView(u"Restrictions1")).toString(),
+                p.value(QStringView(u"Restrictions2")).toString()};
     }
 
     std::unique_ptr<TempDataDir> store;
@@ -81,8 +82,7 @@ TEST_P(DeliveryReportData, EveryFixedReportBuildsOnTheSavedRun)
         return true;
     };
     for (int index = 0; index < DeliveryReports::fixedCount; ++index) {
-        if (DeliveryReports::isLabel(index))
-            continue;
+        if (DeliveryReports::isLabel(index)) continue;
         SCOPED_TRACE(DeliveryReports::name(index).toStdString());
         ReportData report = run(choicesFor(db(), index, wednesday, thursday));
         EXPECT_EQ(report.templateFile, DeliveryReports::templateFile(index));
@@ -91,7 +91,6 @@ TEST_P(DeliveryReportData, EveryFixedReportBuildsOnTheSavedRun)
         EXPECT_GT(report.mainData().rowCount(), 0);
     }
 }
-
 
 TEST_P(DeliveryReportData, RunSheetsInStopOrderWithTheirDetails)
 {
@@ -173,19 +172,22 @@ TEST_P(DeliveryReportData, RunSheetsAddTheActiveClientsWithoutADelivery)
         d.seek(r);
         rows << QStringLiteral("%1 %2 %3 %4 %5")
                     .arg(d.value(QStringView(u"Deliv_Dt")).toDate().toString(Qt::ISODate),
-                         d.value(QStringView(u"Route_ID")).toString(), d.value(QStringView(u"Stop")).toString(),
-                         d.value(QStringView(u"Person_ID")).toString(), d.value(QStringView(u"Diet_Restr")).toString());
+                         d.value(QStringView(u"Route_ID")).toString(),
+                         d.value(QStringView(u"Stop")).toString(),
+                         d.value(QStringView(u"Person_ID")).toString(),
+                         d.value(QStringView(u"Diet_Restr")).toString());
     }
     EXPECT_EQ(rows, QStringList({"2024-03-06 E1 1 109 0", "2024-03-06 N1 1 101 999", "2024-03-06 N1 2 102 1",
-                                 "2024-03-06 N1 2 103 0", "2024-03-06 N2 1 104 3", "2024-03-06 O'B1 1 108 999",
-                                 "2024-03-06 S1 1 106 0", "2024-03-06 S1 2 107 999", "2024-03-06 S1 3 105 4",
-                                 "2024-03-07 N1 1 101 0", "2024-03-07 N2 1 104 3", "2024-03-07 N2 2 105 4",
-                                 "2024-03-07 S1 1 106 0"}));
+                                 "2024-03-06 N1 2 103 0", "2024-03-06 N2 1 104 3",
+                                 "2024-03-06 O'B1 1 108 999", "2024-03-06 S1 1 106 0",
+                                 "2024-03-06 S1 2 107 999", "2024-03-06 S1 3 105 4", "2024-03-07 N1 1 101 0",
+                                 "2024-03-07 N2 1 104 3", "2024-03-07 N2 2 105 4", "2024-03-07 S1 1 106 0"}));
     d.seek(1);
     EXPECT_EQ(d.value(QStringView(u"Diet_Descr")).toString(), "          *** No Delivery! ***");
     EXPECT_EQ(d.value(QStringView(u"DOW")).toString(), "WED");
     EXPECT_FALSE(d.value(QStringView(u"Address_Overridden")).toBool());
-    EXPECT_EQ(sheet.pipe(QStringLiteral("DBPipelineClients"))->value(QStringView(u"Last_Name")).toString(), "Abbott");
+    EXPECT_EQ(sheet.pipe(QStringLiteral("DBPipelineClients"))->value(QStringView(u"Last_Name")).toString(),
+              "Abbott");
 
     // The agency's own label; a route limit tests the weekday's route, and a
     // client who starts later gets no row.
@@ -254,7 +256,8 @@ TEST_P(DeliveryReportData, LimitsNarrowTheRowsAndSayWhatTheyDid)
     EXPECT_EQ(column(south, QStringLiteral("client_id")), QStringList({"106", "105"}));
     EXPECT_EQ(parameters(south)[3], "Centers: SOUTH");
     c.excludeRoutes = true;
-    EXPECT_EQ(column(run(c), QStringLiteral("client_id")), QStringList({"ORG1", "101", "102.1", "102.0", "104"}));
+    EXPECT_EQ(column(run(c), QStringLiteral("client_id")),
+              QStringList({"ORG1", "101", "102.1", "102.0", "104"}));
     c.routes.setAll(false);
     c.routes.setChecked(2, true);
     EXPECT_EQ(run(c).mainData().rowCount(), 0);
@@ -272,19 +275,21 @@ TEST_P(DeliveryReportData, ClientCountsInTheirThreeOrders)
         DataPipe& p = counts.mainData();
         for (qsizetype r = 0; r < p.rowCount(); ++r) {
             p.seek(r);
-            list << p.value(QStringView(u"svcs_used")).toString() + u'/' + p.value(QStringView(u"route_id")).toString() +
-                        u'/' + p.value(QStringView(u"diet_descr")).toString() + u'/' +
+            list << p.value(QStringView(u"svcs_used")).toString() + u'/' +
+                        p.value(QStringView(u"route_id")).toString() + u'/' +
+                        p.value(QStringView(u"diet_descr")).toString() + u'/' +
                         p.value(QStringView(u"client_id")).toString();
         }
         return list;
     };
     const QStringList byServiceRouteDiet = rows(DeliveryReport::ClientCountRouteDiet);
     ASSERT_EQ(byServiceRouteDiet.size(), 7);
-    EXPECT_EQ(byServiceRouteDiet.mid(0, 4), QStringList({"1/E1//ORG1", "1/N1//101", "1/N1//102.1", "1/N1/DIAB/102.0"}));
+    EXPECT_EQ(byServiceRouteDiet.mid(0, 4),
+              QStringList({"1/E1//ORG1", "1/N1//101", "1/N1//102.1", "1/N1/DIAB/102.0"}));
     EXPECT_EQ(byServiceRouteDiet.last(), "2/N2/DIAB / LS/104");
     const QStringList byServiceDietRoute = rows(DeliveryReport::ClientCountDietRoute);
-    EXPECT_EQ(byServiceDietRoute, QStringList({"1/E1//ORG1", "1/N1//101", "1/N1//102.1", "1/S1//106", "1/N1/DIAB/102.0",
-                                               "1/S1/REN/105", "2/N2/DIAB / LS/104"}));
+    EXPECT_EQ(byServiceDietRoute, QStringList({"1/E1//ORG1", "1/N1//101", "1/N1//102.1", "1/S1//106",
+                                               "1/N1/DIAB/102.0", "1/S1/REN/105", "2/N2/DIAB / LS/104"}));
     EXPECT_EQ(rows(DeliveryReport::ClientCountRouteServiceDiet),
               QStringList({"1/E1//ORG1", "1/N1//101", "1/N1//102.1", "1/N1/DIAB/102.0", "2/N2/DIAB / LS/104",
                            "1/S1//106", "1/S1/REN/105"}));
@@ -299,15 +304,18 @@ TEST_P(DeliveryReportData, ItemCountsSumByCenterRouteAndDiet)
         p.seek(r);
         lines << QStringLiteral("%1 %2 %3 %4 %5 = %6")
                      .arg(p.value(QStringView(u"DELIV_DT")).toDate().toString(QStringLiteral("ddd")),
-                          p.value(QStringView(u"LOCATION")).toString(), p.value(QStringView(u"ROUTE_ID")).toString(),
-                          p.value(QStringView(u"MEAL_ITEM")).toString(), p.value(QStringView(u"DIET_DESCR")).toString(),
+                          p.value(QStringView(u"LOCATION")).toString(),
+                          p.value(QStringView(u"ROUTE_ID")).toString(),
+                          p.value(QStringView(u"MEAL_ITEM")).toString(),
+                          p.value(QStringView(u"DIET_DESCR")).toString(),
                           p.value(QStringView(u"Quantity")).toString());
     }
     // A route without a center still counts (its center is empty).
-    EXPECT_EQ(lines.mid(0, 6), QStringList({"Wed  E1 Chicken Dinner  = 10", "Wed North Kitchen N1 Chicken Dinner  = 1",
-                                            "Wed North Kitchen N1 Chicken Dinner DIAB = 1",
-                                            "Wed North Kitchen N1 Fruit Cup DIAB = 1", "Wed North Kitchen N1 Milk 1%  = 2",
-                                            "Wed North Kitchen N1 Vegetable Lasagna  = 1"}));
+    EXPECT_EQ(lines.mid(0, 6),
+              QStringList({"Wed  E1 Chicken Dinner  = 10", "Wed North Kitchen N1 Chicken Dinner  = 1",
+                           "Wed North Kitchen N1 Chicken Dinner DIAB = 1",
+                           "Wed North Kitchen N1 Fruit Cup DIAB = 1", "Wed North Kitchen N1 Milk 1%  = 2",
+                           "Wed North Kitchen N1 Vegetable Lasagna  = 1"}));
     EXPECT_EQ(lines.size(), 13);
 
     ReportData byItem = run(choices(DeliveryReport::ItemCountItemDietCenterRouteService, wednesday));
@@ -317,7 +325,8 @@ TEST_P(DeliveryReportData, ItemCountsSumByCenterRouteAndDiet)
     // The crosstab form keeps every item line.
     ReportData lines10 = run(choices(DeliveryReport::ItemCountCenterRouteServiceDietCrosstab, wednesday));
     EXPECT_EQ(lines10.mainData().rowCount(), 10);
-    EXPECT_EQ(column(run(choices(DeliveryReport::ItemCountRouteItemCuisineDiet, wednesday)), QStringLiteral("Quantity")),
+    EXPECT_EQ(column(run(choices(DeliveryReport::ItemCountRouteItemCuisineDiet, wednesday)),
+                     QStringLiteral("Quantity")),
               column(byItem, QStringLiteral("Quantity")));
 }
 
@@ -345,7 +354,9 @@ TEST_P(DeliveryReportData, KitchenReportsCountItemsAndSpecialMeals)
     ReportData frozen = run(choices(DeliveryReport::KitchenItemCountsStandardOrSpecial, wednesday));
     EXPECT_EQ(column(frozen, QStringLiteral("CLIENT_ID")), QStringList({"104"}));
     questions.itemLimitation = [](TFormItemLimitation&) { return false; };
-    EXPECT_EQ(run(choices(DeliveryReport::KitchenItemCountsStandardOrSpecial, wednesday)).mainData().rowCount(), 10);
+    EXPECT_EQ(
+        run(choices(DeliveryReport::KitchenItemCountsStandardOrSpecial, wednesday)).mainData().rowCount(),
+        10);
 
     ReportData detail = run(choices(DeliveryReport::DetailedInfoForOneService, wednesday));
     EXPECT_EQ(column(detail, QStringLiteral("Person_ID")).mid(0, 3), QStringList({"101", "101", "102"}));
@@ -355,23 +366,26 @@ TEST_P(DeliveryReportData, BirthdaysOfTheMonth)
 {
     ReportData march = run(choices(DeliveryReport::Birthdays, QDate(2024, 3, 1), QDate(2024, 3, 31)));
     // Active clients only, by day.
-    EXPECT_EQ(column(march, QStringLiteral("Last_Name")), QStringList({"Baxter", "Abbott", "Senior Center", "Dubois"}));
+    EXPECT_EQ(column(march, QStringLiteral("Last_Name")),
+              QStringList({"Baxter", "Abbott", "Senior Center", "Dubois"}));
     EXPECT_EQ(column(march, QStringLiteral("DD")), QStringList({"6", "10", "15", "20"}));
     EXPECT_TRUE(ui.messages().isEmpty());
 
     ReportData across = run(choices(DeliveryReport::Birthdays, QDate(2024, 2, 20), QDate(2024, 3, 12)));
     EXPECT_EQ(column(across, QStringLiteral("Last_Name")), QStringList({"Baxter", "Abbott"}));
     ASSERT_EQ(ui.texts(ScriptedUserInterface::Kind::Information).size(), 1);
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Information)[0],
-              "This report can only cover one month. You chose a date range \nthat spans more than one month. The "
-              "report will only cover the \nmonth of March");
+    EXPECT_EQ(
+        ui.texts(ScriptedUserInterface::Kind::Information)[0],
+        "This report can only cover one month. You chose a date range \nthat spans more than one month. The "
+        "report will only cover the \nmonth of March");
 }
 
 TEST_P(DeliveryReportData, DemographicCounts)
 {
     ReportData demog = run(choices(DeliveryReport::SummarizedDemographicMealCount, wednesday));
     // Organisations are left out; HIV status in words.
-    EXPECT_EQ(column(demog, QStringLiteral("client_ID")), QStringList({"101", "102.0", "102.1", "104", "105", "106"}));
+    EXPECT_EQ(column(demog, QStringLiteral("client_ID")),
+              QStringList({"101", "102.0", "102.1", "104", "105", "106"}));
     EXPECT_EQ(column(demog, QStringLiteral("HIV_Status")), QStringList({"HIV-", "", "", "HIV+", "", ""}));
 
     DeliveryReportChoices c = choices(DeliveryReport::SummarizedDemographicMealCount, wednesday);
@@ -385,10 +399,14 @@ TEST_P(DeliveryReportData, DemographicCounts)
     // 18 years at "To" is still a child; a day more is not.
     db().execute(QStringLiteral("Update Clients set DOB = :DOB where Person_ID = 106"),
                  {{QStringLiteral("DOB"), thursday.addDays(-6574)}});
-    EXPECT_EQ(run(choices(DeliveryReport::ChildDemographicMealCount, wednesday, thursday)).mainData().rowCount(), 1);
+    EXPECT_EQ(
+        run(choices(DeliveryReport::ChildDemographicMealCount, wednesday, thursday)).mainData().rowCount(),
+        1);
     db().execute(QStringLiteral("Update Clients set DOB = :DOB where Person_ID = 106"),
                  {{QStringLiteral("DOB"), thursday.addDays(-6575)}});
-    EXPECT_EQ(run(choices(DeliveryReport::ChildDemographicMealCount, wednesday, thursday)).mainData().rowCount(), 0);
+    EXPECT_EQ(
+        run(choices(DeliveryReport::ChildDemographicMealCount, wednesday, thursday)).mainData().rowCount(),
+        0);
 }
 
 TEST_P(DeliveryReportData, SelectedDietRestrictionsMatchAnyOrAll)
@@ -403,7 +421,8 @@ TEST_P(DeliveryReportData, SelectedDietRestrictionsMatchAnyOrAll)
     };
     ReportData all = run(choices(DeliveryReport::SelectedDietRestrictions, wednesday));
     EXPECT_EQ(column(all, QStringLiteral("Client_ID")), QStringList({"102.0"}));
-    EXPECT_EQ(column(all, QStringLiteral("ReportTitle"), QStringLiteral("JITPipeline1")), QStringList({"Diabetic "}));
+    EXPECT_EQ(column(all, QStringLiteral("ReportTitle"), QStringLiteral("JITPipeline1")),
+              QStringList({"Diabetic "}));
     EXPECT_EQ(column(all, QStringLiteral("ReportLabel"), QStringLiteral("JITPipeline1")),
               QStringList({"Sugar-free desserts"}));
 
@@ -420,7 +439,8 @@ TEST_P(DeliveryReportData, SelectedDietRestrictionsMatchAnyOrAll)
 
     questions.dietCriteria = [](TFormDeliveryDietCriteria&) { return false; };
     TDataModule2 module(db(), store->clock());
-    EXPECT_FALSE(module.build(choices(DeliveryReport::SelectedDietRestrictions, wednesday), questions, ui, nullptr));
+    EXPECT_FALSE(
+        module.build(choices(DeliveryReport::SelectedDietRestrictions, wednesday), questions, ui, nullptr));
 }
 
 TEST_P(DeliveryReportData, ItemsByClientAndTheBarCodeListing)
@@ -430,8 +450,9 @@ TEST_P(DeliveryReportData, ItemsByClientAndTheBarCodeListing)
         return true;
     };
     ReportData byService = run(choices(DeliveryReport::ItemsAndDeliveryDetailsByClient, wednesday));
-    EXPECT_EQ(column(byService, QStringLiteral("Last_Name")),
-              QStringList({"Abbott", "Baxter", "Baxter", "Dubois", "Eriksen", "Senior Center", "Castellano"}));
+    EXPECT_EQ(
+        column(byService, QStringLiteral("Last_Name")),
+        QStringList({"Abbott", "Baxter", "Baxter", "Dubois", "Eriksen", "Senior Center", "Castellano"}));
     byService.mainData().seek(6);
     EXPECT_EQ(column(byService, QStringLiteral("Meal_Item"), QStringLiteral("DBPipelineQueryLabelitems")),
               QStringList({"Frozen Dinner"}));
@@ -454,5 +475,6 @@ TEST_P(DeliveryReportData, ItemsByClientAndTheBarCodeListing)
     EXPECT_EQ(column(run(c), QStringLiteral("Person_ID")), QStringList({"104", "105"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, DeliveryReportData, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
+INSTANTIATE_TEST_SUITE_P(Stores, DeliveryReportData,
+                         ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
                          [](const auto& info) { return storeName(info.param); });

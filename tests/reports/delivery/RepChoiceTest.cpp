@@ -189,21 +189,22 @@ TEST_F(RepChoice, RunsTheReportToTheChosenDestination)
     QFile::remove(templates.filePath(QStringLiteral("CliCntSvcRteDiet.rtm")));
     form->ok();
     EXPECT_EQ(output.printed, 1);
-    EXPECT_EQ(ui.texts(Kind::Error),
-              QStringList({QStringLiteral("The requested report template file:\n") +
-                           templates.filePath(QStringLiteral("CliCntSvcRteDiet.rtm")) +
-                           QStringLiteral("\ncould not be found.")}));
+    EXPECT_EQ(ui.texts(Kind::Error), QStringList({QStringLiteral("The requested report template file:\n") +
+                                                  templates.filePath(QStringLiteral("CliCntSvcRteDiet.rtm")) +
+                                                  QStringLiteral("\ncould not be found.")}));
     EXPECT_TRUE(form->buttonsEnabled());
 
     // A damaged template: its message, and the screen stays usable.
     ui.clear();
     QFile bad(templates.filePath(QStringLiteral("CliCntSvcRteDiet.rtm")));
     ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
-    bad.write("report \"x\"\n  pipe DBPipelineRouteDiet\n  detail height 0.2in\n    text 0 0 1in 0.2in \"{Nope}\"\n  end\nend\n");
+    bad.write("report \"x\"\n  pipe DBPipelineRouteDiet\n  detail height 0.2in\n    text 0 0 1in 0.2in "
+              "\"{Nope}\"\n  end\nend\n");
     bad.close();
     form->ok();
     ASSERT_EQ(ui.texts(Kind::Error).size(), 1);
-    EXPECT_TRUE(ui.texts(Kind::Error)[0].contains(QStringLiteral("Nope"))) << ui.texts(Kind::Error)[0].toStdString();
+    EXPECT_TRUE(ui.texts(Kind::Error)[0].contains(QStringLiteral("Nope")))
+        << ui.texts(Kind::Error)[0].toStdString();
     EXPECT_TRUE(form->buttonsEnabled());
 }
 
@@ -212,17 +213,20 @@ TEST_F(RepChoice, UserDefinedReportsBringTheirOwnData)
     QFile user(writeMealsPerRouteReport(templates.path()));
     auto form = open();
     form->setDates(wednesday, thursday);
-    form->setReportIndex(int(form->reportEntries().indexOf(QStringLiteral("Meals per Route (User-Defined)"))));
+    form->setReportIndex(
+        int(form->reportEntries().indexOf(QStringLiteral("Meals per Route (User-Defined)"))));
     form->ok();
-    ASSERT_EQ(output.previews.size(), 1u) << (ui.messages().isEmpty() ? "" : ui.messages()[0].text.toStdString());
+    ASSERT_EQ(output.previews.size(), 1u)
+        << (ui.messages().isEmpty() ? "" : ui.messages()[0].text.toStdString());
     const QStringList texts = documentTexts(*output.previews[0]);
     EXPECT_TRUE(texts.contains(QStringLiteral("Kettlebrook Meals on Wheels 2024-03-06 00:00:00")));
     EXPECT_TRUE(texts.contains(QStringLiteral("N2: 11")));
 
     QFile::remove(user.fileName());
     form->ok();
-    EXPECT_EQ(ui.texts(Kind::Error), QStringList({QStringLiteral("Could not locate the report template file:\n\r") +
-                                                  user.fileName()}));
+    EXPECT_EQ(
+        ui.texts(Kind::Error),
+        QStringList({QStringLiteral("Could not locate the report template file:\n\r") + user.fileName()}));
 }
 
 TEST_F(RepChoice, ChecksThatTheDatesRunIsCurrent)
@@ -239,9 +243,10 @@ TEST_F(RepChoice, ChecksThatTheDatesRunIsCurrent)
     setStaff(QStringLiteral("Display_Prepared_Data"), QStringLiteral("F"));
     ui.answerNext(Answer::Yes);
     form->ok();
-    EXPECT_EQ(ui.texts(Kind::Question), QStringList({QStringLiteral(
-                                            "The delivery date of 3/8/2024\nhas not yet been prepared.\nWould you "
-                                            "like to prepare it now?")}));
+    EXPECT_EQ(
+        ui.texts(Kind::Question),
+        QStringList({QStringLiteral("The delivery date of 3/8/2024\nhas not yet been prepared.\nWould you "
+                                    "like to prepare it now?")}));
     ASSERT_EQ(preparation.calls.size(), 1u);
     EXPECT_EQ(preparation.calls[0], std::make_pair(QDate(2024, 3, 8), true));
 
@@ -255,9 +260,10 @@ TEST_F(RepChoice, ChecksThatTheDatesRunIsCurrent)
     data.clock().set(QDateTime(wednesday, QTime(10, 31)));
     const size_t before = output.previews.size();
     form->ok();
-    EXPECT_EQ(ui.texts(Kind::Question),
-              QStringList({QStringLiteral("The delivery date 3/7/2024\nwas prepared more than 30 minutes ago.\n"
-                                          "Would you like to prepare it again now?")}));
+    EXPECT_EQ(
+        ui.texts(Kind::Question),
+        QStringList({QStringLiteral("The delivery date 3/7/2024\nwas prepared more than 30 minutes ago.\n"
+                                    "Would you like to prepare it again now?")}));
     EXPECT_EQ(preparation.calls.size(), 1u);
     EXPECT_EQ(output.previews.size(), before + 1);
 
@@ -277,9 +283,10 @@ TEST_F(RepChoice, ChecksThatTheDatesRunIsCurrent)
     form->setDates(wednesday, thursday);
     form->ok();
     EXPECT_EQ(ui.texts(Kind::Information),
-              QStringList({QStringLiteral("You have selected a range of more than one date\nfor this report. "
-                                          "Kettlebrook can't check to see if \nthe delivery data is current in this "
-                                          "situation.")}));
+              QStringList(
+                  {QStringLiteral("You have selected a range of more than one date\nfor this report. "
+                                  "Kettlebrook can't check to see if \nthe delivery data is current in this "
+                                  "situation.")}));
 }
 
 TEST_F(RepChoice, TheThresholdsOfTheCurrencyCheck)
@@ -300,10 +307,12 @@ TEST_F(RepChoice, TheThresholdsOfTheCurrencyCheck)
     EXPECT_FALSE(ask("D", nine, QDateTime(QDate(2024, 3, 6), QTime(17, 0))));
     EXPECT_TRUE(ask("D", nine, QDateTime(QDate(2024, 3, 7), QTime(8, 0))));
     EXPECT_EQ(currency.question(day, nine, QStringLiteral("D")),
-              "The delivery date 3/6/2024\nwas prepared more than a day ago.\nWould you like to prepare it again now?");
+              "The delivery date 3/6/2024\nwas prepared more than a day ago.\nWould you like to prepare it "
+              "again now?");
     // Another letter still tests whether the date was prepared at all.
     EXPECT_FALSE(ask("X", nine, nine.addDays(30)));
-    EXPECT_TRUE(currency.question(day, std::nullopt, QStringLiteral("X")).startsWith(QStringLiteral("The delivery date of")));
+    EXPECT_TRUE(currency.question(day, std::nullopt, QStringLiteral("X"))
+                    .startsWith(QStringLiteral("The delivery date of")));
 
     // The last of several saves counts.
     insertRow(data.db(), QStringLiteral("History"),
@@ -322,7 +331,8 @@ TEST_F(RepChoice, TheDriverMessagesAreEditedWithAQuestionBeforeTheyAreLost)
     messages.setTop(QStringLiteral("Snow today: drive slowly."));
     ui.answerNext(Answer::Cancel);
     EXPECT_FALSE(messages.closeQuery());
-    EXPECT_EQ(ui.texts(Kind::Question), QStringList({QStringLiteral("Save your changes to the Driver Messages?")}));
+    EXPECT_EQ(ui.texts(Kind::Question),
+              QStringList({QStringLiteral("Save your changes to the Driver Messages?")}));
     ui.answerNext(Answer::No);
     EXPECT_TRUE(messages.closeQuery());
     EXPECT_EQ(messages.top(), "Call the office at 555-0100 when a client does not answer.");

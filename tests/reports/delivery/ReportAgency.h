@@ -93,8 +93,8 @@ protected:
     ScriptedUserInterface ui;
     GivenQuestions questions;
     RecordingOutput output;
-    reports::DeliveryReportContext context{data.db(), data.clock(), ui, QStringLiteral("pat"), &settings,
-                                           templates.path()};
+    reports::DeliveryReportContext context{data.db(), data.clock(),    ui, QStringLiteral("pat"),
+                                           &settings, templates.path()};
 };
 
 } // namespace kb::test

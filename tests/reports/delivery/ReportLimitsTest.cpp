@@ -71,7 +71,8 @@ TEST(ReportLimits, ClausesNameTheirValuesAndSayWhatTheyLimit)
 
 TEST(ReportLimits, BracketsNameFieldsWithBlanks)
 {
-    const ExprPtr e = ExpressionParser::parse(u"trim([Special One]) + [DBPipelineKitchenSchedule.Special Two]");
+    const ExprPtr e =
+        ExpressionParser::parse(u"trim([Special One]) + [DBPipelineKitchenSchedule.Special Two]");
     ASSERT_TRUE(e);
     EXPECT_THROW(ExpressionParser::parse(u"[Special One"), ExpressionError);
     EXPECT_THROW(ExpressionParser::parse(u"[ ]"), ExpressionError);
