@@ -34,6 +34,13 @@ void ReportHolder::loadFromDataDirectory(const QString& directory, const QString
     loadTemplate();
 }
 
+void ReportHolder::loadText(const QString& text, const QString& fileName)
+{
+    m_template.reset();
+    m_templateFile = fileName;
+    m_template = std::make_shared<ReportTemplate>(TemplateReader::readText(text, fileName));
+}
+
 void ReportHolder::resetDevices()
 {
     m_destination = ReportDestination::Screen;

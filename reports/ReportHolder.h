@@ -49,6 +49,9 @@ public:
     bool templateExists() const;
     void loadTemplate();
     void loadFromDataDirectory(const QString& directory, const QString& fileName);
+    // A template given as text, such as a built-in one; fileName names it in
+    // the messages of a bad line.
+    void loadText(const QString& text, const QString& fileName);
     bool isLoaded() const { return m_template != nullptr; }
     ReportTemplate& reportTemplate() { return *m_template; }
 

@@ -9,6 +9,7 @@
 #include "OrderRoutesView.h"
 #include "TFormGeocodeAddresses.h"
 #include "TFormOrderRoutes.h"
+#include "deliveryreports/DeliveryReportChoice.h"
 #include "session/TDataModule1.h"
 #include "settings/TFormEditConfig.h"
 
@@ -40,7 +41,13 @@ MainWindow::MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent)
         menuBar()->addMenu(QString::fromLatin1(name))->setEnabled(false);
     m_process = menuBar()->addMenu(QStringLiteral("&Process"));
     m_runPreparation = m_process->addAction(QStringLiteral("Daily Run Preparation"), this, &MainWindow::openRunPreparation);
-    menuBar()->addMenu(QStringLiteral("&Reports"))->setEnabled(false);
+    QMenu* reports = menuBar()->addMenu(QStringLiteral("&Reports"));
+    reports
+        ->addAction(QStringLiteral("Delivery Reports and Labels"), this,
+                    [this] { openDeliveryReportChoice(m_data, m_ui, this); })
+        ->setObjectName(QStringLiteral("DeliveryReports1"));
+    m_driverMessages = reports->addAction(QStringLiteral("Edit Delivery Report Driver Messages"), this,
+                                          [this] { openDeliveryReportMessages(m_data, m_ui, this); });
     m_analyze = menuBar()->addMenu(QStringLiteral("&Analyze"));
     m_analyze->setEnabled(false);
     menuBar()->addMenu(QStringLiteral("&Maintenance"))->setEnabled(false);
@@ -65,6 +72,7 @@ void MainWindow::applyAccessLevel()
 {
     const AccessLevel access = m_data.session().access();
     m_tableMaintenance->setEnabled(access.mayChangeData());
+    m_driverMessages->setEnabled(access.mayChangeData());
     m_process->setEnabled(access.mayChangeData());
     m_edit->menuAction()->setVisible(!access.reportsOnly());
     m_process->menuAction()->setVisible(!access.reportsOnly());

@@ -58,6 +58,7 @@ private:
     QMenu* m_analyze;
     QAction* m_runPreparation;
     QAction* m_configuration;
+    QAction* m_driverMessages;
     QLabel* m_user;
 };
 

@@ -37,11 +37,7 @@ bool QtReportOutput::print(const reports::ReportDocument& document, bool showDia
     printer.setCreator(QStringLiteral("Kettlebrook"));
     // The painter draws from the paper's corner; the margins are the report's.
     printer.setFullPage(true);
-    const QPageSize size(document.pageSize, QPageSize::Point, QString(), QPageSize::FuzzyMatch);
-    printer.setPageLayout(QPageLayout(size,
-                                      document.pageSize.width() > document.pageSize.height() ? QPageLayout::Landscape
-                                                                                             : QPageLayout::Portrait,
-                                      QMarginsF(0, 0, 0, 0), QPageLayout::Point));
+    printer.setPageLayout(reports::pageLayoutOf(document));
     printer.setFromTo(1, document.pageCount());
     if (!m_printToFile.isEmpty()) {
         printer.setOutputFormat(QPrinter::PdfFormat);

@@ -144,7 +144,7 @@ struct Element::CrosstabDef
     QString pipe; // empty: the rows of the section it stands in, gathered as they pass
     std::vector<Dimension> rows;
     std::vector<Dimension> columns;
-    QString function = QStringLiteral("sum"); // sum, count, min, max, avg
+    QString function = QStringLiteral("sum"); // sum, count, min, max, avg, distinct
     ExprPtr value;
     QString valueFormat;
     double cellWidth = 54;

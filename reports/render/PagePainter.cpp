@@ -273,15 +273,23 @@ void paintPage(QPainter& painter, const ReportDocument& document, int page, doub
     paintWith(painter, document, page, dpiX, dpiY, fonts);
 }
 
+QPageLayout pageLayoutOf(const ReportDocument& document)
+{
+    // A page size is given upright; the orientation turns it.
+    const QSizeF upright(std::min(document.pageSize.width(), document.pageSize.height()),
+                         std::max(document.pageSize.width(), document.pageSize.height()));
+    const QPageSize size(upright, QPageSize::Point, QString(), QPageSize::FuzzyMatch);
+    return QPageLayout(size,
+                       document.pageSize.width() > document.pageSize.height() ? QPageLayout::Landscape
+                                                                              : QPageLayout::Portrait,
+                       QMarginsF(0, 0, 0, 0), QPageLayout::Point);
+}
+
 void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int first, int last, int copies)
 {
     first = std::max(0, first);
     last = std::min(last, document.pageCount() - 1);
-    const QPageSize size(document.pageSize, QPageSize::Point, QString(), QPageSize::ExactMatch);
-    const QPageLayout layout(size, document.pageSize.width() > document.pageSize.height() ? QPageLayout::Landscape
-                                                                                          : QPageLayout::Portrait,
-                             QMarginsF(0, 0, 0, 0), QPageLayout::Point);
-    device.setPageLayout(layout);
+    device.setPageLayout(pageLayoutOf(document));
     QPainter painter;
     if (!painter.begin(&device))
         throw MessageError(QStringLiteral("The report cannot be printed: the printer or file could not be opened."));

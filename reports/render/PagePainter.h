@@ -2,6 +2,8 @@
 
 #include "engine/ReportDocument.h"
 
+#include <QPageLayout>
+
 class QPainter;
 class QPagedPaintDevice;
 
@@ -21,6 +23,10 @@ void paintPage(QPainter& painter, const ReportDocument& document, int page, doub
 // a printer, one device page each, at the report's paper size; copies times
 // over, each copy whole, for a device that cannot make copies itself.
 void paintPages(const ReportDocument& document, QPagedPaintDevice& device, int first, int last, int copies = 1);
+
+// The paper of the report without margins, turned for a landscape report:
+// what a printer or a PDF file is set to before the pages are painted.
+QPageLayout pageLayoutOf(const ReportDocument& document);
 
 // Writes the report as a PDF file. Throws MessageError when the file
 // cannot be written.

@@ -43,6 +43,7 @@ public:
         }
         if (c.isLetter() || c == u'_')
             return name();
+        if (c == u'[') return bracketedName();
         static const QStringList twoChar{QStringLiteral("<="), QStringLiteral(">="), QStringLiteral("<>"),
                                          QStringLiteral("!=")};
         const QString two = m_text.mid(m_pos, 2).toString();
@@ -132,6 +133,22 @@ private:
                 ++m_pos;
             t.text += u'.' + m_text.mid(second, m_pos - second).toString();
         }
+        return t;
+    }
+
+    // [Special One]: a field whose name holds blanks or other signs, as a
+    // statement's "as 'Special One'" names it.
+    Token bracketedName()
+    {
+        const qsizetype start = ++m_pos;
+        while (m_pos < m_text.size() && m_text[m_pos] != u']')
+            ++m_pos;
+        if (m_pos >= m_text.size()) throw ExpressionError(QStringLiteral("a name in brackets is not closed"));
+        Token t;
+        t.type = Token::Type::Name;
+        t.text = m_text.mid(start, m_pos - start).toString().trimmed();
+        ++m_pos;
+        if (t.text.isEmpty()) throw ExpressionError(QStringLiteral("the brackets hold no name"));
         return t;
     }
 

@@ -875,9 +875,10 @@ private:
                     c.fail(QStringLiteral("a crosstab has at most four %1 levels").arg(key));
                 list.push_back(std::move(d));
             } else if (key == QLatin1String("value")) {
-                x->function = c.choice(QStringLiteral("the function"),
-                                       {QStringLiteral("sum"), QStringLiteral("count"), QStringLiteral("min"),
-                                        QStringLiteral("max"), QStringLiteral("avg")});
+                x->function =
+                    c.choice(QStringLiteral("the function"),
+                             {QStringLiteral("sum"), QStringLiteral("count"), QStringLiteral("min"),
+                              QStringLiteral("max"), QStringLiteral("avg"), QStringLiteral("distinct")});
                 if (!c.atEnd() && c.peek().quoted)
                     x->value = c.expression(QStringLiteral("the value"));
                 else if (x->function != QLatin1String("count"))

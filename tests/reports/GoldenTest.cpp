@@ -1,6 +1,8 @@
-// The run sheet of a fixed small agency, rendered through the command to a
-// PDF and read back as text: a change of layout shows here, and is made
-// on purpose by rewriting the golden file (KB_UPDATE_GOLDEN=1).
+// A run sheet template rendered by the report-template command over CSV
+// files to a PDF and read back as text: a change of layout shows here, and is
+// made on purpose by rewriting the golden file (KB_UPDATE_GOLDEN=1). The
+// template is a fixed sample, so that the delivery reports' own templates
+// may change without touching this test of the command.
 
 #include "ReportTestSupport.h"
 #include "RunCommand.h"
@@ -20,7 +22,7 @@ QStringList runSheetArguments(const QString& pdf)
         return QStringList{QStringLiteral("--data-csv"),
                            QLatin1String(pipe) + u'=' + reportTestData(QLatin1String(file))};
     };
-    QStringList args{QStringLiteral("report-template"), builtInTemplatePath(QStringLiteral("DailyRunRAP030103.rtm"))};
+    QStringList args{QStringLiteral("report-template"), reportTestData(QStringLiteral("RunSheetSample.rtm"))};
     args << data("DBPipelineDeliveries", "runsheet_deliveries.csv") << data("DBPipelineClients", "runsheet_clients.csv")
          << data("DBPipelineDeliveryDetails", "runsheet_details.csv")
          << data("DBPipelineReportParameters", "runsheet_parameters.csv");
@@ -41,7 +43,7 @@ TEST(ReportGolden, DailyRunSheetAsText)
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
 
     const QString text = runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
-    const QString goldenPath = reportTestData(QStringLiteral("DailyRunRAP030103.golden.txt"));
+    const QString goldenPath = reportTestData(QStringLiteral("RunSheetSample.golden.txt"));
     if (qEnvironmentVariable("KB_UPDATE_GOLDEN") == QLatin1String("1")) {
         QFile out(goldenPath);
         ASSERT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -75,9 +77,9 @@ TEST(ReportGolden, CsvOfTheMainPipe)
 
     // Bad words are refused before anything is read.
     EXPECT_EQ(runKettlebrook({QStringLiteral("report-template"), QStringLiteral("x.rtm")}).exitCode, 2);
-    const CommandResult badLink =
-        runKettlebrook({QStringLiteral("report-template"), builtInTemplatePath(QStringLiteral("DailyRunRAP030103.rtm")),
-                        QStringLiteral("--link"), QStringLiteral("A.B=C.D"), QStringLiteral("--csv")});
+    const CommandResult badLink = runKettlebrook(
+        {QStringLiteral("report-template"), reportTestData(QStringLiteral("RunSheetSample.rtm")),
+         QStringLiteral("--link"), QStringLiteral("A.B=C.D"), QStringLiteral("--csv")});
     EXPECT_EQ(badLink.exitCode, 2);
     EXPECT_TRUE(badLink.err.contains("--link names the pipe A, which no --data-csv gives.")) << badLink.err.toStdString();
     const CommandResult missing = runKettlebrook(

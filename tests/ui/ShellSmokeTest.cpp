@@ -103,7 +103,10 @@ TEST_F(Shell, MainWindowHoldsTheMenusAndTheUser)
     for (QAction* menu : window.menuBar()->actions())
         if (menu->isEnabled())
             enabledMenus << menu->text();
-    EXPECT_EQ(enabledMenus, (QStringList{"&File", "&Edit", "&Process", "&Utilities"}));
+    EXPECT_EQ(enabledMenus, (QStringList{"&File", "&Edit", "&Process", "&Reports", "&Utilities"}));
+    QMenu* reports = window.menuBar()->actions().at(5)->menu();
+    ASSERT_NE(reports, nullptr);
+    EXPECT_EQ(reports->actions().front()->text(), "Delivery Reports and Labels");
     // The code tables are kept from Edit > Table Maintenance.
     QMenu* edit = window.menuBar()->actions().at(1)->menu();
     ASSERT_NE(edit, nullptr);
