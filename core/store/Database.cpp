@@ -325,7 +325,9 @@ qint64 Database::runBatch(const QString& text, const Params& common, const std::
                 rowValues.push_back(paramValue(info, row, &common));
             values.push_back(std::move(rowValues));
         }
-        StatementScope scope(*this, true);
+        // A batch into a memory table, such as a run's working table, leaves
+        // the data's write lock alone.
+        StatementScope scope(*this, true, t.writesTable.isEmpty() && !t.memoryTablesUsed.isEmpty());
         for (size_t s = 0; s < t.steps.size(); ++s) {
             const sql::StoreSql& step = t.steps[s];
             StoreStatement& stmt = preparedStep(c, s);
@@ -389,11 +391,14 @@ void Database::dropMemoryTables()
     ++m_memoryGeneration;
 }
 
-void Database::startTransaction()
+void Database::startTransaction(TransactionKind kind)
 {
     if (m_inTransaction)
         throw DbError(DbErrorCode::Other, QStringLiteral("A transaction is already active"));
-    m_store->begin();
+    if (kind == TransactionKind::MemoryOnly)
+        m_store->beginLocal();
+    else
+        m_store->begin();
     m_inTransaction = true;
 }
 
