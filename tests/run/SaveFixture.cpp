@@ -44,17 +44,17 @@ void SaveFixture::setIdnos(const QVariant& value)
     db().execute(QStringLiteral("Update IDNOS set Deliv_ID = :Value"), {{QStringLiteral("Value"), value}});
 }
 
-QString SaveFixture::fingerprint()
+QString savedRunFingerprint(Database& db)
 {
     QString text;
     QTextStream out(&text);
     for (const char* statement :
          {"Select * from Deliveri order by Deliv_ID, Person_ID, Delivery_Type",
           "Select Deliv_ID, Person_ID, Deliv_Dt, DOW, Item_ID, Quantity, Congregate, Modified_Ml, Service_ID, "
-          "Sort_Order from MealCrdt order by Deliv_ID, Sort_Order, Item_ID, Person_ID",
+          "Sort_Order from MealCrdt order by Deliv_ID, Sort_Order, Item_ID, Person_ID, Quantity",
           "Select * from Special_Diets order by Deliv_ID, Person_ID",
           "Select RecordID, Fulfilled from EpisodicDeliveries order by RecordID", "Select Deliv_ID from IDNOS"})
-        writeCsv(out, db().execute(QString::fromLatin1(statement)));
+        writeCsv(out, db.execute(QString::fromLatin1(statement)));
     out.flush();
     return text;
 }

@@ -8,6 +8,11 @@
 
 namespace kb::test {
 
+// Deliveri, MealCrdt (without its own RecordID), Special_Diets, the
+// Fulfilled marks of EpisodicDeliveries and IDNOS, as text: everything a save
+// may change.
+QString savedRunFingerprint(Database& db);
+
 // The items fixture with the run screen's other dialogs answered by the
 // test, and what a test of a save looks at: the stored rows of a date, the
 // counter, and a fingerprint of everything a save may change.
@@ -26,9 +31,7 @@ protected:
     std::string errors() const;
     QVariant idnos();
     void setIdnos(const QVariant& value);
-    // Deliveri, MealCrdt (without its own RecordID), Special_Diets, the
-    // Fulfilled marks of EpisodicDeliveries and IDNOS, as text.
-    QString fingerprint();
+    QString fingerprint() { return savedRunFingerprint(db()); }
     // A column of the row of a person whose Delivery_Type starts with type.
     static QVariant column(const ResultSet& rows, int person, const QString& name, QChar type = u'O');
 
