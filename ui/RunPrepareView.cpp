@@ -80,11 +80,16 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
 
     connect(m_date, &QDateEdit::dateChanged, &m_presenter, &TFormRunPrepare::SetPrepareDate);
     connect(m_types, &QComboBox::currentIndexChanged, &m_presenter, &TFormRunPrepare::setDeliveryTypeIndex);
-    connect(m_prepare, &QPushButton::clicked, this, [this] { run(&TFormRunPrepare::ActionPrepare); });
+    connect(m_prepare, &QPushButton::clicked, this, [this] {
+        run(&TFormRunPrepare::ActionPrepare);
+        fitColumns();
+    });
     connect(m_save, &QPushButton::clicked, this, [this] { m_presenter.ActionSaveData(); });
     connect(m_printReport, &QPushButton::clicked, this, [this] { run(&TFormRunPrepare::ActionPrintReport); });
-    connect(m_populate, &QPushButton::clicked, this,
-            [this] { run(&TFormRunPrepare::ActionPopulateGridWithPreviouslySavedDeliveries); });
+    connect(m_populate, &QPushButton::clicked, this, [this] {
+        run(&TFormRunPrepare::ActionPopulateGridWithPreviouslySavedDeliveries);
+        fitColumns();
+    });
     connect(m_grid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
         m_presenter.sortByTitle(m_presenter.model()->headerData(section, Qt::Horizontal).toString());
     });
@@ -122,6 +127,12 @@ void RunPrepareView::showState()
         m_date->setDate(m_presenter.prepareDate());
     if (m_types->currentIndex() != m_presenter.deliveryTypeIndex())
         m_types->setCurrentIndex(m_presenter.deliveryTypeIndex());
+}
+
+void RunPrepareView::fitColumns()
+{
+    // The rows in view decide the widths, so a long run costs no more.
+    m_grid->resizeColumnsToContents();
 }
 
 void RunPrepareView::run(void (TFormRunPrepare::*action)())

@@ -41,6 +41,7 @@ public:
 
 private:
     void showState();
+    void fitColumns();
     // Runs a command, showing what it throws.
     void run(void (TFormRunPrepare::*action)());
 

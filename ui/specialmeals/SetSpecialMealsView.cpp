@@ -84,8 +84,8 @@ SetSpecialMealsView::SetSpecialMealsView(TFormSetSpecialMeals& presenter, QWidge
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(scroll, 1);
     layout->addWidget(buttons);
-    // Side by side up to three panels at 1366 x 768; more scroll.
-    resize(std::min(260 * presenter.panelCount() + 60, 1200), 520);
+    // Side by side up to four panels at 1366 x 768; more scroll.
+    resize(std::min(290 * presenter.panelCount() + 40, 1300), 540);
 
     connect(buttons, &QDialogButtonBox::accepted, this, &SetSpecialMealsView::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &SetSpecialMealsView::reject);
