@@ -6,7 +6,6 @@
 #include "items/RunItems.h"
 #include "records/History.h"
 #include "records/RecordServices.h"
-#include "save/BatchedStatement.h"
 #include "save/DelivIdCounter.h"
 #include "save/DelivIdPlan.h"
 #include "save/DeliveriWriter.h"
@@ -22,7 +21,7 @@
 #include <QRandomGenerator>
 #include <QThread>
 
-#include <set>
+
 
 namespace kb {
 
@@ -135,8 +134,6 @@ SaveResult RunSaver::save(const RunSaveRequest& request)
                        QString::number(rows.size()));
     DeliveriWriter deliveri(m_db, dow);
     MealCrdtWriter mealCrdt(m_db, dow);
-    std::vector<qint64> datedPersons;
-    std::set<qint64> seen;
     for (size_t r = 0; r < rows.size(); ++r) {
         const DeliveryItems& row = rows[r];
         const RunDelivery& d = row.delivery;
@@ -144,8 +141,6 @@ SaveResult RunSaver::save(const RunSaveRequest& request)
         const QString deliveryType = plan.deliveryType(r, d.deliveryType);
         mealCrdt.MoveToMealCrdts(row, delivId);
         deliveri.add(row, delivId, deliveryType, statuses.statusOf(d.personId, d.svcsUsed.toLongLong(), deliveryType));
-        if (d.isDated() && seen.insert(d.personId).second)
-            datedPersons.push_back(d.personId);
         if ((r + 1) % progressChunk == 0 || r + 1 == rows.size()) {
             mealCrdt.flush();
             deliveri.flush();
@@ -154,13 +149,13 @@ SaveResult RunSaver::save(const RunSaveRequest& request)
                 reach(SaveStep::WriteDeliveries);
         }
     }
-    // Every dated row of such a client on the date counts as delivered.
+    // Every dated row of a client with a dated delivery in the run counts
+    // as delivered: one statement for the run rather than one per client.
     reach(SaveStep::MarkFulfilled);
-    BatchedStatement fulfilled(m_db, QStringLiteral("Update EpisodicDeliveries set Fulfilled= 'Y' where Person_ID = "
-                                                    ":Person_ID and Deliv_Date = :Deliv_Date"));
-    for (const qint64 person : datedPersons)
-        fulfilled.add({{QStringLiteral("Person_ID"), person}, {QStringLiteral("Deliv_Date"), date}});
-    fulfilled.flush();
+    m_db.execute(QStringLiteral("Update EpisodicDeliveries set Fulfilled= 'Y' where Deliv_Date = :Deliv_Date and "
+                                "Person_ID in (Select Person_ID from Memory MemTableDeliveries where "
+                                "Substring(Delivery_Type from 1 for 1) in ('E', 'S'))"),
+                 {{QStringLiteral("Deliv_Date"), date}});
 
     reach(SaveStep::SaveIDNumber);
     counter.SaveIDNumber(plan.afterLastRow());
