@@ -9,6 +9,7 @@
 
 #include "CommandRegistry.h"
 #include "CommandSession.h"
+#include "RunCommandWords.h"
 #include "SaveProgress.h"
 
 #include "MessageError.h"
@@ -22,29 +23,21 @@ namespace {
 int runSave(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 {
     const QDate date = args.datePositional(0, QStringLiteral("save"));
-    const QChar letter = args.choice(QStringLiteral("type"), {"A", "O", "E", "S", "B"}, QStringLiteral("A")).at(0);
-    const std::optional<kb::GivenItemConfirmation> answer =
-        kb::GivenItemConfirmation::fromText(args.value(QStringLiteral("confirm"), QStringLiteral("none")));
-    if (!answer)
-        throw kb::app::UsageError(
-            QStringLiteral("--confirm needs all, none or item numbers separated by commas, such as 10,14."));
+    const QChar letter = kb::app::deliveryTypeLetter(args);
+    kb::GivenItemConfirmation confirmation = kb::app::itemConfirmation(args);
 
     kb::app::CommandSession session(context);
     const kb::AccessLevel access = session.data().session().access();
     if (!access.mayChangeData())
         throw kb::MessageError(access.refusal());
     kb::app::SaveProgress ui(session.ui(), context.err, args.isSet(QStringLiteral("progress")));
-    kb::GivenItemConfirmation confirmation = *answer;
     kb::GivenRunDialogs dialogs;
     std::optional<kb::SaveResult> saved;
     {
         kb::TFormRunPrepare form(session.data().db(), session.data().session(), ui);
         form.setItemConfirmation(&confirmation);
         form.setDialogs(&dialogs);
-        form.SetDeliveryType(letter);
-        form.SetPrepareDate(date);
-        form.FormShow();
-        form.ActionPrepare();
+        kb::app::prepareRun(form, date, letter);
         if (form.table().rowCount() == 0) {
             form.FormClose();
             throw kb::MessageError(QStringLiteral("No deliveries are due on %1 for %2; nothing was saved.")
@@ -73,14 +66,9 @@ const kb::app::CommandRegistration registration(
          "exits 1."),
      .minArguments = 1,
      .maxArguments = 1,
-     .options = {QCommandLineOption(QStringLiteral("type"),
-                                    QStringLiteral("The delivery type: A all, O ongoing only, E episodic only, S "
-                                                   "scheduled only, B episodic and scheduled. A when not given."),
-                                    QStringLiteral("A|O|E|S|B")),
-                 QCommandLineOption(QStringLiteral("confirm"),
-                                    QStringLiteral("The items that need confirmation and are confirmed: all, none "
-                                                   "(when not given) or their numbers."),
-                                    QStringLiteral("all|none|ID,...")),
+     .options = {kb::app::deliveryTypeOption(),
+                 kb::app::confirmOption(QStringLiteral("The items that need confirmation and are confirmed: all, "
+                                                       "none (when not given) or their numbers.")),
                  QCommandLineOption(QStringLiteral("progress"),
                                     QStringLiteral("Shows the progress on the error stream one line at a time also "
                                                    "when it is not a terminal (on a terminal it always shows)."))},

@@ -17,6 +17,8 @@ public:
     void add(Params values);
     // Throws DbError as the statement does.
     void flush();
+    // Drops what is queued and not yet sent.
+    void discard() { m_pending.clear(); }
     qint64 rowsSent() const { return m_sent; }
 
 private:
