@@ -473,6 +473,16 @@ std::optional<SaveResult> TFormRunPrepare::saveInTransaction(const ConfirmedItem
     m_ui.progressStart(QStringLiteral("Opening Tables..."));
     const ProgressGuard progress(m_ui);
     const BusyGuard busy(m_ui);
+    // Whatever the outcome, Save waits for the next change to the run.
+    struct DisableSave
+    {
+        TFormRunPrepare& form;
+        ~DisableSave()
+        {
+            form.setEnabled(RunAction::SaveData, false);
+            emit form.stateChanged();
+        }
+    } disableSave{*this};
     if (m_db.inTransaction()) {
         m_ui.error(QStringLiteral("Unable to start transaction! There is probably an earlier \r\ntransaction which did "
                                   "not successfully commit."));
@@ -497,7 +507,6 @@ std::optional<SaveResult> TFormRunPrepare::saveInTransaction(const ConfirmedItem
         return std::nullopt;
     }
     m_saved = true;
-    setEnabled(RunAction::SaveData, false);
     setTransactionText(QStringLiteral("OK"));
 
     // The work is committed; a count that differs is only told.

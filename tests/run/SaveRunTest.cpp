@@ -360,6 +360,7 @@ TEST_P(SaveRunTest, ASaveIsRefusedWhileATransactionIsOpenOrTheCounterIsHeld)
     db().startTransaction();
     EXPECT_FALSE(form().ActionSaveData());
     db().rollback();
+    prepare(monday);
     EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Error),
               QStringList{"Unable to start transaction! There is probably an earlier \r\ntransaction which did not "
                           "successfully commit."});
@@ -379,9 +380,12 @@ TEST_P(SaveRunTest, ASaveIsRefusedWhileATransactionIsOpenOrTheCounterIsHeld)
     EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Error),
               QStringList{unableToCommit + QStringLiteral("Cannot lock IDNos. (btSaveIDNumber)")});
     EXPECT_EQ(fingerprint(), before);
+    // A failed save also waits for the next change before it may run again.
+    EXPECT_FALSE(form().isEnabled(RunAction::SaveData));
     other->recordLocks().unlock(&owner, QStringLiteral("IDNOS"), row);
     ui.clear();
-    EXPECT_TRUE(form().ActionSaveData());
+    prepare(monday);
+    EXPECT_TRUE(form().ActionSaveData()) << errors();
 }
 
 TEST_P(SaveRunTest, UsersWhoMayNotChangeDataCannotSave)
