@@ -25,12 +25,14 @@
 
 namespace {
 
-const char* const deliveriColumns = "Deliv_ID, Deliv_Dt, DOW, Route_ID, Client_ID, Person_ID, Stop, Delivery_Type, "
-                                    "Svcs_Used, Cuisine_ID, Diet_Restr, Diet_Descr, Cold_Bag_ID, Custom_Items, "
-                                    "Number_Meals, Number_Labels, Address_OverRidden, Funding_Desc, ZIP, "
-                                    "Delivery_Status";
-const char* const mealCrdtColumns = "Deliv_ID, Person_ID, Deliv_Dt, DOW, Item_ID, Quantity, Congregate, Modified_Ml, "
-                                    "Service_ID, Sort_Order";
+const char* const deliveriColumns =
+    "Deliv_ID, Deliv_Dt, DOW, Route_ID, Client_ID, Person_ID, Stop, Delivery_Type, "
+    "Svcs_Used, Cuisine_ID, Diet_Restr, Diet_Descr, Cold_Bag_ID, Custom_Items, "
+    "Number_Meals, Number_Labels, Address_OverRidden, Funding_Desc, ZIP, "
+    "Delivery_Status";
+const char* const mealCrdtColumns =
+    "Deliv_ID, Person_ID, Deliv_Dt, DOW, Item_ID, Quantity, Congregate, Modified_Ml, "
+    "Service_ID, Sort_Order";
 
 // One table's rows, ready to go to the store: its insert as the layer
 // translates it, prepared, and every row's values converted to the types the
@@ -41,8 +43,8 @@ struct PreparedInsert
     std::vector<std::unique_ptr<kb::StoreStatement>> steps;
     std::vector<std::vector<QVariant>> rows;
 
-    PreparedInsert(kb::Database& db, const QString& table, const QString& columns, const kb::ResultSet& source,
-                   qint64 idOffset, const QDate& date)
+    PreparedInsert(kb::Database& db, const QString& table, const QString& columns,
+                   const kb::ResultSet& source, qint64 idOffset, const QDate& date)
     {
         QStringList names = columns.split(QStringLiteral(", "));
         const QString text = QStringLiteral("Insert into %1 (%2) values (:%3)")
@@ -123,12 +125,13 @@ int main(int argc, char** argv)
         }
         if (i == 0)
             std::printf("save, the date held nothing: %lld deliveries, %lld MealCrdt rows in %.1f ms\n",
-                        static_cast<long long>(saved->deliveries), static_cast<long long>(saved->mealCrdtRows), ms);
+                        static_cast<long long>(saved->deliveries),
+                        static_cast<long long>(saved->mealCrdtRows), ms);
         else
             saves.add(ms);
     }
-    std::printf("save over the earlier save: min %.1f ms, median %.1f ms, max %.1f ms over %d runs\n", saves.min(),
-                saves.median(), saves.max(), options.repeat);
+    std::printf("save over the earlier save: min %.1f ms, median %.1f ms, max %.1f ms over %d runs\n",
+                saves.min(), saves.median(), saves.max(), options.repeat);
 
     // The bound: the rows the save wrote, once more under another date and
     // numbers no save uses, committed, then taken away again.
@@ -136,13 +139,15 @@ int main(int argc, char** argv)
     const QDate boundDate = options.date.addYears(30);
     const qint64 offset = 1000000000;
     const kb::ResultSet deliveri = db.execute(
-        QStringLiteral("Select %1 from Deliveri where Deliv_Dt = :D").arg(QLatin1String(deliveriColumns)), date);
+        QStringLiteral("Select %1 from Deliveri where Deliv_Dt = :D").arg(QLatin1String(deliveriColumns)),
+        date);
     const kb::ResultSet mealCrdt = db.execute(
-        QStringLiteral("Select %1 from MealCrdt where Deliv_Dt = :D").arg(QLatin1String(mealCrdtColumns)), date);
+        QStringLiteral("Select %1 from MealCrdt where Deliv_Dt = :D").arg(QLatin1String(mealCrdtColumns)),
+        date);
     Timings bound;
     for (int i = 0; i < options.repeat; ++i) {
-        PreparedInsert deliveries(db, QStringLiteral("Deliveri"), QLatin1String(deliveriColumns), deliveri, offset,
-                                  boundDate);
+        PreparedInsert deliveries(db, QStringLiteral("Deliveri"), QLatin1String(deliveriColumns), deliveri,
+                                  offset, boundDate);
         PreparedInsert items(db, QStringLiteral("MealCrdt"), QLatin1String(mealCrdtColumns), mealCrdt, offset,
                              boundDate);
         timer.restart();
@@ -151,13 +156,15 @@ int main(int argc, char** argv)
         items.run();
         db.store().commit();
         bound.add(timer.nsecsElapsed() / 1e6);
-        db.execute(QStringLiteral("Delete from Deliveri where Deliv_Dt = :D; Delete from MealCrdt where Deliv_Dt = :D"),
+        db.execute(QStringLiteral(
+                       "Delete from Deliveri where Deliv_Dt = :D; Delete from MealCrdt where Deliv_Dt = :D"),
                    {{QStringLiteral("D"), boundDate}});
     }
-    std::printf("lower bound, %lld Deliveri and %lld MealCrdt rows through the store's prepared statements in one "
-                "transaction: min %.1f ms, median %.1f ms\n",
-                static_cast<long long>(deliveri.rowCount()), static_cast<long long>(mealCrdt.rowCount()), bound.min(),
-                bound.median());
+    std::printf(
+        "lower bound, %lld Deliveri and %lld MealCrdt rows through the store's prepared statements in one "
+        "transaction: min %.1f ms, median %.1f ms\n",
+        static_cast<long long>(deliveri.rowCount()), static_cast<long long>(mealCrdt.rowCount()), bound.min(),
+        bound.median());
     std::printf("prepare + save: %.1f ms; save / lower bound: %.2fx (medians)\n", prepareMs + saves.median(),
                 saves.median() / bound.median());
     form.FormClose();

@@ -6,10 +6,11 @@ namespace kb::app {
 
 QCommandLineOption deliveryTypeOption()
 {
-    return QCommandLineOption(QStringLiteral("type"),
-                              QStringLiteral("The delivery type: A all, O ongoing only, E episodic only, S scheduled "
-                                             "only, B episodic and scheduled. A when not given."),
-                              QStringLiteral("A|O|E|S|B"));
+    return QCommandLineOption(
+        QStringLiteral("type"),
+        QStringLiteral("The delivery type: A all, O ongoing only, E episodic only, S scheduled "
+                       "only, B episodic and scheduled. A when not given."),
+        QStringLiteral("A|O|E|S|B"));
 }
 
 QChar deliveryTypeLetter(const CommandArgs& args)
@@ -27,7 +28,8 @@ GivenItemConfirmation itemConfirmation(const CommandArgs& args)
     const std::optional<GivenItemConfirmation> answer =
         GivenItemConfirmation::fromText(args.value(QStringLiteral("confirm"), QStringLiteral("none")));
     if (!answer)
-        throw UsageError(QStringLiteral("--confirm needs all, none or item numbers separated by commas, such as 10,14."));
+        throw UsageError(
+            QStringLiteral("--confirm needs all, none or item numbers separated by commas, such as 10,14."));
     return *answer;
 }
 

@@ -28,8 +28,7 @@ int runSave(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 
     kb::app::CommandSession session(context);
     const kb::AccessLevel access = session.data().session().access();
-    if (!access.mayChangeData())
-        throw kb::MessageError(access.refusal());
+    if (!access.mayChangeData()) throw kb::MessageError(access.refusal());
     kb::app::SaveProgress ui(session.ui(), context.err, args.isSet(QStringLiteral("progress")));
     kb::GivenRunDialogs dialogs;
     std::optional<kb::SaveResult> saved;
@@ -40,16 +39,16 @@ int runSave(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
         kb::app::prepareRun(form, date, letter);
         if (form.table().rowCount() == 0) {
             form.FormClose();
-            throw kb::MessageError(QStringLiteral("No deliveries are due on %1 for %2; nothing was saved.")
-                                       .arg(date.toString(Qt::ISODate),
-                                            kb::TFormRunPrepare::deliveryTypeTexts().value(form.deliveryTypeIndex())));
+            throw kb::MessageError(
+                QStringLiteral("No deliveries are due on %1 for %2; nothing was saved.")
+                    .arg(date.toString(Qt::ISODate),
+                         kb::TFormRunPrepare::deliveryTypeTexts().value(form.deliveryTypeIndex())));
         }
         saved = form.ActionSaveData();
         form.FormClose();
     }
     session.close();
-    if (!saved)
-        return 1;
+    if (!saved) return 1;
     context.out << "deliveries,first_deliv_id,last_deliv_id\n"
                 << saved->deliveries << ',' << saved->firstDelivId << ',' << saved->lastDelivId << '\n';
     return 0;
@@ -59,19 +58,23 @@ const kb::app::CommandRegistration registration(
     {.name = QStringLiteral("save"),
      .arguments = QStringLiteral("DATE"),
      .description = QStringLiteral(
-         "Prepares the run of DATE as the Daily Run Preparation screen does and saves it as its Save Data does: "
-         "the date's stored deliveries are replaced in one transaction, their statuses kept. Prints the number of "
+         "Prepares the run of DATE as the Daily Run Preparation screen does and saves it as its Save Data "
+         "does: "
+         "the date's stored deliveries are replaced in one transaction, their statuses kept. Prints the "
+         "number of "
          "deliveries saved and the range of their Deliv_IDs as CSV. When the agency flags special meals, the "
-         "date's stored specification is used (none when the date has none). A failed save changes nothing and "
+         "date's stored specification is used (none when the date has none). A failed save changes nothing "
+         "and "
          "exits 1."),
      .minArguments = 1,
      .maxArguments = 1,
-     .options = {kb::app::deliveryTypeOption(),
-                 kb::app::confirmOption(QStringLiteral("The items that need confirmation and are confirmed: all, "
-                                                       "none (when not given) or their numbers.")),
-                 QCommandLineOption(QStringLiteral("progress"),
-                                    QStringLiteral("Shows the progress on the error stream one line at a time also "
-                                                   "when it is not a terminal (on a terminal it always shows)."))},
+     .options =
+         {kb::app::deliveryTypeOption(),
+          kb::app::confirmOption(QStringLiteral("The items that need confirmation and are confirmed: all, "
+                                                "none (when not given) or their numbers.")),
+          QCommandLineOption(QStringLiteral("progress"),
+                             QStringLiteral("Shows the progress on the error stream one line at a time also "
+                                            "when it is not a terminal (on a terminal it always shows)."))},
      .repeatable = {},
      .needsUser = true},
     runSave);

@@ -9,12 +9,14 @@ SaveProgress::SaveProgress(UserInterface& inner, QTextStream& err, bool lines)
 {
 }
 
-SaveProgress::~SaveProgress() { endLine(); }
+SaveProgress::~SaveProgress()
+{
+    endLine();
+}
 
 void SaveProgress::endLine()
 {
-    if (!m_open)
-        return;
+    if (!m_open) return;
     m_err << '\n';
     m_err.flush();
     m_open = false;

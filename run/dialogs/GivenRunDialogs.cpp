@@ -7,26 +7,22 @@ namespace kb {
 
 bool GivenRunDialogs::chooseDate(DateChoice& choice)
 {
-    if (!date)
-        return false;
+    if (!date) return false;
     choice.date = *date;
     return true;
 }
 
 bool GivenRunDialogs::setSpecialMeals(TFormSetSpecialMeals& form)
 {
-    if (specialMeals)
-        return specialMeals(form);
-    if (!form.isProposal() && form.accept())
-        return true;
+    if (specialMeals) return specialMeals(form);
+    if (!form.isProposal() && form.accept()) return true;
     form.reject();
     return false;
 }
 
 void GivenRunDialogs::copySpecialMeals(TFormCopySpecialMeals& form)
 {
-    if (copy)
-        copy(form);
+    if (copy) copy(form);
 }
 
 } // namespace kb

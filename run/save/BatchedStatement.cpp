@@ -11,14 +11,12 @@ BatchedStatement::BatchedStatement(Database& db, const QString& text, size_t bat
 void BatchedStatement::add(Params values)
 {
     m_pending.push_back(std::move(values));
-    if (m_pending.size() >= m_batchRows)
-        flush();
+    if (m_pending.size() >= m_batchRows) flush();
 }
 
 void BatchedStatement::flush()
 {
-    if (m_pending.empty())
-        return;
+    if (m_pending.empty()) return;
     std::vector<Params> rows;
     rows.swap(m_pending);
     m_pending.reserve(m_batchRows);

@@ -25,8 +25,7 @@ DelivIdPlan DelivIdPlan::make(const std::vector<DeliveryItems>& rows, qint64 fir
         const qint64 iMost_Recent_Person_ID = rows[r].delivery.personId;
         const qint64 next = rows[r + 1 < rows.size() ? r + 1 : r].delivery.personId;
         lConsolidated = consolidate && next == iMost_Recent_Person_ID;
-        if (!lConsolidated)
-            ++iDeliv_ID;
+        if (!lConsolidated) ++iDeliv_ID;
     }
     plan.m_afterLast = iDeliv_ID;
     return plan;

@@ -11,8 +11,7 @@ namespace {
 // Stops are kept to four decimal places.
 QVariant stopOf(const QVariant& stop)
 {
-    if (stop.isNull())
-        return stop;
+    if (stop.isNull()) return stop;
     return std::round(stop.toDouble() * 10000.0) / 10000.0;
 }
 
@@ -20,13 +19,15 @@ QVariant stopOf(const QVariant& stop)
 
 DeliveriWriter::DeliveriWriter(Database& db, const QString& dow)
     : m_dow(dow),
-      m_insert(db, QStringLiteral(
-                       "Insert into Deliveri (Deliv_ID, Deliv_Dt, DOW, Route_ID, Client_ID, Person_ID, Stop, "
-                       "Delivery_Type, Svcs_Used, Cuisine_ID, Diet_Restr, Diet_Descr, Cold_Bag_ID, Custom_Items, "
-                       "Number_Meals, Number_Labels, Address_OverRidden, Funding_Desc, ZIP, Delivery_Status) values "
-                       "(:Deliv_ID, :Deliv_Dt, :DOW, :Route_ID, :Client_ID, :Person_ID, :Stop, :Delivery_Type, "
-                       ":Svcs_Used, :Cuisine_ID, :Diet_Restr, :Diet_Descr, :Cold_Bag_ID, :Custom_Items, "
-                       ":Number_Meals, :Number_Labels, :Address_OverRidden, :Funding_Desc, :ZIP, :Delivery_Status);"))
+      m_insert(
+          db,
+          QStringLiteral(
+              "Insert into Deliveri (Deliv_ID, Deliv_Dt, DOW, Route_ID, Client_ID, Person_ID, Stop, "
+              "Delivery_Type, Svcs_Used, Cuisine_ID, Diet_Restr, Diet_Descr, Cold_Bag_ID, Custom_Items, "
+              "Number_Meals, Number_Labels, Address_OverRidden, Funding_Desc, ZIP, Delivery_Status) values "
+              "(:Deliv_ID, :Deliv_Dt, :DOW, :Route_ID, :Client_ID, :Person_ID, :Stop, :Delivery_Type, "
+              ":Svcs_Used, :Cuisine_ID, :Diet_Restr, :Diet_Descr, :Cold_Bag_ID, :Custom_Items, "
+              ":Number_Meals, :Number_Labels, :Address_OverRidden, :Funding_Desc, :ZIP, :Delivery_Status);"))
 {
 }
 

@@ -16,7 +16,8 @@ public:
     // The row's own values, its items' counts and funding, and what the save
     // decided: its number, its Delivery_Type (lower case when it continues
     // a delivery) and the status carried over (empty for none).
-    void add(const DeliveryItems& delivery, qint64 delivId, const QString& deliveryType, const QString& status);
+    void add(const DeliveryItems& delivery, qint64 delivId, const QString& deliveryType,
+             const QString& status);
     void flush() { m_insert.flush(); }
     qint64 rowsWritten() const { return m_insert.rowsSent(); }
 

@@ -11,18 +11,20 @@ void DeliveryStatuses::keep(Database& db, const QDate& date)
     m_statuses.clear();
     try {
         drop(db); // left by a save that this session did not finish
-        db.execute(QStringLiteral("Select Person_ID, Svcs_Used, Delivery_Type, Delivery_Status  into Memory "
-                                  "DeliveryStatus from Deliveri where Deliv_Dt = :Deliv_Dt and Delivery_Status is "
-                                  "not null"),
-                   {{QStringLiteral("Deliv_Dt"), date}});
+        db.execute(
+            QStringLiteral("Select Person_ID, Svcs_Used, Delivery_Type, Delivery_Status  into Memory "
+                           "DeliveryStatus from Deliveri where Deliv_Dt = :Deliv_Dt and Delivery_Status is "
+                           "not null"),
+            {{QStringLiteral("Deliv_Dt"), date}});
         // The save looks each new row up here rather than in the table.
-        const ResultSet rows = db.execute(
-            QStringLiteral("Select Person_ID, Svcs_Used, Delivery_Type, Delivery_Status from Memory DeliveryStatus"));
+        const ResultSet rows = db.execute(QStringLiteral(
+            "Select Person_ID, Svcs_Used, Delivery_Type, Delivery_Status from Memory DeliveryStatus"));
         for (qsizetype r = 0; r < rows.rowCount(); ++r)
-            m_statuses[{rows.value(r, 0).toLongLong(), rows.value(r, 1).toLongLong(), rows.value(r, 2).toString()}] =
-                rows.value(r, 3).toString();
+            m_statuses[{rows.value(r, 0).toLongLong(), rows.value(r, 1).toLongLong(),
+                        rows.value(r, 2).toString()}] = rows.value(r, 3).toString();
     } catch (const DbError& e) {
-        throw MessageError(QStringLiteral("Unexpected error occurred while retrieving Comped data: ") + e.message());
+        throw MessageError(QStringLiteral("Unexpected error occurred while retrieving Comped data: ") +
+                           e.message());
     }
 }
 

@@ -15,8 +15,9 @@ template <typename Work> void appending(Work&& work)
     try {
         work();
     } catch (const DbError& e) {
-        throw MessageError(QStringLiteral("Unexpected error occurred while appending to the MealCrdt table: ") +
-                           e.message());
+        throw MessageError(
+            QStringLiteral("Unexpected error occurred while appending to the MealCrdt table: ") +
+            e.message());
     }
 }
 
@@ -24,10 +25,11 @@ template <typename Work> void appending(Work&& work)
 
 MealCrdtWriter::MealCrdtWriter(Database& db, const QString& dow)
     : m_dow(dow),
-      m_insert(db, QStringLiteral("Insert into MealCrdt (Deliv_ID, Person_ID, Deliv_Dt, DOW, Item_ID, Quantity, "
-                                  "Congregate, Modified_Ml, Service_ID, Sort_Order) values (:Deliv_ID, :Person_ID, "
-                                  ":Deliv_Dt, :DOW, :Item_ID, :Quantity, :Congregate, :Modified_Ml, :Service_ID, "
-                                  ":Sort_Order);"))
+      m_insert(db, QStringLiteral(
+                       "Insert into MealCrdt (Deliv_ID, Person_ID, Deliv_Dt, DOW, Item_ID, Quantity, "
+                       "Congregate, Modified_Ml, Service_ID, Sort_Order) values (:Deliv_ID, :Person_ID, "
+                       ":Deliv_Dt, :DOW, :Item_ID, :Quantity, :Congregate, :Modified_Ml, :Service_ID, "
+                       ":Sort_Order);"))
 {
 }
 

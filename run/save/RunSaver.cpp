@@ -21,8 +21,6 @@
 #include <QRandomGenerator>
 #include <QThread>
 
-
-
 namespace kb {
 
 namespace {
@@ -51,7 +49,8 @@ QString savedHistoryText(const QDate& date, const QString& deliveryTypeText, qin
            (count == 1 ? QStringLiteral(" name.") : QStringLiteral(" names."));
 }
 
-RunSaver::RunSaver(Database& db, UserInterface& ui, MemTableDeliveries& table, TableSpecialLabels& specialLabels)
+RunSaver::RunSaver(Database& db, UserInterface& ui, MemTableDeliveries& table,
+                   TableSpecialLabels& specialLabels)
     : m_db(db), m_ui(ui), m_table(table), m_specialLabels(specialLabels)
 {
 }
@@ -72,11 +71,9 @@ void RunSaver::beginTransaction(std::optional<TransactionGuard>& transaction)
             return;
         } catch (const DbError& e) {
             const bool locked = e.code() == DbErrorCode::TableLocked || e.code() == DbErrorCode::RecordLocked;
-            if (!locked || attempt >= m_transactionTries)
-                throw;
+            if (!locked || attempt >= m_transactionTries) throw;
         }
-        if (QCoreApplication::instance())
-            QCoreApplication::processEvents();
+        if (QCoreApplication::instance()) QCoreApplication::processEvents();
         QThread::msleep(QRandomGenerator::global()->bounded(20, 120));
     }
 }
@@ -85,7 +82,8 @@ SaveResult RunSaver::save(const RunSaveRequest& request)
 {
     const QDate date = request.runDate;
     const QString dow = RunStatements::dayCode(date);
-    const ResultSet config = m_db.execute(QStringLiteral("Select Consolidate_Deliveries, Line_Item_Retention from Config"));
+    const ResultSet config =
+        m_db.execute(QStringLiteral("Select Consolidate_Deliveries, Line_Item_Retention from Config"));
     const bool lConsolidate_Deliveries = !config.isEmpty() && config.value(0, 0).toBool();
     const qint64 retention = config.isEmpty() ? 0 : config.value(0, 1).toLongLong();
 
@@ -107,15 +105,19 @@ SaveResult RunSaver::save(const RunSaveRequest& request)
     statuses.keep(m_db, date);
     reach(SaveStep::DeleteDeliveries);
     runStep(m_db, QStringLiteral("Unexpected error occurred while deleting Deliveries: "),
-            QStringLiteral("Delete from Deliveri where Deliv_dt = :dChosenDate"), {{QStringLiteral("dChosenDate"), date}});
+            QStringLiteral("Delete from Deliveri where Deliv_dt = :dChosenDate"),
+            {{QStringLiteral("dChosenDate"), date}});
     reach(SaveStep::ClearFulfilled);
-    runStep(m_db,
-            QStringLiteral("An unexpected error has occurred while clearing the delivered flag on Episodic Deliveries: "),
-            QStringLiteral("Update EpisodicDeliveries set Fulfilled= '' where  Deliv_Date = :Deliv_Date"),
-            {{QStringLiteral("Deliv_Date"), date}});
+    runStep(
+        m_db,
+        QStringLiteral(
+            "An unexpected error has occurred while clearing the delivered flag on Episodic Deliveries: "),
+        QStringLiteral("Update EpisodicDeliveries set Fulfilled= '' where  Deliv_Date = :Deliv_Date"),
+        {{QStringLiteral("Deliv_Date"), date}});
     reach(SaveStep::DeleteMealCrdt);
     runStep(m_db, QStringLiteral("Unexpected error occurred while deleting Meal Credits: "),
-            QStringLiteral("Delete from MealCrdt where Deliv_Dt = :dChosenDate"), {{QStringLiteral("dChosenDate"), date}});
+            QStringLiteral("Delete from MealCrdt where Deliv_Dt = :dChosenDate"),
+            {{QStringLiteral("dChosenDate"), date}});
     reach(SaveStep::DeleteSpecialDiets);
     m_db.execute(QStringLiteral("Delete from Special_Diets where Deliv_Dt < :Deliv_Dt"),
                  {{QStringLiteral("Deliv_Dt"), date.addDays(-7)}});
@@ -140,22 +142,23 @@ SaveResult RunSaver::save(const RunSaveRequest& request)
         const qint64 delivId = plan.delivId(r);
         const QString deliveryType = plan.deliveryType(r, d.deliveryType);
         mealCrdt.MoveToMealCrdts(row, delivId);
-        deliveri.add(row, delivId, deliveryType, statuses.statusOf(d.personId, d.svcsUsed.toLongLong(), deliveryType));
+        deliveri.add(row, delivId, deliveryType,
+                     statuses.statusOf(d.personId, d.svcsUsed.toLongLong(), deliveryType));
         if ((r + 1) % progressChunk == 0 || r + 1 == rows.size()) {
             mealCrdt.flush();
             deliveri.flush();
             m_ui.progressStep(int((r + 1) * 100 / rows.size()));
-            if (r + 1 <= progressChunk)
-                reach(SaveStep::WriteDeliveries);
+            if (r + 1 <= progressChunk) reach(SaveStep::WriteDeliveries);
         }
     }
     // Every dated row of a client with a dated delivery in the run counts
     // as delivered: one statement for the run rather than one per client.
     reach(SaveStep::MarkFulfilled);
-    m_db.execute(QStringLiteral("Update EpisodicDeliveries set Fulfilled= 'Y' where Deliv_Date = :Deliv_Date and "
-                                "Person_ID in (Select Person_ID from Memory MemTableDeliveries where "
-                                "Substring(Delivery_Type from 1 for 1) in ('E', 'S'))"),
-                 {{QStringLiteral("Deliv_Date"), date}});
+    m_db.execute(
+        QStringLiteral("Update EpisodicDeliveries set Fulfilled= 'Y' where Deliv_Date = :Deliv_Date and "
+                       "Person_ID in (Select Person_ID from Memory MemTableDeliveries where "
+                       "Substring(Delivery_Type from 1 for 1) in ('E', 'S'))"),
+        {{QStringLiteral("Deliv_Date"), date}});
 
     reach(SaveStep::SaveIDNumber);
     counter.SaveIDNumber(plan.afterLastRow());
@@ -172,8 +175,8 @@ SaveResult RunSaver::save(const RunSaveRequest& request)
 
     reach(SaveStep::History);
     QueryInsertHistory(m_db, request.userFullName,
-                       {QVariant(), QVariant(), savedHistoryText(date, request.deliveryTypeText, qint64(rows.size())),
-                        date});
+                       {QVariant(), QVariant(),
+                        savedHistoryText(date, request.deliveryTypeText, qint64(rows.size())), date});
 
     reach(SaveStep::DropStatuses);
     DeliveryStatuses::drop(m_db);
@@ -197,10 +200,10 @@ void RunSaver::runOnSaveQuery(const QDate& date)
     } catch (const DbError&) {
         return; // no Queries table: no statement
     }
-    if (text.trimmed().isEmpty())
-        return;
+    if (text.trimmed().isEmpty()) return;
     m_ui.progressStart(QStringLiteral("Executing On-Save-Deliveries query"));
-    text.replace(QStringLiteral(":Delivery_Date"), QLatin1Char('\'') + date.toString(Qt::ISODate) + QLatin1Char('\''));
+    text.replace(QStringLiteral(":Delivery_Date"),
+                 QLatin1Char('\'') + date.toString(Qt::ISODate) + QLatin1Char('\''));
     try {
         m_db.execute(text);
     } catch (const std::exception& e) {

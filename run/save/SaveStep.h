@@ -2,8 +2,6 @@
 
 #include <QString>
 
-#include <optional>
-
 namespace kb {
 
 // The steps of a run's save inside its transaction, in their order. A
@@ -31,6 +29,5 @@ inline constexpr int saveStepCount = int(SaveStep::Commit) + 1;
 
 // "RetentionDelete", "KeepStatuses", ...
 QString saveStepName(SaveStep step);
-std::optional<SaveStep> saveStepByName(const QString& name);
 
 } // namespace kb

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QDate>
 #include "store/Database.h"
+#include <QDate>
 
 #include <QStringList>
 

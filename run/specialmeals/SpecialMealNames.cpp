@@ -7,12 +7,12 @@ namespace kb {
 SpecialMealNames SpecialMealNames::read(Database& db)
 {
     const ResultSet config = db.execute(QStringLiteral(
-        "Select SPECIAL1_LABEL, SPECIAL2_LABEL, SPECIAL3_LABEL, SPECIAL4_LABEL, SPECIAL5_LABEL, SPECIAL1_ABBREV, "
+        "Select SPECIAL1_LABEL, SPECIAL2_LABEL, SPECIAL3_LABEL, SPECIAL4_LABEL, SPECIAL5_LABEL, "
+        "SPECIAL1_ABBREV, "
         "SPECIAL2_ABBREV, SPECIAL3_ABBREV, SPECIAL4_ABBREV, SPECIAL5_ABBREV, SPECIAL_MEALS_ACTION_VISIBLE, "
         "DELIV_REPORT_SHOW_SPEC_LABELS from Config"));
     SpecialMealNames names;
-    if (config.isEmpty())
-        return names;
+    if (config.isEmpty()) return names;
     for (int i = 0; i < 5; ++i) {
         names.labels[size_t(i)] = config.value(0, i).toString().trimmed();
         names.abbreviations[size_t(i)] = config.value(0, 5 + i).toString().trimmed();
@@ -30,8 +30,7 @@ bool SpecialMealNames::inUse(int n) const
 int SpecialMealNames::mealsShown() const
 {
     for (int n = 5; n > 1; --n)
-        if (inUse(n))
-            return n;
+        if (inUse(n)) return n;
     return 1;
 }
 

@@ -25,18 +25,24 @@ QString assignments()
     return sets.join(QStringLiteral(", "));
 }
 
-QVariant textOrNone(const QString& text) { return text.isEmpty() ? QVariant() : QVariant(text); }
+QVariant textOrNone(const QString& text)
+{
+    return text.isEmpty() ? QVariant() : QVariant(text);
+}
 
 } // namespace
 
-QString SpecialMealsSpec::suffix(int n) { return n == 1 ? QString() : QString::number(n); }
+QString SpecialMealsSpec::suffix(int n)
+{
+    return n == 1 ? QString() : QString::number(n);
+}
 
 std::optional<SpecialMealsSpec> SpecialMealsSpec::read(Database& db, const QDate& date)
 {
-    const ResultSet rows = db.execute(QStringLiteral("select * from special_meals where deliv_date = :Deliv_Date"),
-                                      {{QStringLiteral("Deliv_Date"), date}});
-    if (rows.isEmpty())
-        return std::nullopt;
+    const ResultSet rows =
+        db.execute(QStringLiteral("select * from special_meals where deliv_date = :Deliv_Date"),
+                   {{QStringLiteral("Deliv_Date"), date}});
+    if (rows.isEmpty()) return std::nullopt;
     return fromRow(rows, 0);
 }
 
@@ -73,11 +79,11 @@ void SpecialMealsSpec::store(Database& db, const QDate& date) const
     Params values = params();
     values.emplace_back(QStringLiteral("Deliv_Date"), date);
     const qint64 changed =
-        db.execute(QStringLiteral("Update Special_Meals set %1 where Deliv_Date = :Deliv_Date").arg(assignments()),
-                   values)
+        db.execute(
+              QStringLiteral("Update Special_Meals set %1 where Deliv_Date = :Deliv_Date").arg(assignments()),
+              values)
             .rowsAffected();
-    if (changed == 0)
-        insert(db, date);
+    if (changed == 0) insert(db, date);
 }
 
 void SpecialMealsSpec::insert(Database& db, const QDate& date) const
@@ -94,7 +100,8 @@ void SpecialMealsSpec::update(Database& db, qint64 recordId) const
 {
     Params values = params();
     values.emplace_back(QStringLiteral("RecordID"), recordId);
-    db.execute(QStringLiteral("Update Special_Meals set %1 where RecordID = :RecordID").arg(assignments()), values);
+    db.execute(QStringLiteral("Update Special_Meals set %1 where RecordID = :RecordID").arg(assignments()),
+               values);
 }
 
 } // namespace kb

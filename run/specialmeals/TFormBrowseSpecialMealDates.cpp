@@ -43,35 +43,31 @@ void TFormBrowseSpecialMealDates::refresh()
         }
         m_rows.append(row);
     }
-    if (m_current >= m_rows.size())
-        m_current = int(m_rows.size()) - 1;
-    if (m_current < 0 && !m_rows.isEmpty())
-        m_current = 0;
+    if (m_current >= m_rows.size()) m_current = int(m_rows.size()) - 1;
+    if (m_current < 0 && !m_rows.isEmpty()) m_current = 0;
     emit changed();
 }
 
 void TFormBrowseSpecialMealDates::setCurrentRow(int row)
 {
-    if (row >= 0 && row < m_rows.size())
-        m_current = row;
+    if (row >= 0 && row < m_rows.size()) m_current = row;
 }
 
 void TFormBrowseSpecialMealDates::selectDate(const QDate& date)
 {
     for (int r = 0; r < m_rows.size(); ++r)
-        if (m_rows[r].date == date)
-            m_current = r;
+        if (m_rows[r].date == date) m_current = r;
 }
 
 void TFormBrowseSpecialMealDates::ActionAddDate()
 {
     DateChoice choice{QStringLiteral("Special Meals"), QStringLiteral("Date of the special meals:"),
                       m_db.clock().today().addDays(1)};
-    if (!m_dialogs.chooseDate(choice) || !choice.date.isValid())
-        return;
+    if (!m_dialogs.chooseDate(choice) || !choice.date.isValid()) return;
     if (SpecialMealsSpec::read(m_db, choice.date))
-        m_ui.information(QStringLiteral("The Special Meal specifications for that date already exist. \r\nThat date "
-                                        "will be presented for editing in the next window."));
+        m_ui.information(
+            QStringLiteral("The Special Meal specifications for that date already exist. \r\nThat date "
+                           "will be presented for editing in the next window."));
     else
         SpecialMealsSpec().insert(m_db, choice.date);
     refresh();
@@ -81,11 +77,11 @@ void TFormBrowseSpecialMealDates::ActionAddDate()
 
 void TFormBrowseSpecialMealDates::ActionEditDate()
 {
-    if (m_current < 0 || m_current >= m_rows.size())
-        return;
+    if (m_current < 0 || m_current >= m_rows.size()) return;
     const Row row = m_rows[m_current];
-    const ResultSet stored = m_db.execute(QStringLiteral("Select * from Special_Meals where RecordID = :RecordID"),
-                                          {{QStringLiteral("RecordID"), row.recordId}});
+    const ResultSet stored =
+        m_db.execute(QStringLiteral("Select * from Special_Meals where RecordID = :RecordID"),
+                     {{QStringLiteral("RecordID"), row.recordId}});
     if (stored.isEmpty()) {
         refresh();
         return;
@@ -95,8 +91,7 @@ void TFormBrowseSpecialMealDates::ActionEditDate()
     form.setCaption(TFormSetSpecialMeals::formCaption() + QStringLiteral(": ") +
                     QLocale().toString(row.date, QLocale::LongFormat));
     form.fill(SpecialMealsSpec::fromRow(stored, 0));
-    if (m_dialogs.setSpecialMeals(form))
-        form.result().update(m_db, row.recordId);
+    if (m_dialogs.setSpecialMeals(form)) form.result().update(m_db, row.recordId);
     // Copies made from the dialog add dates even when it is cancelled.
     refresh();
     selectDate(row.date);

@@ -31,7 +31,8 @@ public:
         std::array<bool, 5> marks{};
     };
 
-    TFormBrowseSpecialMealDates(Database& db, UserInterface& ui, RunDialogs& dialogs, QObject* parent = nullptr);
+    TFormBrowseSpecialMealDates(Database& db, UserInterface& ui, RunDialogs& dialogs,
+                                QObject* parent = nullptr);
 
     static QString caption() { return QStringLiteral("Special Meals by Date"); }
     static QString marksHeading() { return QStringLiteral("Specials Defined"); }

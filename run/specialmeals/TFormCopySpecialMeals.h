@@ -29,8 +29,8 @@ public:
     };
 
     // values: what is copied; source: the date they belong to.
-    TFormCopySpecialMeals(Database& db, UserInterface& ui, const SpecialMealsSpec& values, const QDate& source,
-                          QObject* parent = nullptr);
+    TFormCopySpecialMeals(Database& db, UserInterface& ui, const SpecialMealsSpec& values,
+                          const QDate& source, QObject* parent = nullptr);
     ~TFormCopySpecialMeals() override;
 
     static QString caption() { return QStringLiteral("Copy Special Meal Restrictions"); }

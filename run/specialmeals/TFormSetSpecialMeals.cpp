@@ -18,11 +18,13 @@ QStringList ruleCodes(int meal)
 
 } // namespace
 
-TFormSetSpecialMeals::TFormSetSpecialMeals(Database& db, UserInterface& ui, RunDialogs* dialogs, QObject* parent)
+TFormSetSpecialMeals::TFormSetSpecialMeals(Database& db, UserInterface& ui, RunDialogs* dialogs,
+                                           QObject* parent)
     : QObject(parent), m_db(db), m_ui(ui), m_dialogs(dialogs), m_names(SpecialMealNames::read(db))
 {
-    const ResultSet diets = db.execute(QStringLiteral("Select Diet_ID, Diet_Desc, Diet_Code from Diet where Diet_ID "
-                                                      ">= 1 and Diet_ID <= 31 order by Diet_ID"));
+    const ResultSet diets =
+        db.execute(QStringLiteral("Select Diet_ID, Diet_Desc, Diet_Code from Diet where Diet_ID "
+                                  ">= 1 and Diet_ID <= 31 order by Diet_ID"));
     for (qsizetype r = 0; r < diets.rowCount(); ++r) {
         m_dietBits.push_back(diets.value(r, 0).toInt() - 1);
         m_dietLines << diets.value(r, 1).toString().trimmed() + QStringLiteral("   [") +
@@ -47,36 +49,42 @@ QStringList TFormSetSpecialMeals::ruleEntries(int meal)
     return entries;
 }
 
-QString TFormSetSpecialMeals::rule(int meal) const { return ruleCodes(meal).value(panel(meal).ruleIndex); }
+QString TFormSetSpecialMeals::rule(int meal) const
+{
+    return ruleCodes(meal).value(panel(meal).ruleIndex);
+}
 
 void TFormSetSpecialMeals::setRuleIndex(int meal, int index)
 {
-    if (index < 0 || index >= ruleCodes(meal).size() || index == panel(meal).ruleIndex)
-        return;
+    if (index < 0 || index >= ruleCodes(meal).size() || index == panel(meal).ruleIndex) return;
     panel(meal).ruleIndex = index;
     emit changed();
 }
 
-bool TFormSetSpecialMeals::isDietChecked(int meal, int line) const { return (panel(meal).mask & lineBit(line)) != 0; }
+bool TFormSetSpecialMeals::isDietChecked(int meal, int line) const
+{
+    return (panel(meal).mask & lineBit(line)) != 0;
+}
 
 void TFormSetSpecialMeals::setDietChecked(int meal, int line, bool checked)
 {
     qint64& mask = panel(meal).mask;
     const qint64 before = mask;
     mask = checked ? (mask | lineBit(line)) : (mask & ~lineBit(line));
-    if (mask != before)
-        emit changed();
+    if (mask != before) emit changed();
 }
 
 void TFormSetSpecialMeals::setMatchAll(int meal, bool matchAll)
 {
-    if (panel(meal).matchAll == matchAll)
-        return;
+    if (panel(meal).matchAll == matchAll) return;
     panel(meal).matchAll = matchAll;
     emit changed();
 }
 
-void TFormSetSpecialMeals::setAction(int meal, const QString& text) { panel(meal).action = text; }
+void TFormSetSpecialMeals::setAction(int meal, const QString& text)
+{
+    panel(meal).action = text;
+}
 
 qint64 TFormSetSpecialMeals::knownDiets() const
 {
@@ -149,8 +157,7 @@ void TFormSetSpecialMeals::reject()
 
 void TFormSetSpecialMeals::ActionCopy()
 {
-    if (!m_dialogs || !m_copyVisible)
-        return;
+    if (!m_dialogs || !m_copyVisible) return;
     TFormCopySpecialMeals copy(m_db, m_ui, current(), m_date);
     m_dialogs->copySpecialMeals(copy);
 }

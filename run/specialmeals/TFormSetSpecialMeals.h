@@ -26,7 +26,8 @@ class TFormSetSpecialMeals : public QObject
     Q_OBJECT
 
 public:
-    TFormSetSpecialMeals(Database& db, UserInterface& ui, RunDialogs* dialogs = nullptr, QObject* parent = nullptr);
+    TFormSetSpecialMeals(Database& db, UserInterface& ui, RunDialogs* dialogs = nullptr,
+                         QObject* parent = nullptr);
 
     static QString formCaption() { return QStringLiteral("Set Special Meal Qualifications"); }
     static QString rulePrompt() { return QStringLiteral("Flag the labels for clients with:"); }

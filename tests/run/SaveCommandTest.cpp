@@ -10,8 +10,8 @@
 
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QThread>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -22,13 +22,17 @@ namespace {
 
 const QDate friday(2024, 3, 8);
 
-QString kettlebrookPathForTests() { return qEnvironmentVariable("KB_APP"); }
+QString kettlebrookPathForTests()
+{
+    return qEnvironmentVariable("KB_APP");
+}
 
 class SaveCommandTest : public ::testing::TestWithParam<StoreKind>
 {
 protected:
-    SaveCommandTest() : data(GetParam() == StoreKind::PostgreSQL && postgresTestAddress().isEmpty() ? StoreKind::SQLite
-                                                                                                      : GetParam())
+    SaveCommandTest()
+        : data(GetParam() == StoreKind::PostgreSQL && postgresTestAddress().isEmpty() ? StoreKind::SQLite
+                                                                                      : GetParam())
     {
     }
 
@@ -47,9 +51,11 @@ protected:
     {
         return data.commandLocation() + QStringList{QStringLiteral("--user"), user} + command;
     }
-    CommandResult save(const QDate& date, const QStringList& more = {}, const QString& user = QStringLiteral("treyes"))
+    CommandResult save(const QDate& date, const QStringList& more = {},
+                       const QString& user = QStringLiteral("treyes"))
     {
-        return runKettlebrook(words(user, QStringList{QStringLiteral("save"), date.toString(Qt::ISODate)} + more));
+        return runKettlebrook(
+            words(user, QStringList{QStringLiteral("save"), date.toString(Qt::ISODate)} + more));
     }
 
     struct Saved
@@ -79,13 +85,16 @@ protected:
     void expectOneSave(const QDate& date, const Saved& saved)
     {
         EXPECT_EQ(deliveries(date), saved.deliveries);
-        EXPECT_EQ(count(QStringLiteral("Select Min(Deliv_ID) from Deliveri where Deliv_Dt = :D"), date), saved.first);
-        EXPECT_EQ(count(QStringLiteral("Select Max(Deliv_ID) from Deliveri where Deliv_Dt = :D"), date), saved.last);
-        EXPECT_EQ(count(QStringLiteral("Select Count(*) from MealCrdt where Deliv_Dt = :D and (Deliv_ID < (Select "
-                                       "Min(Deliv_ID) from Deliveri where Deliv_Dt = :D) or Deliv_ID > (Select "
-                                       "Max(Deliv_ID) from Deliveri where Deliv_Dt = :D))"),
-                        date),
-                  0);
+        EXPECT_EQ(count(QStringLiteral("Select Min(Deliv_ID) from Deliveri where Deliv_Dt = :D"), date),
+                  saved.first);
+        EXPECT_EQ(count(QStringLiteral("Select Max(Deliv_ID) from Deliveri where Deliv_Dt = :D"), date),
+                  saved.last);
+        EXPECT_EQ(
+            count(QStringLiteral("Select Count(*) from MealCrdt where Deliv_Dt = :D and (Deliv_ID < (Select "
+                                 "Min(Deliv_ID) from Deliveri where Deliv_Dt = :D) or Deliv_ID > (Select "
+                                 "Max(Deliv_ID) from Deliveri where Deliv_Dt = :D))"),
+                  date),
+            0);
     }
 
     QTemporaryDir home;
@@ -94,7 +103,8 @@ protected:
 
 TEST_P(SaveCommandTest, PrintsTheDeliveriesSavedAndTheirNumbers)
 {
-    const qint64 counter = data.db().execute(QStringLiteral("Select Deliv_ID from IDNOS")).value(0, 0).toLongLong();
+    const qint64 counter =
+        data.db().execute(QStringLiteral("Select Deliv_ID from IDNOS")).value(0, 0).toLongLong();
     CommandResult result = save(monday, {QStringLiteral("--confirm"), QStringLiteral("all")});
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
     const Saved first = parse(result);
@@ -111,7 +121,8 @@ TEST_P(SaveCommandTest, PrintsTheDeliveriesSavedAndTheirNumbers)
     EXPECT_EQ(second.deliveries, first.deliveries);
     EXPECT_EQ(second.first, first.last + 2);
     expectOneSave(monday, second);
-    EXPECT_TRUE(result.err.contains(QStringLiteral("Saving new data. Please do not interrupt! Client Count: ")));
+    EXPECT_TRUE(
+        result.err.contains(QStringLiteral("Saving new data. Please do not interrupt! Client Count: ")));
     EXPECT_TRUE(result.err.contains(QStringLiteral("100%")));
 
     // The same run as the screen would save, ongoing only.
@@ -129,8 +140,9 @@ TEST_P(SaveCommandTest, RefusesWhatItMayNotOrCannotSave)
     // Nobody has an episodic delivery on a date so far ahead.
     result = save(QDate(2031, 1, 6), {QStringLiteral("--type"), QStringLiteral("E")});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_TRUE(result.err.contains(QStringLiteral("No deliveries are due on 2031-01-06 for Episodic Only; nothing was "
-                                                   "saved.")))
+    EXPECT_TRUE(result.err.contains(
+        QStringLiteral("No deliveries are due on 2031-01-06 for Episodic Only; nothing was "
+                       "saved.")))
         << result.err.toStdString();
     result = save(monday, {QStringLiteral("--confirm"), QStringLiteral("several")});
     EXPECT_EQ(result.exitCode, 2);
@@ -160,12 +172,14 @@ TEST_P(SaveCommandTest, TwoWorkstationsSavingAtOnceBothSucceedAndNeverMix)
     expectOneSave(monday, saved[0]);
     expectOneSave(tuesday, saved[1]);
     // The date saved twice holds the rows of the save that came last, whole.
-    const qint64 fridayFirst = count(QStringLiteral("Select Min(Deliv_ID) from Deliveri where Deliv_Dt = :D"), friday);
+    const qint64 fridayFirst =
+        count(QStringLiteral("Select Min(Deliv_ID) from Deliveri where Deliv_Dt = :D"), friday);
     expectOneSave(friday, fridayFirst == saved[2].first ? saved[2] : saved[3]);
     // No two saves drew the same numbers.
     for (int a = 0; a < saved.size(); ++a)
         for (int b = a + 1; b < saved.size(); ++b)
-            EXPECT_TRUE(saved[a].last < saved[b].first || saved[b].last < saved[a].first) << a << " and " << b;
+            EXPECT_TRUE(saved[a].last < saved[b].first || saved[b].last < saved[a].first)
+                << a << " and " << b;
 }
 
 TEST_P(SaveCommandTest, ASaveKilledInTheMiddleLeavesTheDateAsItWas)
@@ -175,7 +189,8 @@ TEST_P(SaveCommandTest, ASaveKilledInTheMiddleLeavesTheDateAsItWas)
     const qint64 rows = parse(first).deliveries;
     int killedBefore = 0;
     // Killed at one of the save's steps, at random within it.
-    for (const char* step : {"Deleting prior credits", "Identifying various defaults", "Saving new data", "%"}) {
+    for (const char* step :
+         {"Deleting prior credits", "Identifying various defaults", "Saving new data", "%"}) {
         SCOPED_TRACE(step);
         const QString before = savedRunFingerprint(data.db());
         QProcess process;
@@ -196,8 +211,10 @@ TEST_P(SaveCommandTest, ASaveKilledInTheMiddleLeavesTheDateAsItWas)
         } else {
             // The save had committed: the date holds one whole save.
             SCOPED_TRACE("the save committed before it was killed");
-            const qint64 low = count(QStringLiteral("Select Min(Deliv_ID) from Deliveri where Deliv_Dt = :D"), monday);
-            const qint64 high = count(QStringLiteral("Select Max(Deliv_ID) from Deliveri where Deliv_Dt = :D"), monday);
+            const qint64 low =
+                count(QStringLiteral("Select Min(Deliv_ID) from Deliveri where Deliv_Dt = :D"), monday);
+            const qint64 high =
+                count(QStringLiteral("Select Max(Deliv_ID) from Deliveri where Deliv_Dt = :D"), monday);
             expectOneSave(monday, {rows, low, high});
         }
     }

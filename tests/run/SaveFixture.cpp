@@ -19,17 +19,19 @@ std::optional<SaveResult> SaveFixture::save(const QDate& date, QChar letter)
 
 ResultSet SaveFixture::deliveries(const QDate& date)
 {
-    return db().execute(QStringLiteral("Select * from Deliveri where Deliv_Dt = :Date order by Deliv_ID, Person_ID, "
-                                       "Delivery_Type"),
-                        {{QStringLiteral("Date"), date}});
+    return db().execute(
+        QStringLiteral("Select * from Deliveri where Deliv_Dt = :Date order by Deliv_ID, Person_ID, "
+                       "Delivery_Type"),
+        {{QStringLiteral("Date"), date}});
 }
 
 ResultSet SaveFixture::mealCrdt(const QDate& date)
 {
-    return db().execute(QStringLiteral("Select Deliv_ID, Person_ID, Deliv_Dt, DOW, Item_ID, Quantity, Congregate, "
-                                       "Modified_Ml, Service_ID, Sort_Order from MealCrdt where Deliv_Dt = :Date "
-                                       "order by Deliv_ID, Sort_Order, Item_ID"),
-                        {{QStringLiteral("Date"), date}});
+    return db().execute(
+        QStringLiteral("Select Deliv_ID, Person_ID, Deliv_Dt, DOW, Item_ID, Quantity, Congregate, "
+                       "Modified_Ml, Service_ID, Sort_Order from MealCrdt where Deliv_Dt = :Date "
+                       "order by Deliv_ID, Sort_Order, Item_ID"),
+        {{QStringLiteral("Date"), date}});
 }
 
 std::string SaveFixture::errors() const
@@ -37,7 +39,10 @@ std::string SaveFixture::errors() const
     return ui.texts(ScriptedUserInterface::Kind::Error).join(QLatin1Char('\n')).toStdString();
 }
 
-QVariant SaveFixture::idnos() { return db().execute(QStringLiteral("Select Deliv_ID from IDNOS")).value(0, 0); }
+QVariant SaveFixture::idnos()
+{
+    return db().execute(QStringLiteral("Select Deliv_ID from IDNOS")).value(0, 0);
+}
 
 void SaveFixture::setIdnos(const QVariant& value)
 {
@@ -50,10 +55,12 @@ QString savedRunFingerprint(Database& db)
     QTextStream out(&text);
     for (const char* statement :
          {"Select * from Deliveri order by Deliv_ID, Person_ID, Delivery_Type",
-          "Select Deliv_ID, Person_ID, Deliv_Dt, DOW, Item_ID, Quantity, Congregate, Modified_Ml, Service_ID, "
+          "Select Deliv_ID, Person_ID, Deliv_Dt, DOW, Item_ID, Quantity, Congregate, Modified_Ml, "
+          "Service_ID, "
           "Sort_Order from MealCrdt order by Deliv_ID, Sort_Order, Item_ID, Person_ID, Quantity",
           "Select * from Special_Diets order by Deliv_ID, Person_ID",
-          "Select RecordID, Fulfilled from EpisodicDeliveries order by RecordID", "Select Deliv_ID from IDNOS"})
+          "Select RecordID, Fulfilled from EpisodicDeliveries order by RecordID",
+          "Select Deliv_ID from IDNOS"})
         writeCsv(out, db.execute(QString::fromLatin1(statement)));
     out.flush();
     return text;

@@ -94,9 +94,12 @@ TEST_P(SaveRunTest, EachRowBecomesOneDeliveriRowWithItsItemsCountsAndFunding)
     // MealCrdt rows carry their delivery's number, in the list's order.
     const ResultSet items = mealCrdt(monday);
     ASSERT_EQ(items.rowCount(), 4);
-    EXPECT_EQ(items.row(0), (QVariantList{1, 1, monday, QStringLiteral("MON"), int(HotLunch), 1, true, true, 1, 1}));
-    EXPECT_EQ(items.row(1), (QVariantList{1, 1, monday, QStringLiteral("MON"), int(Milk), 1, true, true, 1, 2}));
-    EXPECT_EQ(items.row(2), (QVariantList{2, 2, monday, QStringLiteral("MON"), int(Soup), 3, false, false, 1, 1}));
+    EXPECT_EQ(items.row(0),
+              (QVariantList{1, 1, monday, QStringLiteral("MON"), int(HotLunch), 1, true, true, 1, 1}));
+    EXPECT_EQ(items.row(1),
+              (QVariantList{1, 1, monday, QStringLiteral("MON"), int(Milk), 1, true, true, 1, 2}));
+    EXPECT_EQ(items.row(2),
+              (QVariantList{2, 2, monday, QStringLiteral("MON"), int(Soup), 3, false, false, 1, 1}));
     EXPECT_EQ(items.value(3, 0).toInt(), 3);
     EXPECT_EQ(items.value(3, 8).toInt(), 2);
 
@@ -132,11 +135,11 @@ TEST_P(SaveRunTest, ConsolidationSharesANumberBetweenAdjacentRowsOfOnePersonOnly
     // Client 1 has his weekly delivery and a scheduled one at the same route
     // and stop; client 2's rows have client 3's stop between them.
     addClient(1);
-    addDated(1, monday, QStringLiteral("S"), {{QStringLiteral("Route"), QStringLiteral("R1")},
-                                              {QStringLiteral("Stop"), 1.0}});
+    addDated(1, monday, QStringLiteral("S"),
+             {{QStringLiteral("Route"), QStringLiteral("R1")}, {QStringLiteral("Stop"), 1.0}});
     addClient(2);
-    addDated(2, monday, QStringLiteral("S"), {{QStringLiteral("Route"), QStringLiteral("R1")},
-                                              {QStringLiteral("Stop"), 4.0}});
+    addDated(2, monday, QStringLiteral("S"),
+             {{QStringLiteral("Route"), QStringLiteral("R1")}, {QStringLiteral("Stop"), 4.0}});
     addClient(3);
     setIdnos(10);
 
@@ -199,7 +202,9 @@ TEST_P(SaveRunTest, ASaveOverAnEarlierOneReplacesItKeepingMatchingStatuses)
     const ResultSet items = mealCrdt(monday);
     ASSERT_EQ(items.rowCount(), 3);
     EXPECT_EQ(items.value(0, 0).toInt(), column(second, 1, QStringLiteral("Deliv_ID")).toInt());
-    EXPECT_EQ(db().execute(QStringLiteral("Select Count(*) from History where Event like 'Saved%'")).value(0, 0).toInt(),
+    EXPECT_EQ(db().execute(QStringLiteral("Select Count(*) from History where Event like 'Saved%'"))
+                  .value(0, 0)
+                  .toInt(),
               2);
 }
 
@@ -213,8 +218,10 @@ TEST_P(SaveRunTest, AnOngoingOnlySaveClearsTheDatesDatedDeliveriesAndTheirMarks)
     ASSERT_TRUE(save(monday, u'O')) << errors();
     const ResultSet rows = deliveries(monday);
     EXPECT_EQ(rows.rowCount(), 2);
-    EXPECT_EQ(db().execute(QStringLiteral("Select Fulfilled from EpisodicDeliveries")).value(0, 0).toString(), "");
-    EXPECT_EQ(db().execute(QStringLiteral("Select Event from History where Event like 'Saved%' order by RecordID desc"))
+    EXPECT_EQ(db().execute(QStringLiteral("Select Fulfilled from EpisodicDeliveries")).value(0, 0).toString(),
+              "");
+    EXPECT_EQ(db().execute(QStringLiteral(
+                               "Select Event from History where Event like 'Saved%' order by RecordID desc"))
                   .value(0, 0)
                   .toString(),
               "Saved 3/11/24 Ongoing Only, 2 names.");
@@ -224,12 +231,15 @@ TEST_P(SaveRunTest, TheCounterAndTheRetentionOfOldItemLines)
 {
     addClient(1);
     // IDNOS empty with stored deliveries: one above the highest number.
-    insertRow(db(), QStringLiteral("Deliveri"), {{QStringLiteral("Deliv_ID"), 500},
-                                                 {QStringLiteral("Deliv_Dt"), QDate(2024, 1, 1)},
-                                                 {QStringLiteral("Person_ID"), 1}});
+    insertRow(db(), QStringLiteral("Deliveri"),
+              {{QStringLiteral("Deliv_ID"), 500},
+               {QStringLiteral("Deliv_Dt"), QDate(2024, 1, 1)},
+               {QStringLiteral("Person_ID"), 1}});
     for (const QDate& day : {QDate(2024, 1, 1), QDate(2024, 2, 5), QDate(2024, 2, 6)})
         insertRow(db(), QStringLiteral("MealCrdt"),
-                  {{QStringLiteral("Deliv_ID"), 500}, {QStringLiteral("Deliv_Dt"), day}, {QStringLiteral("Item_ID"), 1}});
+                  {{QStringLiteral("Deliv_ID"), 500},
+                   {QStringLiteral("Deliv_Dt"), day},
+                   {QStringLiteral("Item_ID"), 1}});
     setIdnos(QVariant());
     setConfig(QStringLiteral("Line_Item_Retention"), 0);
     std::optional<SaveResult> saved = save(monday);
@@ -245,17 +255,19 @@ TEST_P(SaveRunTest, TheCounterAndTheRetentionOfOldItemLines)
     ASSERT_TRUE(saved);
     EXPECT_EQ(saved->firstDelivId, 503);
     EXPECT_EQ(db().execute(count).value(0, 0).toInt(), 2);
-    EXPECT_EQ(db().execute(QStringLiteral("Select Min(Deliv_Dt) from MealCrdt")).value(0, 0).toDate(), QDate(2024, 2, 5));
+    EXPECT_EQ(db().execute(QStringLiteral("Select Min(Deliv_Dt) from MealCrdt")).value(0, 0).toDate(),
+              QDate(2024, 2, 5));
 }
 
 TEST_P(SaveRunTest, TheAgencysOnSaveStatementRunsWithTheDateAndItsFailureIsOnlyNoted)
 {
     addClient(1);
     addClient(2);
-    insertRow(db(), QStringLiteral("Queries"),
-              {{QStringLiteral("Query_Name"), QStringLiteral("EXECUTE_ON_SAVE_DELIVERIES")},
-               {QStringLiteral("Query_Lines"),
-                QStringLiteral("Update Deliveri set Funding_Desc = 'HOOK' where Deliv_Dt = :Delivery_Date")}});
+    insertRow(
+        db(), QStringLiteral("Queries"),
+        {{QStringLiteral("Query_Name"), QStringLiteral("EXECUTE_ON_SAVE_DELIVERIES")},
+         {QStringLiteral("Query_Lines"),
+          QStringLiteral("Update Deliveri set Funding_Desc = 'HOOK' where Deliv_Dt = :Delivery_Date")}});
     ASSERT_TRUE(save(monday)) << errors();
     const ResultSet rows = deliveries(monday);
     EXPECT_EQ(column(rows, 1, QStringLiteral("Funding_Desc")).toString(), "HOOK");
@@ -268,12 +280,14 @@ TEST_P(SaveRunTest, TheAgencysOnSaveStatementRunsWithTheDateAndItsFailureIsOnlyN
 
     // A statement that adds a delivery of the date makes the count check
     // speak, after the commit.
-    db().execute(QStringLiteral("Update Queries set Query_Lines = 'Insert into Deliveri (Deliv_ID, Deliv_Dt) values "
-                                "(99999, :Delivery_Date)'"));
+    db().execute(
+        QStringLiteral("Update Queries set Query_Lines = 'Insert into Deliveri (Deliv_ID, Deliv_Dt) values "
+                       "(99999, :Delivery_Date)'"));
     ASSERT_TRUE(save(monday)) << errors();
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Error),
-              QStringList{"One or more deliveries may not have been saved correctly or the Deliveries table may be "
-                          "corrupt."});
+    EXPECT_EQ(
+        ui.texts(ScriptedUserInterface::Kind::Error),
+        QStringList{"One or more deliveries may not have been saved correctly or the Deliveries table may be "
+                    "corrupt."});
     EXPECT_EQ(deliveries(monday).rowCount(), 3);
     EXPECT_EQ(form().transactionText(), "OK");
 }
@@ -289,10 +303,11 @@ TEST_P(SaveRunTest, AFailureAtAnyStepLeavesTheStoredRunAsItWas)
     setConfig(QStringLiteral("DELIV_REPORT_SHOW_SPEC_LABELS"), true);
     setConfig(QStringLiteral("SPECIAL1_LABEL"), QStringLiteral("Diabetic"));
     setConfig(QStringLiteral("Line_Item_Retention"), 3);
-    insertRow(db(), QStringLiteral("Queries"),
-              {{QStringLiteral("Query_Name"), QStringLiteral("EXECUTE_ON_SAVE_DELIVERIES")},
-               {QStringLiteral("Query_Lines"),
-                QStringLiteral("Update Deliveri set Funding_Desc = 'HOOK' where Deliv_Dt = :Delivery_Date")}});
+    insertRow(
+        db(), QStringLiteral("Queries"),
+        {{QStringLiteral("Query_Name"), QStringLiteral("EXECUTE_ON_SAVE_DELIVERIES")},
+         {QStringLiteral("Query_Lines"),
+          QStringLiteral("Update Deliveri set Funding_Desc = 'HOOK' where Deliv_Dt = :Delivery_Date")}});
     SpecialMealsSpec spec;
     spec.meal(1) = {QStringLiteral("S"), 2, false, QString()};
     spec.store(db(), monday);
@@ -361,9 +376,10 @@ TEST_P(SaveRunTest, ASaveIsRefusedWhileATransactionIsOpenOrTheCounterIsHeld)
     EXPECT_FALSE(form().ActionSaveData());
     db().rollback();
     prepare(monday);
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Error),
-              QStringList{"Unable to start transaction! There is probably an earlier \r\ntransaction which did not "
-                          "successfully commit."});
+    EXPECT_EQ(
+        ui.texts(ScriptedUserInterface::Kind::Error),
+        QStringList{"Unable to start transaction! There is probably an earlier \r\ntransaction which did not "
+                    "successfully commit."});
     EXPECT_EQ(form().transactionText(), "Error! There is a prior transaction still open!");
     EXPECT_EQ(fingerprint(), before);
 
@@ -433,17 +449,19 @@ TEST_P(SaveRunTest, ASavedDateIsReloadedAndSavedAgainUnderItsOwnDate)
     }();
     ASSERT_TRUE(save(monday)) << errors();
     // The stored run was changed afterwards: a route and a stop.
-    db().execute(QStringLiteral("Update Deliveri set Route_ID = 'R2', Stop = 12.5 where Person_ID = 1 and Deliv_Dt = "
-                                ":Monday"),
-                 {{QStringLiteral("Monday"), monday}});
+    db().execute(
+        QStringLiteral("Update Deliveri set Route_ID = 'R2', Stop = 12.5 where Person_ID = 1 and Deliv_Dt = "
+                       ":Monday"),
+        {{QStringLiteral("Monday"), monday}});
     const ResultSet stored = deliveries(monday);
 
     // A date without deliveries leaves the grid as it was.
     prepare(tuesday);
     dialogs.date = QDate(2024, 4, 1);
     form().ActionPopulateGridWithPreviouslySavedDeliveries();
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Information),
-              QStringList{"It doesn't appear that there are any previously saved deliveries \r\nfor that date!"});
+    EXPECT_EQ(
+        ui.texts(ScriptedUserInterface::Kind::Information),
+        QStringList{"It doesn't appear that there are any previously saved deliveries \r\nfor that date!"});
     EXPECT_EQ(form().runDate(), tuesday);
 
     dialogs.date = monday;
@@ -465,7 +483,8 @@ TEST_P(SaveRunTest, ASavedDateIsReloadedAndSavedAgainUnderItsOwnDate)
     ASSERT_EQ(again.rowCount(), 3);
     EXPECT_EQ(column(again, 1, QStringLiteral("Route_ID")).toString(), "R2");
     EXPECT_DOUBLE_EQ(column(again, 1, QStringLiteral("Stop")).toDouble(), 12.5);
-    EXPECT_GT(column(again, 1, QStringLiteral("Deliv_ID")).toInt(), column(stored, 2, QStringLiteral("Deliv_ID")).toInt());
+    EXPECT_GT(column(again, 1, QStringLiteral("Deliv_ID")).toInt(),
+              column(stored, 2, QStringLiteral("Deliv_ID")).toInt());
     // Lower-case letters stay as they were stored.
     EXPECT_EQ(column(again, 2, QStringLiteral("Delivery_Type"), u's').toString(), "sD");
     QString tuesdayAfter;

@@ -28,7 +28,8 @@ protected:
         const char* const descriptions[] = {"Low Sodium", "Diabetic", "Low Fat"};
         for (int i = 0; i < 3; ++i)
             db().execute(QStringLiteral("Update Diet set Diet_Desc = :Desc where Diet_ID = :Id"),
-                         {{QStringLiteral("Desc"), QString::fromLatin1(descriptions[i])}, {QStringLiteral("Id"), i + 1}});
+                         {{QStringLiteral("Desc"), QString::fromLatin1(descriptions[i])},
+                          {QStringLiteral("Id"), i + 1}});
         setConfig(QStringLiteral("DELIV_REPORT_SHOW_SPEC_LABELS"), true);
         setConfig(QStringLiteral("SPECIAL1_LABEL"), QStringLiteral("Sugar-Free Dessert"));
         setConfig(QStringLiteral("SPECIAL2_LABEL"), QStringLiteral("Kosher"));
@@ -66,16 +67,18 @@ protected:
     // the flags that are set.
     QStringList flags()
     {
-        const ResultSet rows = db().execute(QStringLiteral(
-            "Select Person_ID, Delivery_Type, Label_Created, Label2_Created, Label3_Created from Deliveri order by "
-            "Person_ID, Delivery_Type"));
+        const ResultSet rows =
+            db().execute(QStringLiteral("Select Person_ID, Delivery_Type, Label_Created, Label2_Created, "
+                                        "Label3_Created from Deliveri order by "
+                                        "Person_ID, Delivery_Type"));
         QStringList list;
         for (qsizetype r = 0; r < rows.rowCount(); ++r) {
             QString set;
             for (int f = 0; f < 3; ++f)
-                if (rows.value(r, 2 + f).toBool())
-                    set += QString::number(f + 1);
-            list << QStringLiteral("%1 %2:%3").arg(rows.value(r, 0).toInt()).arg(rows.value(r, 1).toString(), set);
+                if (rows.value(r, 2 + f).toBool()) set += QString::number(f + 1);
+            list << QStringLiteral("%1 %2:%3")
+                        .arg(rows.value(r, 0).toInt())
+                        .arg(rows.value(r, 1).toString(), set);
         }
         return list;
     }
@@ -83,17 +86,21 @@ protected:
     // Special_Diets as "person meal:mask text" for every meal set.
     QStringList specialDiets()
     {
-        const ResultSet rows = db().execute(QStringLiteral("Select * from Special_Diets order by Person_ID, Deliv_ID"));
+        const ResultSet rows =
+            db().execute(QStringLiteral("Select * from Special_Diets order by Person_ID, Deliv_ID"));
         QStringList list;
         for (qsizetype r = 0; r < rows.rowCount(); ++r) {
             QString line = QString::number(rows.value(r, QStringLiteral("Person_ID")).toInt());
             EXPECT_EQ(rows.value(r, QStringLiteral("Deliv_Dt")).toDate(), monday);
             for (int n = 1; n <= 5; ++n) {
-                const QString prefix = n == 1 ? QStringLiteral("Special_Diet_") : QStringLiteral("Special%1_Diet_").arg(n);
+                const QString prefix =
+                    n == 1 ? QStringLiteral("Special_Diet_") : QStringLiteral("Special%1_Diet_").arg(n);
                 const QVariant& mask = rows.value(r, prefix + QStringLiteral("Restr"));
                 if (!mask.isNull())
-                    line += QStringLiteral(" %1:%2 %3").arg(n).arg(mask.toInt()).arg(
-                        rows.value(r, prefix + QStringLiteral("Descr")).toString());
+                    line += QStringLiteral(" %1:%2 %3")
+                                .arg(n)
+                                .arg(mask.toInt())
+                                .arg(rows.value(r, prefix + QStringLiteral("Descr")).toString());
             }
             list << line;
         }
@@ -107,8 +114,8 @@ TEST_P(SpecialMealsTest, EachRuleFlagsItsDeliveriesAndMatchAnyNamesTheMatchingDi
     everyRule().store(db(), monday);
     ASSERT_TRUE(save(monday)) << errors();
     EXPECT_EQ(flags(), (QStringList{"1 OD:123", "2 OD:2", "3 OD:2", "4 OD:", "5 OD:2", "5 SD:2"}));
-    EXPECT_EQ(specialDiets(), (QStringList{"1 2:3 LS / DB", "2 2:2 DB 4:4 LF", "3 2:1 LS", "5 2:3 LS / DB 4:4 LF",
-                                           "5 2:3 LS / DB 4:4 LF"}));
+    EXPECT_EQ(specialDiets(), (QStringList{"1 2:3 LS / DB", "2 2:2 DB 4:4 LF", "3 2:1 LS",
+                                           "5 2:3 LS / DB 4:4 LF", "5 2:3 LS / DB 4:4 LF"}));
     EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning),
               QStringList{"Filtering on All Matching Diets was attempted for Special Meal 4 or 5!"});
     // The run screen holds the rules of the save; the stored row is as it was.
@@ -122,8 +129,8 @@ TEST_P(SpecialMealsTest, EachRuleFlagsItsDeliveriesAndMatchAnyNamesTheMatchingDi
     db().execute(QStringLiteral("Update Clients set Diet_Restr = 2 where Person_ID = 4"));
     ASSERT_TRUE(save(monday)) << errors();
     EXPECT_EQ(flags(), (QStringList{"1 OD:123", "2 OD:2", "3 OD:2", "4 OD:2", "4 SD:2", "5 OD:", "5 SD:"}));
-    EXPECT_EQ(specialDiets(), (QStringList{"1 2:3 LS / DB", "2 2:2 DB 4:4 LF", "3 2:1 LS", "4 2:2 DB", "4 2:2 DB",
-                                           "5 4:4 LF", "5 4:4 LF"}));
+    EXPECT_EQ(specialDiets(), (QStringList{"1 2:3 LS / DB", "2 2:2 DB 4:4 LF", "3 2:1 LS", "4 2:2 DB",
+                                           "4 2:2 DB", "5 4:4 LF", "5 4:4 LF"}));
 }
 
 TEST_P(SpecialMealsTest, WithTheFeatureOffOrTheDialogCancelledNothingIsFlagged)
@@ -169,8 +176,9 @@ TEST_P(SpecialMealsTest, WithTheFeatureOffOrTheDialogCancelledNothingIsFlagged)
     ASSERT_TRUE(stored);
     EXPECT_EQ(stored->meal(1), (SpecialMealRule{QStringLiteral("S"), 4, false, QString()}));
     EXPECT_EQ(stored->meal(2), SpecialMealRule());
-    EXPECT_EQ(db().execute(QStringLiteral("Select Person_ID from Deliveri where Deliv_Dt = :D and Label_Created = True "
-                                          "order by Person_ID"),
+    EXPECT_EQ(db().execute(QStringLiteral(
+                               "Select Person_ID from Deliveri where Deliv_Dt = :D and Label_Created = True "
+                               "order by Person_ID"),
                            {{QStringLiteral("D"), tuesday}})
                   .rowCount(),
               2); // clients 2 and 5 have Low Fat
@@ -184,7 +192,8 @@ TEST_P(SpecialMealsTest, TheDialogProposesFillsAndRefusesSelectedDietsWithoutADi
     EXPECT_EQ(TFormSetSpecialMeals::heading(1), "First Special Meal (Special Meal One)");
     EXPECT_EQ(TFormSetSpecialMeals::heading(5), "Fifth Special Meal (Special Meal Five)");
     EXPECT_EQ(TFormSetSpecialMeals::ruleEntries(2),
-              (QStringList{"", "Items other than the default", "Any diet restriction", "Selected diet restrictions"}));
+              (QStringList{"", "Items other than the default", "Any diet restriction",
+                           "Selected diet restrictions"}));
     EXPECT_EQ(TFormSetSpecialMeals::ruleEntries(4), (QStringList{"", "Selected diet restrictions"}));
     EXPECT_EQ(form.dietLines(), (QStringList{"Low Sodium   [LS]", "Diabetic   [DB]", "Low Fat   [LF]"}));
 
@@ -198,9 +207,11 @@ TEST_P(SpecialMealsTest, TheDialogProposesFillsAndRefusesSelectedDietsWithoutADi
     EXPECT_TRUE(form.dietEnabled(1));
     EXPECT_FALSE(form.dietEnabled(2));
     EXPECT_FALSE(form.accept());
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning),
-              QStringList{"You chose the 'Selected Diets' option for First Special Meal (Special Meal One)\r\nbut did "
-                          "not select any diets!"});
+    EXPECT_EQ(
+        ui.texts(ScriptedUserInterface::Kind::Warning),
+        QStringList{
+            "You chose the 'Selected Diets' option for First Special Meal (Special Meal One)\r\nbut did "
+            "not select any diets!"});
 
     // A stored row: a code meal 4 does not offer shows the blank entry; the
     // mask and Match All of a rule other than "S" do not count.
@@ -218,7 +229,8 @@ TEST_P(SpecialMealsTest, TheDialogProposesFillsAndRefusesSelectedDietsWithoutADi
     EXPECT_TRUE(form.matchAll(3));
     EXPECT_EQ(form.action(1), "Title");
     ASSERT_TRUE(form.accept());
-    EXPECT_EQ(form.result().meal(1), (SpecialMealRule{QStringLiteral("D"), 0, false, QStringLiteral("Title")}));
+    EXPECT_EQ(form.result().meal(1),
+              (SpecialMealRule{QStringLiteral("D"), 0, false, QStringLiteral("Title")}));
     EXPECT_EQ(form.result().meal(3), (SpecialMealRule{QStringLiteral("S"), 5, true, QString()}));
     EXPECT_EQ(form.result().meal(4), SpecialMealRule());
 
@@ -300,9 +312,11 @@ TEST_P(SpecialMealsTest, TheBrowseListsAddsAndEditsDates)
         return f.accept();
     };
     browse.ActionAddDate();
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Information),
-              QStringList{"The Special Meal specifications for that date already exist. \r\nThat date will be presented "
-                          "for editing in the next window."});
+    EXPECT_EQ(
+        ui.texts(ScriptedUserInterface::Kind::Information),
+        QStringList{
+            "The Special Meal specifications for that date already exist. \r\nThat date will be presented "
+            "for editing in the next window."});
     EXPECT_EQ(SpecialMealsSpec::read(db(), monday)->meal(3).selectionOption, "D");
     EXPECT_EQ(browse.rows().size(), 4);
 }
@@ -329,8 +343,8 @@ TEST_P(SpecialMealsTest, CopyingAddsTheValuesToNewDatesOnly)
     EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning),
               QStringList{"That date already exists in the list and can't be added more than once."});
     ASSERT_EQ(copy.destinations().size(), 4);
-    EXPECT_EQ(copy.boldDates(), (QList<QDate>{QDate(2024, 3, 12), QDate(2024, 3, 13), QDate(2024, 3, 14),
-                                              QDate(2024, 3, 15)}));
+    EXPECT_EQ(copy.boldDates(),
+              (QList<QDate>{QDate(2024, 3, 12), QDate(2024, 3, 13), QDate(2024, 3, 14), QDate(2024, 3, 15)}));
 
     // The 12th goes from the list; the 14th stays marked and is asked about.
     copy.setDeletionCandidate(0, true);
@@ -346,11 +360,15 @@ TEST_P(SpecialMealsTest, CopyingAddsTheValuesToNewDatesOnly)
     ui.answerNext(Answer::Yes);
     ui.answerNext(Answer::No);
     copy.ActionCopyToSelectedDates();
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Question),
-              (QStringList{"Copy the current diet modifications to the selected dates?",
-                           "3/14/24 is marked for deletion, but has not yet been deleted. \r\nCreate the record anyway?"}));
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Information),
-              QStringList{"3/13/24 already exist. \r\nThat date will NOT have the current modifications copied to it!"});
+    EXPECT_EQ(
+        ui.texts(ScriptedUserInterface::Kind::Question),
+        (QStringList{
+            "Copy the current diet modifications to the selected dates?",
+            "3/14/24 is marked for deletion, but has not yet been deleted. \r\nCreate the record anyway?"}));
+    EXPECT_EQ(
+        ui.texts(ScriptedUserInterface::Kind::Information),
+        QStringList{
+            "3/13/24 already exist. \r\nThat date will NOT have the current modifications copied to it!"});
     EXPECT_EQ(*SpecialMealsSpec::read(db(), QDate(2024, 3, 13)), existing);
     EXPECT_FALSE(SpecialMealsSpec::read(db(), QDate(2024, 3, 14)));
     EXPECT_FALSE(SpecialMealsSpec::read(db(), QDate(2024, 3, 12)));
@@ -358,7 +376,8 @@ TEST_P(SpecialMealsTest, CopyingAddsTheValuesToNewDatesOnly)
     EXPECT_EQ(copy.calendarDate(), monday);
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, SpecialMealsTest, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
+INSTANTIATE_TEST_SUITE_P(Stores, SpecialMealsTest,
+                         ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
                          [](const auto& info) { return storeName(info.param); });
 
 } // namespace

@@ -3,12 +3,12 @@
 // Report button waiting for the report screen, the special meals dialog
 // keeping itself open on a rule without diets, the browse and the copy.
 
-#include "WidgetApplication.h"
 #include "DemoAgency.h"
 #include "RunPrepareView.h"
 #include "ScriptedUserInterface.h"
 #include "TFormRunPrepare.h"
 #include "TempDataDir.h"
+#include "WidgetApplication.h"
 #include "confirmation/GivenItemConfirmation.h"
 #include "dialogs/DateChoice.h"
 #include "dialogs/GivenRunDialogs.h"
@@ -54,14 +54,16 @@ protected:
         generateDemoAgency(data.db(), options);
         session.userFullName = QStringLiteral("Tom Reyes");
         for (const char* column : {"SPECIAL1_LABEL", "SPECIAL2_LABEL"})
-            data.db().execute(QStringLiteral("Update Config set %1 = :Label").arg(QLatin1String(column)),
-                              {{QStringLiteral("Label"), QStringLiteral("Meal ") + QLatin1String(column).mid(7, 1)}});
+            data.db().execute(
+                QStringLiteral("Update Config set %1 = :Label").arg(QLatin1String(column)),
+                {{QStringLiteral("Label"), QStringLiteral("Meal ") + QLatin1String(column).mid(7, 1)}});
     }
 
     qint64 saved(const QDate& date)
     {
         return data.db()
-            .execute(QStringLiteral("Select Count(*) from Deliveri where Deliv_Dt = :D"), {{QStringLiteral("D"), date}})
+            .execute(QStringLiteral("Select Count(*) from Deliveri where Deliv_Dt = :D"),
+                     {{QStringLiteral("D"), date}})
             .value(0, 0)
             .toLongLong();
     }
@@ -171,7 +173,8 @@ TEST_F(RunSaveViews, TheBrowseShowsTheMarksAndTheCopyTheChosenDates)
     copyView.commandButton(QStringLiteral("Delete Checked"))->click();
     EXPECT_EQ(copyView.destinations()->count(), 0);
 
-    DateChoice choice{QStringLiteral("Repopulate the Grid"), QStringLiteral("Select a Previously Saved Date:"), monday};
+    DateChoice choice{QStringLiteral("Repopulate the Grid"),
+                      QStringLiteral("Select a Previously Saved Date:"), monday};
     ui::DateChoiceDialog dateDialog(choice);
     EXPECT_EQ(dateDialog.windowTitle(), "Repopulate the Grid");
     dateDialog.calendar()->setSelectedDate(monday.addDays(1));

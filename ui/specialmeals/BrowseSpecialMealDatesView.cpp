@@ -20,10 +20,11 @@ const QString formName = QStringLiteral("TFormBrowseSpecialMealDates");
 
 } // namespace
 
-BrowseSpecialMealDatesView::BrowseSpecialMealDatesView(TFormBrowseSpecialMealDates& presenter, SettingsFile* settings,
-                                                       QWidget* parent)
+BrowseSpecialMealDatesView::BrowseSpecialMealDatesView(TFormBrowseSpecialMealDates& presenter,
+                                                       SettingsFile* settings, QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_settings(settings), m_table(new QTableWidget(this)),
-      m_add(new QPushButton(QStringLiteral("Add Date"), this)), m_edit(new QPushButton(QStringLiteral("Edit Date"), this))
+      m_add(new QPushButton(QStringLiteral("Add Date"), this)),
+      m_edit(new QPushButton(QStringLiteral("Edit Date"), this))
 {
     setWindowTitle(TFormBrowseSpecialMealDates::caption());
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -44,8 +45,7 @@ BrowseSpecialMealDatesView::BrowseSpecialMealDatesView(TFormBrowseSpecialMealDat
     layout->addWidget(m_table, 1);
     layout->addLayout(commands);
     resize(520, 420);
-    if (m_settings)
-        restoreFormPosition(*this, *m_settings, formName);
+    if (m_settings) restoreFormPosition(*this, *m_settings, formName);
 
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_add, &QPushButton::clicked, &m_presenter, &TFormBrowseSpecialMealDates::ActionAddDate);
@@ -56,14 +56,14 @@ BrowseSpecialMealDatesView::BrowseSpecialMealDatesView(TFormBrowseSpecialMealDat
     });
     connect(m_table, &QTableWidget::currentCellChanged, this,
             [this](int row, int, int, int) { m_presenter.setCurrentRow(row); });
-    connect(&m_presenter, &TFormBrowseSpecialMealDates::changed, this, &BrowseSpecialMealDatesView::showState);
+    connect(&m_presenter, &TFormBrowseSpecialMealDates::changed, this,
+            &BrowseSpecialMealDatesView::showState);
     showState();
 }
 
 BrowseSpecialMealDatesView::~BrowseSpecialMealDatesView()
 {
-    if (m_settings)
-        saveFormPosition(*this, *m_settings, formName);
+    if (m_settings) saveFormPosition(*this, *m_settings, formName);
 }
 
 void BrowseSpecialMealDatesView::showState()
@@ -88,8 +88,7 @@ void BrowseSpecialMealDatesView::showState()
         }
     }
     m_table->resizeColumnsToContents();
-    if (m_presenter.currentRow() >= 0)
-        m_table->selectRow(m_presenter.currentRow());
+    if (m_presenter.currentRow() >= 0) m_table->selectRow(m_presenter.currentRow());
     m_edit->setEnabled(!rows.isEmpty());
 }
 

@@ -8,7 +8,7 @@ class QTableWidget;
 namespace kb {
 class SettingsFile;
 class TFormBrowseSpecialMealDates;
-}
+} // namespace kb
 
 namespace kb::ui {
 

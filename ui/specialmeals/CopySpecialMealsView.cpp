@@ -15,7 +15,8 @@
 namespace kb::ui {
 
 CopySpecialMealsView::CopySpecialMealsView(TFormCopySpecialMeals& presenter, QWidget* parent)
-    : QDialog(parent), m_presenter(presenter), m_calendar(new QCalendarWidget(this)), m_list(new QListWidget(this))
+    : QDialog(parent), m_presenter(presenter), m_calendar(new QCalendarWidget(this)),
+      m_list(new QListWidget(this))
 {
     setWindowTitle(TFormCopySpecialMeals::caption());
     m_calendar->setGridVisible(true);
@@ -47,8 +48,7 @@ CopySpecialMealsView::CopySpecialMealsView(TFormCopySpecialMeals& presenter, QWi
 
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_calendar, &QCalendarWidget::selectionChanged, this, [this] {
-        if (!m_showing)
-            m_presenter.setCalendarDate(m_calendar->selectedDate());
+        if (!m_showing) m_presenter.setCalendarDate(m_calendar->selectedDate());
     });
     connect(m_calendar, &QCalendarWidget::activated, this, [this](const QDate& date) {
         m_presenter.setCalendarDate(date);

@@ -14,8 +14,7 @@ DateChoiceDialog::DateChoiceDialog(DateChoice& choice, QWidget* parent)
 {
     setWindowTitle(choice.caption);
     m_calendar->setGridVisible(true);
-    if (choice.date.isValid())
-        m_calendar->setSelectedDate(choice.date);
+    if (choice.date.isValid()) m_calendar->setSelectedDate(choice.date);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(choice.prompt, this));

@@ -57,16 +57,15 @@ SetSpecialMealsView::SetSpecialMealsView(TFormSetSpecialMeals& presenter, QWidge
         row->addWidget(p.box);
 
         connect(p.rules, &QComboBox::currentIndexChanged, this, [this, meal](int index) {
-            if (!m_showing)
-                m_presenter.setRuleIndex(meal, index);
+            if (!m_showing) m_presenter.setRuleIndex(meal, index);
         });
-        connect(p.diets, &QListWidget::itemChanged, this, [this, meal, list = p.diets](QListWidgetItem* item) {
-            if (!m_showing)
-                m_presenter.setDietChecked(meal, list->row(item), item->checkState() == Qt::Checked);
-        });
+        connect(p.diets, &QListWidget::itemChanged, this,
+                [this, meal, list = p.diets](QListWidgetItem* item) {
+                    if (!m_showing)
+                        m_presenter.setDietChecked(meal, list->row(item), item->checkState() == Qt::Checked);
+                });
         connect(p.all, &QRadioButton::toggled, this, [this, meal](bool on) {
-            if (!m_showing)
-                m_presenter.setMatchAll(meal, on);
+            if (!m_showing) m_presenter.setMatchAll(meal, on);
         });
         connect(p.action, &QLineEdit::textEdited, this,
                 [this, meal](const QString& text) { m_presenter.setAction(meal, text); });
@@ -101,22 +100,21 @@ void SetSpecialMealsView::showState()
         const Panel& p = m_panels[meal - 1];
         p.rules->setCurrentIndex(m_presenter.ruleIndex(meal));
         for (int line = 0; line < p.diets->count(); ++line)
-            p.diets->item(line)->setCheckState(m_presenter.isDietChecked(meal, line) ? Qt::Checked : Qt::Unchecked);
+            p.diets->item(line)->setCheckState(m_presenter.isDietChecked(meal, line) ? Qt::Checked
+                                                                                     : Qt::Unchecked);
         (m_presenter.matchAll(meal) ? p.all : p.any)->setChecked(true);
         const bool diets = m_presenter.dietEnabled(meal);
         p.diets->setEnabled(diets);
         p.any->setEnabled(diets);
         p.all->setEnabled(diets);
-        if (p.action->text() != m_presenter.action(meal))
-            p.action->setText(m_presenter.action(meal));
+        if (p.action->text() != m_presenter.action(meal)) p.action->setText(m_presenter.action(meal));
     }
     m_showing = false;
 }
 
 void SetSpecialMealsView::accept()
 {
-    if (m_presenter.accept())
-        QDialog::accept();
+    if (m_presenter.accept()) QDialog::accept();
 }
 
 void SetSpecialMealsView::reject()
