@@ -8,6 +8,7 @@ QString runActionName(RunAction action)
         "ActionPrepare",     "ActionSaveData",          "ActionSaveAs",         "ActionApplyRouteChanges",
         "ActionMapRoutes",   "ActionExportData",        "ActionQuickClientsListing", "ActionResetRoutes",
         "ActionResetStops",  "ActionIncrementStops",    "ActionRemoveDeliveries", "ActionRetrieveFromArcLogistics",
+        "ActionPopulateGridWithPreviouslySavedDeliveries", "ActionPrintReport",
     };
     return QString::fromLatin1(names[int(action)]);
 }

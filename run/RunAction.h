@@ -18,9 +18,11 @@ enum class RunAction {
     IncrementStops,
     RemoveDeliveries,
     RetrieveFromArcLogistics,
+    PopulateGrid,
+    PrintReport,
 };
 
-inline constexpr int runActionCount = int(RunAction::RetrieveFromArcLogistics) + 1;
+inline constexpr int runActionCount = int(RunAction::PrintReport) + 1;
 
 // "ActionPrepare", "ActionSaveData", ...
 QString runActionName(RunAction action);

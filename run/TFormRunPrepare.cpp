@@ -2,13 +2,20 @@
 
 #include "confirmation/ConfirmDeliveryItems.h"
 #include "confirmation/GivenItemConfirmation.h"
+#include "dialogs/DateChoice.h"
+#include "dialogs/GivenRunDialogs.h"
+#include "dialogs/RunDialogs.h"
 #include "store/Database.h"
+#include "store/DbError.h"
 #include "DeliveryTypeEntry.h"
 #include "DietCodes.h"
 #include "IsDeliveryWeek.h"
+#include "MessageError.h"
 #include "selection/OriginDataSet.h"
 #include "selection/RunStatements.h"
 #include "session/SessionState.h"
+#include "specialmeals/SpecialMealNames.h"
+#include "specialmeals/TFormSetSpecialMeals.h"
 #include "UserInterface.h"
 
 #include <QLocale>
@@ -31,6 +38,29 @@ QString fullNameOf(const OriginDataSet& row)
     return name.trimmed();
 }
 
+// The text a failure shows: the system's own words, or the engine's message.
+QString messageOf(const std::exception& e)
+{
+    if (const auto* m = dynamic_cast<const MessageError*>(&e))
+        return m->message();
+    if (const auto* d = dynamic_cast<const DbError*>(&e))
+        return d->message();
+    return QString::fromUtf8(e.what());
+}
+
+// Takes the progress box down however the work ends.
+class ProgressGuard
+{
+public:
+    explicit ProgressGuard(UserInterface& ui) : m_ui(ui) {}
+    ~ProgressGuard() { m_ui.progressEnd(); }
+    ProgressGuard(const ProgressGuard&) = delete;
+    ProgressGuard& operator=(const ProgressGuard&) = delete;
+
+private:
+    UserInterface& m_ui;
+};
+
 } // namespace
 
 TFormRunPrepare::TFormRunPrepare(Database& db, const SessionState& session, UserInterface& ui, QObject* parent)
@@ -40,13 +70,16 @@ TFormRunPrepare::TFormRunPrepare(Database& db, const SessionState& session, User
       m_ui(ui),
       m_table(db),
       m_model(new MemTableDeliveriesModel(m_table, db, ui, this)),
-      m_overrideQuery(db.query(RunStatements::overrideStatement()))
+      m_overrideQuery(db.query(RunStatements::overrideStatement())),
+      m_specialLabels(db),
+      m_saver(db, ui, m_table, m_specialLabels)
 {
     m_aDietCodes = loadDietCodes(db);
     const ResultSet config = db.execute(QStringLiteral("Select Advance_Prep_Days from Config"));
     const int advance = config.isEmpty() ? 0 : config.value(0, 0).toInt();
     m_pickerDate = db.clock().today().addDays(advance);
     m_enabled[int(RunAction::Prepare)] = true;
+    m_enabled[int(RunAction::PopulateGrid)] = true;
     connect(m_model, &MemTableDeliveriesModel::edited, this, [this] {
         m_saved = false;
         setEnabled(RunAction::SaveData, true);
@@ -59,16 +92,21 @@ TFormRunPrepare::~TFormRunPrepare() = default;
 void TFormRunPrepare::FormShow()
 {
     m_table.createOrEmpty();
+    m_specialLabels.create();
     m_model->setIndex(DeliveriesIndex::RouteStopClient);
     EnableActions(0);
     m_userText = m_session.userFullName;
     emit stateChanged();
 }
 
-void TFormRunPrepare::FormClose()
+void TFormRunPrepare::FormClose() { FormCleanUp(); }
+
+void TFormRunPrepare::FormCleanUp()
 {
     m_model->detach();
     m_table.drop();
+    m_specialLabels.drop();
+    m_db.execute(QStringLiteral("Drop table if exists Memory MemMappingData"));
 }
 
 void TFormRunPrepare::SetPrepareDate(const QDate& date)
@@ -114,6 +152,20 @@ void TFormRunPrepare::SetDeliveryType(QChar letter)
 
 void TFormRunPrepare::setEnabled(RunAction action, bool enabled) { m_enabled[int(action)] = enabled; }
 
+bool TFormRunPrepare::isEnabled(RunAction action) const
+{
+    switch (action) {
+    case RunAction::SaveData:
+    case RunAction::SaveAs:
+        // Read-only and reports-only users keep the grid but store nothing.
+        return m_enabled[int(action)] && m_session.access().mayChangeData();
+    case RunAction::PrintReport:
+        return bool(m_reportScreen);
+    default:
+        return m_enabled[int(action)];
+    }
+}
+
 void TFormRunPrepare::EnableActions(qint64 count)
 {
     for (RunAction a : {RunAction::ApplyRouteChanges, RunAction::MapRoutes, RunAction::SaveAs, RunAction::SaveData,
@@ -155,9 +207,7 @@ void TFormRunPrepare::ActionPrepare()
         finishPrepare();
         throw;
     }
-    const QLocale locale;
-    m_caption = QStringLiteral("Daily Run Preparation: ") + locale.dayName(m_runDate.dayOfWeek(), QLocale::LongFormat) +
-                QStringLiteral(", ") + locale.toString(m_runDate, QLocale::LongFormat);
+    setRunCaption();
     finishPrepare();
 }
 
@@ -171,26 +221,35 @@ void TFormRunPrepare::prepareRows()
     m_lookups.load(m_db, m_runDate);
 
     const DeliveryTypeEntry& entry = deliveryTypeEntries()[m_deliveryTypeIndex];
-    // The rows go in together: one write of the session's private table, not
-    // one per row.
-    const bool ownTransaction = !m_db.inTransaction();
-    if (ownTransaction)
-        m_db.startTransaction();
-    try {
+    fillTable([&] {
         if (entry.ongoing)
             runOngoing();
         if (entry.episodic)
             runDated(false);
         if (entry.scheduled)
             runDated(true);
-        m_table.flush();
-        if (ownTransaction)
-            m_db.commit();
-    } catch (...) {
-        if (ownTransaction)
-            m_db.rollback();
-        throw;
-    }
+    });
+}
+
+void TFormRunPrepare::fillTable(const std::function<void()>& work)
+{
+    // The rows go in together: one write of the session's private table, not
+    // one per row. Filling only reads the stored tables, so the transaction
+    // leaves the data's write lock to the other workstations.
+    std::optional<TransactionGuard> transaction;
+    if (!m_db.inTransaction())
+        transaction.emplace(m_db, Database::TransactionKind::MemoryOnly);
+    work();
+    m_table.flush();
+    if (transaction)
+        transaction->commit();
+}
+
+void TFormRunPrepare::setRunCaption()
+{
+    const QLocale locale;
+    m_caption = QStringLiteral("Daily Run Preparation: ") + locale.dayName(m_runDate.dayOfWeek(), QLocale::LongFormat) +
+                QStringLiteral(", ") + locale.toString(m_runDate, QLocale::LongFormat);
 }
 
 void TFormRunPrepare::finishPrepare()
@@ -361,6 +420,160 @@ void TFormRunPrepare::showClientDetails(int row)
     const QString details = clientDetails(row);
     if (!details.isEmpty())
         m_ui.information(details);
+}
+
+void TFormRunPrepare::setTransactionText(const QString& text)
+{
+    m_transactionText = text;
+    emit stateChanged();
+}
+
+SpecialMealsSpec TFormRunPrepare::askSpecialMeals()
+{
+    const std::optional<SpecialMealsSpec> stored = SpecialMealsSpec::read(m_db, m_runDate);
+    TFormSetSpecialMeals form(m_db, m_ui, m_dialogs);
+    form.setDate(m_runDate);
+    form.setCopyVisible(false);
+    if (stored)
+        form.fill(*stored);
+    else
+        form.propose();
+    // Without a screen the date's own specification is taken as it stands.
+    GivenRunDialogs headless;
+    if (!(m_dialogs ? *m_dialogs : headless).setSpecialMeals(form))
+        return SpecialMealsSpec(); // nothing stored, nothing flagged
+    // Kept even when the save then fails.
+    form.result().store(m_db, m_runDate);
+    return form.result();
+}
+
+std::optional<SaveResult> TFormRunPrepare::ActionSaveData()
+{
+    if (!isEnabled(RunAction::SaveData) || !m_runDate.isValid() || !m_table.exists())
+        return std::nullopt;
+    m_specialMeals = SpecialMealsSpec();
+    std::optional<SpecialMealsSpec> flags;
+    ConfirmedItems confirmed;
+    try {
+        if (SpecialMealNames::read(m_db).flagOnSave) {
+            m_specialMeals = askSpecialMeals();
+            flags = m_specialMeals;
+        }
+        confirmed = ConfirmDeliveryItems();
+    } catch (const std::exception& e) {
+        m_ui.error(messageOf(e));
+        return std::nullopt;
+    }
+    return saveInTransaction(confirmed, flags);
+}
+
+std::optional<SaveResult> TFormRunPrepare::saveInTransaction(const ConfirmedItems& confirmed,
+                                                             const std::optional<SpecialMealsSpec>& flags)
+{
+    m_ui.progressStart(QStringLiteral("Opening Tables..."));
+    const ProgressGuard progress(m_ui);
+    const BusyGuard busy(m_ui);
+    // Whatever the outcome, Save waits for the next change to the run.
+    struct DisableSave
+    {
+        TFormRunPrepare& form;
+        ~DisableSave()
+        {
+            form.setEnabled(RunAction::SaveData, false);
+            emit form.stateChanged();
+        }
+    } disableSave{*this};
+    if (m_db.inTransaction()) {
+        m_ui.error(QStringLiteral("Unable to start transaction! There is probably an earlier \r\ntransaction which did "
+                                  "not successfully commit."));
+        setTransactionText(QStringLiteral("Error! There is a prior transaction still open!"));
+        return std::nullopt;
+    }
+    setTransactionText(QStringLiteral("Transaction: Saving Deliveries"));
+    const qint64 rows = m_table.rowCount();
+    RunSaveRequest request;
+    request.runDate = m_runDate;
+    request.deliveryTypeText = deliveryTypeEntries()[m_deliveryTypeIndex].text;
+    request.confirmed = confirmed;
+    request.specialMeals = flags;
+    request.aDietCodes = m_aDietCodes;
+    request.userFullName = m_session.userFullName;
+    SaveResult result;
+    try {
+        result = m_saver.save(request);
+    } catch (const std::exception& e) {
+        setTransactionText(QStringLiteral("Save Transaction rolled back"));
+        m_ui.error(QStringLiteral("Unable to commit the Save Deliveries transaction.\r\n") + messageOf(e));
+        return std::nullopt;
+    }
+    m_saved = true;
+    setTransactionText(QStringLiteral("OK"));
+
+    // The work is committed; a count that differs is only told.
+    const qint64 stored = m_db.execute(QStringLiteral(" Select Count(*) as Counter from deliveri where deliv_dt = ") +
+                                       QLatin1Char('\'') + m_runDate.toString(Qt::ISODate) + QLatin1Char('\''))
+                              .value(0, 0)
+                              .toLongLong();
+    if (stored != rows)
+        m_ui.error(QStringLiteral("One or more deliveries may not have been saved correctly or the Deliveries table "
+                                  "may be corrupt."));
+    return result;
+}
+
+void TFormRunPrepare::ActionPopulateGridWithPreviouslySavedDeliveries()
+{
+    if (!m_dialogs)
+        return;
+    DateChoice choice{QStringLiteral("Repopulate the Grid"), QStringLiteral("Select a Previously Saved Date:"),
+                      m_runDate.isValid() ? m_runDate : m_pickerDate};
+    if (!m_dialogs->chooseDate(choice) || !choice.date.isValid())
+        return;
+    const BusyGuard busy(m_ui);
+    Query candidates = m_db.query(RunStatements::populateCandidates());
+    OriginDataSet rows(candidates.bind(QStringLiteral("Deliv_Dt"), choice.date).exec());
+    if (rows.rowCount() == 0) {
+        m_ui.information(QStringLiteral("It doesn't appear that there are any previously saved deliveries \r\nfor "
+                                        "that date!"));
+        return;
+    }
+    m_model->detach();
+    m_runDate = choice.date;
+    m_pickerDate = choice.date;
+    m_dow = RunStatements::dayCode(m_runDate);
+    m_lookups.load(m_db, m_runDate);
+    if (!m_table.exists())
+        m_table.createOrEmpty();
+    m_table.empty();
+    fillTable([&] {
+        for (qsizetype r = 0; r < rows.rowCount(); ++r) {
+            rows.setCurrentRow(r);
+            MoveToMemData(rows, false);
+        }
+    });
+    const qint64 count = m_table.rowCount();
+    m_model->setIndex(DeliveriesIndex::RouteStopClient);
+    m_clientCountText = QStringLiteral("Client Count: ") + QString::number(count);
+    setRunCaption();
+    m_saved = true;
+    EnableActions(count);
+    m_gridVisible = count > 0;
+    emit stateChanged();
+}
+
+void TFormRunPrepare::setReportScreen(ReportScreen open)
+{
+    m_reportScreen = std::move(open);
+    emit stateChanged();
+}
+
+void TFormRunPrepare::ActionPrintReport()
+{
+    if (!m_reportScreen)
+        return;
+    if (!m_saved && isEnabled(RunAction::SaveData) &&
+        m_ui.question(QStringLiteral("Save the current data first?"), Buttons::YesNo) == Answer::Yes)
+        ActionSaveData();
+    m_reportScreen(m_pickerDate, m_pickerDate);
 }
 
 } // namespace kb

@@ -2,6 +2,9 @@
 
 #include "confirmation/ConfirmedItems.h"
 #include "items/RunItems.h"
+#include "save/RunSaver.h"
+#include "specialmeals/SpecialMealsSpec.h"
+#include "specialmeals/TableSpecialLabels.h"
 #include "worktable/MemTableDeliveries.h"
 #include "worktable/MemTableDeliveriesModel.h"
 #include "RunAction.h"
@@ -12,18 +15,34 @@
 #include <QStringList>
 
 #include <array>
+#include <functional>
+#include <optional>
 
 namespace kb {
 
 class Database;
 class ItemConfirmation;
 class OriginDataSet;
+class RunDialogs;
 class UserInterface;
 struct SessionState;
 
 // "Daily Run Preparation": the user picks a date and a delivery type, and
 // ActionPrepare selects the deliveries of that date into the working table
 // MemTableDeliveries, by route and stop. Preparing only reads the database.
+// ActionSaveData stores the run as the date's deliveries, replacing what the
+// date held; ActionPopulateGridWithPreviouslySavedDeliveries loads a saved
+// date back.
+//
+// Driving a save from a program takes a few lines:
+//     TFormRunPrepare form(db, session, ui);
+//     GivenItemConfirmation all = GivenItemConfirmation::all();
+//     form.setItemConfirmation(&all);
+//     form.FormShow();
+//     form.SetPrepareDate(date);
+//     form.ActionPrepare();
+//     std::optional<SaveResult> saved = form.ActionSaveData(); // empty: failed, ui told why
+//     form.FormClose();
 class TFormRunPrepare : public QObject
 {
     Q_OBJECT
@@ -32,11 +51,15 @@ public:
     TFormRunPrepare(Database& db, const SessionState& session, UserInterface& ui, QObject* parent = nullptr);
     ~TFormRunPrepare() override;
 
-    // Shown: creates or empties the working table, disables the commands
-    // that need rows and shows the user in the status line.
+    // Shown: creates or empties the working table and TableSpecialLabels,
+    // disables the commands that need rows and shows the user in the status
+    // line.
     void FormShow();
-    // Closed: the working table goes.
+    // Closed: FormCleanUp. Closing does not ask about unsaved changes.
     void FormClose();
+    // Drops the screen's temporary tables: the working table,
+    // TableSpecialLabels and the mapping data.
+    void FormCleanUp();
 
     // The date picker; changing it disables saving until the next Prepare.
     QDate prepareDate() const { return m_pickerDate; }
@@ -63,6 +86,11 @@ public:
     // Who answers "Confirm Delivery Items" when a save asks: the dialog of
     // the screen, or a given answer. Without one nothing is confirmed.
     void setItemConfirmation(ItemConfirmation* answer) { m_itemConfirmation = answer; }
+    // Who answers the screen's other dialogs: the special meals of a save and
+    // the date of a reload. Without them a save flags the special meals of
+    // the date's stored specification, if it has one, and nothing is
+    // reloaded.
+    void setDialogs(RunDialogs* dialogs) { m_dialogs = dialogs; }
     // The start of a save: the items of the run's date that need
     // confirmation, asked through the answer.
     ConfirmedItems ConfirmDeliveryItems();
@@ -72,7 +100,30 @@ public:
     // first Prepare.
     RunItems FindRunItems(const ConfirmedItems& confirmed);
 
-    bool isEnabled(RunAction action) const { return m_enabled[int(action)]; }
+    // "Save Data": the special meals and the items to confirm are asked,
+    // then the run replaces everything stored for its date in one
+    // transaction, and the count of stored rows is checked. What was stored,
+    // or nothing when the save did not run or failed (the user was told why;
+    // nothing of it stays). Refused for users who may not change data.
+    std::optional<SaveResult> ActionSaveData();
+    // The rules, masks and choices of the special meals of the last save
+    // (cLabelLimit, nLabelDiet, lFilterAll for each meal).
+    const SpecialMealsSpec& specialMeals() const { return m_specialMeals; }
+    // The save's own steps, for tests that make one fail.
+    RunSaver& saver() { return m_saver; }
+
+    // "Populate Grid With Previously Saved Deliveries": a saved date, asked
+    // in "Repopulate the Grid", replaces the working table and becomes the
+    // run's date.
+    void ActionPopulateGridWithPreviouslySavedDeliveries();
+
+    // "Print Report": offers to save first when the grid has changes not
+    // saved, then opens the report screen with both its dates set to the
+    // picker's date. Enabled once a report screen is given.
+    using ReportScreen = std::function<void(const QDate& from, const QDate& to)>;
+    void setReportScreen(ReportScreen open);
+    void ActionPrintReport();
+    bool isEnabled(RunAction action) const;
     bool saved() const { return m_saved; }
     bool gridVisible() const { return m_gridVisible; }
     const QString& caption() const { return m_caption; }
@@ -104,6 +155,16 @@ private:
     void runOngoing();
     void runDated(bool scheduled);
     void finishPrepare();
+    // Fills the working table: one write of the session's private table.
+    void fillTable(const std::function<void()>& work);
+    // "Daily Run Preparation: ", the run's day name and its long date.
+    void setRunCaption();
+    // The special meals dialog of a save: the rules it ends with, stored for
+    // the date on OK; empty rules on Cancel.
+    SpecialMealsSpec askSpecialMeals();
+    std::optional<SaveResult> saveInTransaction(const ConfirmedItems& confirmed,
+                                                const std::optional<SpecialMealsSpec>& flags);
+    void setTransactionText(const QString& text);
 
     Database& m_db;
     const SessionState& m_session;
@@ -113,6 +174,11 @@ private:
     RunLookups m_lookups;
     Query m_overrideQuery;
     ItemConfirmation* m_itemConfirmation = nullptr;
+    RunDialogs* m_dialogs = nullptr;
+    TableSpecialLabels m_specialLabels;
+    RunSaver m_saver;
+    SpecialMealsSpec m_specialMeals;
+    ReportScreen m_reportScreen;
 
     QDate m_pickerDate;
     int m_deliveryTypeIndex = 0;

@@ -12,6 +12,9 @@
 #include "deliveryreports/DeliveryReportChoice.h"
 #include "session/TDataModule1.h"
 #include "settings/TFormEditConfig.h"
+#include "specialmeals/BrowseSpecialMealDatesView.h"
+#include "specialmeals/QtRunDialogs.h"
+#include "specialmeals/TFormBrowseSpecialMealDates.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -36,6 +39,7 @@ MainWindow::MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent)
     m_configuration = m_tableMaintenance->addAction(QStringLiteral("Configuration"), this, &MainWindow::openConfiguration);
     m_configuration->setObjectName(TFormEditConfig::formName());
     addReferenceEditorsMenu(m_tableMaintenance, m_data.services(), this);
+    m_specialMeals = m_edit->addAction(QStringLiteral("Special Meals"), this, &MainWindow::openSpecialMeals);
     // Menus of screens still to come are there but not yet usable.
     for (const char* name : {"&Clients", "&Schedule"})
         menuBar()->addMenu(QString::fromLatin1(name))->setEnabled(false);
@@ -73,6 +77,7 @@ void MainWindow::applyAccessLevel()
     const AccessLevel access = m_data.session().access();
     m_tableMaintenance->setEnabled(access.mayChangeData());
     m_driverMessages->setEnabled(access.mayChangeData());
+    m_specialMeals->setEnabled(access.mayChangeData());
     m_process->setEnabled(access.mayChangeData());
     m_edit->menuAction()->setVisible(!access.reportsOnly());
     m_process->menuAction()->setVisible(!access.reportsOnly());
@@ -83,6 +88,14 @@ void MainWindow::openRunPreparation()
 {
     TFormRunPrepare presenter(m_data.db(), m_data.session(), m_ui);
     RunPrepareView view(presenter, m_ui, this);
+    view.exec();
+}
+
+void MainWindow::openSpecialMeals()
+{
+    QtRunDialogs dialogs(this);
+    TFormBrowseSpecialMealDates presenter(m_data.db(), m_ui, dialogs);
+    BrowseSpecialMealDatesView view(presenter, &m_data.userSettings(), this);
     view.exec();
 }
 

@@ -41,6 +41,8 @@ public:
     void openGeocoding();
     // Edit > Table Maintenance > Configuration.
     void openConfiguration();
+    // Edit > Special Meals.
+    void openSpecialMeals();
 
 protected:
     // Closing: the layout and position are remembered, then an unsaved
@@ -59,6 +61,7 @@ private:
     QAction* m_runPreparation;
     QAction* m_configuration;
     QAction* m_driverMessages;
+    QAction* m_specialMeals;
     QLabel* m_user;
 };
 

@@ -23,11 +23,15 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
       m_date(new QDateEdit(this)),
       m_types(new QComboBox(this)),
       m_prepare(new QPushButton(QStringLiteral("Prepare!"), this)),
+      m_save(new QPushButton(QStringLiteral("Save Data"), this)),
+      m_printReport(new QPushButton(QStringLiteral("Print Report"), this)),
+      m_populate(new QPushButton(QStringLiteral("Populate Grid With Previously Saved Deliveries"), this)),
       m_grid(new QTableView(this)),
       m_count(new QLabel(this)),
       m_user(new QLabel(this)),
       m_transaction(new QLabel(this)),
-      m_itemConfirmation(this)
+      m_itemConfirmation(this),
+      m_dialogs(this)
 {
     resize(1000, 600);
     m_date->setCalendarPopup(true);
@@ -42,6 +46,12 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
     top->addWidget(m_types);
     top->addWidget(m_prepare);
     top->addStretch();
+    auto* commands = new QHBoxLayout;
+    for (QPushButton* button : {m_save, m_printReport, m_populate}) {
+        button->setAutoDefault(false);
+        commands->addWidget(button);
+    }
+    commands->addStretch();
 
     m_grid->setModel(m_presenter.model());
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -62,6 +72,7 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
+    layout->addLayout(commands);
     layout->addWidget(m_grid, 100);
     // Keeps the status line at the foot of the window while the grid is hidden.
     layout->addStretch(1);
@@ -69,7 +80,16 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
 
     connect(m_date, &QDateEdit::dateChanged, &m_presenter, &TFormRunPrepare::SetPrepareDate);
     connect(m_types, &QComboBox::currentIndexChanged, &m_presenter, &TFormRunPrepare::setDeliveryTypeIndex);
-    connect(m_prepare, &QPushButton::clicked, this, &RunPrepareView::prepare);
+    connect(m_prepare, &QPushButton::clicked, this, [this] {
+        run(&TFormRunPrepare::ActionPrepare);
+        fitColumns();
+    });
+    connect(m_save, &QPushButton::clicked, this, [this] { m_presenter.ActionSaveData(); });
+    connect(m_printReport, &QPushButton::clicked, this, [this] { run(&TFormRunPrepare::ActionPrintReport); });
+    connect(m_populate, &QPushButton::clicked, this, [this] {
+        run(&TFormRunPrepare::ActionPopulateGridWithPreviouslySavedDeliveries);
+        fitColumns();
+    });
     connect(m_grid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
         m_presenter.sortByTitle(m_presenter.model()->headerData(section, Qt::Horizontal).toString());
     });
@@ -78,6 +98,7 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
     connect(&m_presenter, &TFormRunPrepare::stateChanged, this, &RunPrepareView::showState);
 
     m_presenter.setItemConfirmation(&m_itemConfirmation);
+    m_presenter.setDialogs(&m_dialogs);
     m_presenter.FormShow();
     showState();
 }
@@ -85,6 +106,7 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
 RunPrepareView::~RunPrepareView()
 {
     m_presenter.setItemConfirmation(nullptr);
+    m_presenter.setDialogs(nullptr);
     m_presenter.FormClose();
 }
 
@@ -92,6 +114,11 @@ void RunPrepareView::showState()
 {
     setWindowTitle(m_presenter.caption());
     m_prepare->setEnabled(m_presenter.isEnabled(RunAction::Prepare));
+    m_save->setEnabled(m_presenter.isEnabled(RunAction::SaveData));
+    m_populate->setEnabled(m_presenter.isEnabled(RunAction::PopulateGrid));
+    const bool reports = m_presenter.isEnabled(RunAction::PrintReport);
+    m_printReport->setEnabled(reports);
+    m_printReport->setToolTip(reports ? QString() : QStringLiteral("The delivery reports are not available yet."));
     m_grid->setVisible(m_presenter.gridVisible());
     m_count->setText(m_presenter.clientCountText());
     m_user->setText(m_presenter.userText());
@@ -102,10 +129,16 @@ void RunPrepareView::showState()
         m_types->setCurrentIndex(m_presenter.deliveryTypeIndex());
 }
 
-void RunPrepareView::prepare()
+void RunPrepareView::fitColumns()
+{
+    // The rows in view decide the widths, so a long run costs no more.
+    m_grid->resizeColumnsToContents();
+}
+
+void RunPrepareView::run(void (TFormRunPrepare::*action)())
 {
     try {
-        m_presenter.ActionPrepare();
+        (m_presenter.*action)();
     } catch (const std::exception& e) {
         m_ui.error(QString::fromUtf8(e.what()));
     }

@@ -8,6 +8,7 @@
 
 #include "CommandRegistry.h"
 #include "CommandSession.h"
+#include "RunCommandWords.h"
 
 #include "confirmation/GivenItemConfirmation.h"
 #include "Csv.h"
@@ -20,24 +21,16 @@ namespace {
 int runPrepare(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 {
     const QDate date = args.datePositional(0, QStringLiteral("prepare"));
-    const QChar letter = args.choice(QStringLiteral("type"), {"A", "O", "E", "S", "B"}, QStringLiteral("A")).at(0);
+    const QChar letter = kb::app::deliveryTypeLetter(args);
     const bool items = args.isSet(QStringLiteral("items"));
     if (args.isSet(QStringLiteral("confirm")) && !items)
         throw kb::app::UsageError(QStringLiteral("--confirm goes with --items."));
-    const std::optional<kb::GivenItemConfirmation> answer =
-        kb::GivenItemConfirmation::fromText(args.value(QStringLiteral("confirm"), QStringLiteral("none")));
-    if (!answer)
-        throw kb::app::UsageError(
-            QStringLiteral("--confirm needs all, none or item numbers separated by commas, such as 10,14."));
+    kb::GivenItemConfirmation confirmation = kb::app::itemConfirmation(args);
 
     kb::app::CommandSession session(context);
-    kb::GivenItemConfirmation confirmation = *answer;
     kb::TFormRunPrepare form(session.data().db(), session.data().session(), session.ui());
     form.setItemConfirmation(&confirmation);
-    form.SetDeliveryType(letter);
-    form.SetPrepareDate(date);
-    form.FormShow();
-    form.ActionPrepare();
+    kb::app::prepareRun(form, date, letter);
     context.err.flush();
     if (items)
         kb::writeCsv(context.out, kb::runItemRows(form.FindRunItems(form.ConfirmDeliveryItems())));
@@ -56,17 +49,12 @@ const kb::app::CommandRegistration registration(
                                    "would write: each delivery's items, meal and label counts and funding."),
      .minArguments = 1,
      .maxArguments = 1,
-     .options = {QCommandLineOption(QStringLiteral("type"),
-                                    QStringLiteral("The delivery type: A all, O ongoing only, E episodic only, S scheduled only, "
-                                                   "B episodic and scheduled. A when not given."),
-                                    QStringLiteral("A|O|E|S|B")),
+     .options = {kb::app::deliveryTypeOption(),
                  QCommandLineOption(QStringLiteral("items"),
                                     QStringLiteral("Prints one row per item of each delivery (a delivery without "
                                                    "items gets one row with empty item columns).")),
-                 QCommandLineOption(QStringLiteral("confirm"),
-                                    QStringLiteral("With --items: the items that need confirmation and are "
-                                                   "confirmed: all, none (when not given) or their numbers."),
-                                    QStringLiteral("all|none|ID,..."))},
+                 kb::app::confirmOption(QStringLiteral("With --items: the items that need confirmation and are "
+                                                       "confirmed: all, none (when not given) or their numbers."))},
      .repeatable = {},
      .needsUser = true},
     runPrepare);

@@ -9,7 +9,8 @@ namespace kb {
 namespace catalogue_detail {
 
 // One row per client, service and delivery kind prepared for a date: what a
-// saved run holds.
+// saved run holds. Deliv_ID names one delivery; the rows of a client that a
+// save consolidates into one delivery share it, so its index is not unique.
 TableDef deliveriTable()
 {
     TableDef t(QStringLiteral("Deliveri"));
@@ -36,7 +37,7 @@ TableDef deliveriTable()
         .boolean("Label_Created")
         .boolean("Label2_Created")
         .boolean("Label3_Created")
-        .uniqueIndex("DELIV_ID", "Deliv_ID")
+        .index("DELIV_ID", "Deliv_ID")
         .index("DELIV_DT", "Deliv_Dt")
         .index("PERSON_ID", "Person_ID");
     return t;

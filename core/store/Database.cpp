@@ -454,7 +454,9 @@ qint64 Database::runBatch(const QString& text, const Params& common, const std::
         };
         if (!server)
             holdRows();
-        StatementScope scope(*this, true);
+        // A batch into a memory table, such as a run's working table, leaves
+        // the data's write lock alone.
+        StatementScope scope(*this, true, t.writesTable.isEmpty() && !t.memoryTablesUsed.isEmpty());
         if (server)
             holdRows();
         for (size_t s = 0; s < t.steps.size(); ++s) {
@@ -520,11 +522,14 @@ void Database::dropMemoryTables()
     ++m_memoryGeneration;
 }
 
-void Database::startTransaction()
+void Database::startTransaction(TransactionKind kind)
 {
     if (m_inTransaction)
         throw DbError(DbErrorCode::Other, QStringLiteral("A transaction is already active"));
-    m_store->begin();
+    if (kind == TransactionKind::MemoryOnly)
+        m_store->beginLocal();
+    else
+        m_store->begin();
     m_inTransaction = true;
 }
 

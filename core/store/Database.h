@@ -91,7 +91,14 @@ public:
     // change the stored table.
     void checkWrite(const QString& table) const;
 
-    void startTransaction();
+    // A transaction that changes only the session's memory tables while it
+    // reads the stored ones (preparing a run): on a data directory it leaves
+    // the data's write lock alone, so other workstations keep writing while
+    // it runs, and it reads one snapshot of the data. A stored table changed
+    // inside it may meet another workstation's write and fail.
+    enum class TransactionKind { Write, MemoryOnly };
+
+    void startTransaction(TransactionKind kind = TransactionKind::Write);
     void commit();
     void rollback();
     bool inTransaction() const { return m_inTransaction; }
@@ -165,7 +172,12 @@ private:
 class TransactionGuard
 {
 public:
-    explicit TransactionGuard(Database& database) : m_database(database) { m_database.startTransaction(); }
+    explicit TransactionGuard(Database& database,
+                              Database::TransactionKind kind = Database::TransactionKind::Write)
+        : m_database(database)
+    {
+        m_database.startTransaction(kind);
+    }
     ~TransactionGuard();
     TransactionGuard(const TransactionGuard&) = delete;
     TransactionGuard& operator=(const TransactionGuard&) = delete;

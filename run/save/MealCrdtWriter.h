@@ -1,8 +1,6 @@
 #pragma once
 
-#include "store/Database.h"
-
-#include <vector>
+#include "save/BatchedStatement.h"
 
 namespace kb {
 
@@ -24,14 +22,11 @@ public:
     // Throws MessageError "Unexpected error occurred while appending to the
     // MealCrdt table: " and the engine's message.
     void flush();
-    qint64 rowsWritten() const { return m_written; }
+    qint64 rowsWritten() const { return m_insert.rowsSent(); }
 
 private:
-    Database& m_db;
     QString m_dow;
-    Query m_insert;
-    std::vector<Params> m_pending;
-    qint64 m_written = 0;
+    BatchedStatement m_insert;
 };
 
 } // namespace kb

@@ -111,4 +111,16 @@ const QString& clientDetails()
     return text;
 }
 
+const QString& populateCandidates()
+{
+    static const QString text = QStringLiteral(
+        "Select Deliveri.Person_ID, Deliveri.Client_ID, Deliveri.Deliv_ID, Deliveri.Route_ID, Deliveri.Stop, "
+        "Deliveri.Delivery_Type, Deliveri.Svcs_Used, Deliveri.Diet_Restr, Deliveri.Diet_Descr, Deliveri.Cold_Bag_ID, "
+        "Deliveri.Address_Overridden, Clients.First_Name, Clients.Mid_Name, Clients.Last_Name, Clients.Cuisine_ID, "
+        "Clients.Org_Client, Clients.Address1, Clients.Address2, Clients.City, Clients.State, Clients.Zip, "
+        "Clients.Latitude, Clients.Longitude, Clients.Household_ID, Clients.Cross_Street from Deliveri join Clients "
+        "on Deliveri.Person_ID = Clients.Person_ID where Deliv_Dt = :Deliv_Dt");
+    return text;
+}
+
 } // namespace kb::RunStatements

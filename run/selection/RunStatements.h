@@ -39,6 +39,10 @@ const QString& overridesOfDate();
 // The client details of a row of the run, by :Person_ID.
 const QString& clientDetails();
 
+// QueryPopulateCandidates: the stored deliveries of a date (:Deliv_Dt) with
+// their clients, for reloading a saved run.
+const QString& populateCandidates();
+
 } // namespace RunStatements
 
 } // namespace kb

@@ -132,7 +132,7 @@ std::optional<DeliveriesIndex> MemTableDeliveries::indexByName(const QString& na
     return std::nullopt;
 }
 
-MemTableDeliveries::MemTableDeliveries(Database& db) : m_db(db), m_insertText(insertText())
+MemTableDeliveries::MemTableDeliveries(Database& db) : m_db(db), m_insert(db, insertText())
 {
     for (const char* c : filledColumns)
         m_insertValues.emplace_back(QString::fromLatin1(c), QVariant());
@@ -158,13 +158,13 @@ void MemTableDeliveries::createOrEmpty()
 
 void MemTableDeliveries::empty()
 {
-    m_pending.clear();
+    m_insert.discard();
     m_db.execute(QStringLiteral("Delete from Memory MemTableDeliveries"));
 }
 
 void MemTableDeliveries::drop()
 {
-    m_pending.clear();
+    m_insert.discard();
     m_db.execute(QStringLiteral("Drop table if exists Memory MemTableDeliveries"));
 }
 
@@ -204,19 +204,10 @@ void MemTableDeliveries::insert(const DeliveryRow& row)
     static_assert(std::size(values) == std::size(filledColumns));
     for (size_t i = 0; i < std::size(values); ++i)
         m_insertValues[i].second = values[i];
-    m_pending.push_back(m_insertValues);
-    if (m_pending.size() >= 1000)
-        flush();
+    m_insert.add(m_insertValues);
 }
 
-void MemTableDeliveries::flush()
-{
-    if (m_pending.empty())
-        return;
-    std::vector<Params> rows;
-    rows.swap(m_pending);
-    m_db.query(m_insertText).execBatch(rows);
-}
+void MemTableDeliveries::flush() { m_insert.flush(); }
 
 qint64 MemTableDeliveries::rowCount()
 {

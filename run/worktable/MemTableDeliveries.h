@@ -1,5 +1,6 @@
 #pragma once
 
+#include "save/BatchedStatement.h"
 #include "store/Database.h"
 #include "worktable/DeliveryRow.h"
 
@@ -54,9 +55,8 @@ public:
 
 private:
     Database& m_db;
-    QString m_insertText;
     Params m_insertValues;
-    std::vector<Params> m_pending;
+    BatchedStatement m_insert;
 };
 
 } // namespace kb

@@ -161,31 +161,31 @@ TEST_P(DataSetTest, InsertedRowsGetTheirIdentityAndCanBeEditedAgain)
 
 TEST_P(DataSetTest, AFailedPostLeavesTheRowInEditWithWhatWasTyped)
 {
-    db().execute(QStringLiteral("Insert into Deliveri (Deliv_ID, Person_ID) values (1, 1)"));
-    TableDataSet deliveries(db(), QStringLiteral("Deliveri"));
-    deliveries.open();
-    deliveries.append();
-    deliveries.setFieldValue(u"Deliv_ID", 1);
-    deliveries.setFieldValue(u"Route_ID", QStringLiteral("R9"));
-    EXPECT_EQ(test::engineCodeOf([&] { deliveries.post(); }), 9729);
-    EXPECT_EQ(deliveries.state(), State::Insert);
-    EXPECT_EQ(deliveries.fieldValue(u"Route_ID").toString(), "R9");
-    deliveries.setFieldValue(u"Deliv_ID", 2);
-    deliveries.post();
-    EXPECT_EQ(deliveries.recordCount(), 2);
+    db().execute(QStringLiteral("Insert into Routes (Route_ID, Route_Desc) values ('R1', 'North')"));
+    TableDataSet routes(db(), QStringLiteral("Routes"));
+    routes.open();
+    routes.append();
+    routes.setFieldValue(u"Route_ID", QStringLiteral("R1"));
+    routes.setFieldValue(u"Route_Desc", QStringLiteral("R9"));
+    EXPECT_EQ(test::engineCodeOf([&] { routes.post(); }), 9729);
+    EXPECT_EQ(routes.state(), State::Insert);
+    EXPECT_EQ(routes.fieldValue(u"Route_Desc").toString(), "R9");
+    routes.setFieldValue(u"Route_ID", QStringLiteral("R2"));
+    routes.post();
+    EXPECT_EQ(routes.recordCount(), 2);
 
     // The same for an edit, and the row keeps its lock until it is left.
-    deliveries.edit();
-    deliveries.setFieldValue(u"Deliv_ID", 1);
-    EXPECT_EQ(test::engineCodeOf([&] { deliveries.post(); }), 9729);
-    EXPECT_EQ(deliveries.state(), State::Edit);
+    routes.edit();
+    routes.setFieldValue(u"Route_ID", QStringLiteral("R1"));
+    EXPECT_EQ(test::engineCodeOf([&] { routes.post(); }), 9729);
+    EXPECT_EQ(routes.state(), State::Edit);
     auto other = otherSession();
-    TableDataSet elsewhere(*other, QStringLiteral("Deliveri"));
+    TableDataSet elsewhere(*other, QStringLiteral("Routes"));
     elsewhere.open();
-    ASSERT_TRUE(elsewhere.locate(QStringLiteral("Deliv_ID"), 2));
+    ASSERT_TRUE(elsewhere.locate(QStringLiteral("Route_ID"), QStringLiteral("R2")));
     EXPECT_EQ(test::engineCodeOf([&] { elsewhere.edit(); }), 10258);
-    deliveries.cancel();
-    EXPECT_EQ(deliveries.fieldValue(u"Deliv_ID").toInt(), 2);
+    routes.cancel();
+    EXPECT_EQ(routes.fieldValue(u"Route_ID").toString(), "R2");
     elsewhere.edit();
     elsewhere.cancel();
 }
@@ -303,31 +303,31 @@ TEST_P(DataSetTest, AHookTakenOffDoesNotFireOnItsOwnChanges)
 
 TEST_P(DataSetTest, ErrorHooksRetryOrAbandon)
 {
-    db().execute(QStringLiteral("Insert into Deliveri (Deliv_ID, Person_ID) values (1, 1)"));
-    TableDataSet deliveries(db(), QStringLiteral("Deliveri"));
+    db().execute(QStringLiteral("Insert into Routes (Route_ID) values ('1')"));
+    TableDataSet routes(db(), QStringLiteral("Routes"));
     std::vector<int> seen;
     // "Yes retries": the first answer fixes the key and retries; then "No abandons".
-    deliveries.setErrorHook(Hook::OnPostError, [&](DataSet& set, const DbError& error) {
+    routes.setErrorHook(Hook::OnPostError, [&](DataSet& set, const DbError& error) {
         seen.push_back(error.engineCode());
         if (seen.size() == 1) {
-            set.setFieldValue(u"Deliv_ID", 5);
+            set.setFieldValue(u"Route_ID", QStringLiteral("5"));
             return DataSet::ErrorAction::Retry;
         }
         return DataSet::ErrorAction::Abort;
     });
-    deliveries.open();
-    deliveries.append();
-    deliveries.setFieldValue(u"Deliv_ID", 1);
-    deliveries.post();
+    routes.open();
+    routes.append();
+    routes.setFieldValue(u"Route_ID", QStringLiteral("1"));
+    routes.post();
     EXPECT_EQ(seen, std::vector<int>({9729}));
-    EXPECT_EQ(deliveries.fieldValue(u"Deliv_ID").toInt(), 5);
+    EXPECT_EQ(routes.fieldValue(u"Route_ID").toString(), "5");
 
-    deliveries.append();
-    deliveries.setFieldValue(u"Deliv_ID", 1);
-    EXPECT_THROW(deliveries.post(), Abort);
-    EXPECT_EQ(deliveries.state(), State::Insert);
-    deliveries.cancel();
-    EXPECT_THROW(deliveries.setErrorHook(Hook::AfterPost, {}), DbError);
+    routes.append();
+    routes.setFieldValue(u"Route_ID", QStringLiteral("1"));
+    EXPECT_THROW(routes.post(), Abort);
+    EXPECT_EQ(routes.state(), State::Insert);
+    routes.cancel();
+    EXPECT_THROW(routes.setErrorHook(Hook::AfterPost, {}), DbError);
 }
 
 TEST_P(DataSetTest, ARowChangedSinceItWasReadGives8708AndARefreshLetsThePostThrough)

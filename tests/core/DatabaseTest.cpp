@@ -54,8 +54,9 @@ TEST_P(DatabaseTest, RollbackUndoesEveryTableAndCommitKeepsIt)
         db().execute(QStringLiteral("Insert into Clients (Person_ID, Client_ID, Last_Name) values (1, '1.0', 'Ames')"));
         db().execute(QStringLiteral("Insert into Deliveri (Deliv_ID, Person_ID, Deliv_Dt) values (1, 1, '2024-03-06')"));
         db().execute(QStringLiteral("Update IDNOS set Person_ID = 1"));
+        db().execute(QStringLiteral("Insert into Routes (Route_ID) values ('R1')"));
         // A failing statement inside the transaction does not end it.
-        EXPECT_THROW(db().execute(QStringLiteral("Insert into Deliveri (Deliv_ID) values (1)")), DbError);
+        EXPECT_THROW(db().execute(QStringLiteral("Insert into Routes (Route_ID) values ('R1')")), DbError);
         db().execute(QStringLiteral("Insert into Mealcrdt (Deliv_ID, Person_ID) values (1, 1)"));
         EXPECT_EQ(count(QStringLiteral("Mealcrdt")), 1);
         // The guard rolls back when it goes out of scope without commit.
@@ -64,6 +65,7 @@ TEST_P(DatabaseTest, RollbackUndoesEveryTableAndCommitKeepsIt)
     EXPECT_EQ(count(QStringLiteral("Clients")), 0);
     EXPECT_EQ(count(QStringLiteral("Deliveri")), 0);
     EXPECT_EQ(count(QStringLiteral("Mealcrdt")), 0);
+    EXPECT_EQ(count(QStringLiteral("Routes")), 0);
     EXPECT_EQ(db().execute(QStringLiteral("select Person_ID from IDNOS")).value(0, 0).toInt(), 0);
 
     {
