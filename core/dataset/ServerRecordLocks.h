@@ -50,6 +50,7 @@ private:
     std::unique_ptr<StoreStatement> m_unlockExclusive;
     std::unique_ptr<StoreStatement> m_objectNumber;
     std::unique_ptr<StoreStatement> m_holdRows;
+    std::unique_ptr<StoreStatement> m_holdManyRows;
     QHash<QString, qint64> m_keys; // by lower-case table name
 };
 

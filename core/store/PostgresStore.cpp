@@ -1,7 +1,7 @@
 #include "store/PostgresStore.h"
 
-#include "store/DbError.h"
 #include "Money.h"
+#include "store/DbError.h"
 #include "store/ValueConversion.h"
 
 #include <QDate>
@@ -32,22 +32,17 @@ constexpr Oid NumericOid = 1700;
 DbErrorCode codeFor(const char* sqlState)
 {
     const QByteArray state(sqlState ? sqlState : "");
-    if (state == "23505")
-        return DbErrorCode::DuplicateKey;
-    if (state == "55P03")
-        return DbErrorCode::RecordLocked;
-    if (state == "40P01")
-        return DbErrorCode::TableLocked;
-    if (state == "40001")
-        return DbErrorCode::ChangedSinceRead;
+    if (state == "23505") return DbErrorCode::DuplicateKey;
+    if (state == "55P03") return DbErrorCode::RecordLocked;
+    if (state == "40P01") return DbErrorCode::TableLocked;
+    if (state == "40001") return DbErrorCode::ChangedSinceRead;
     return DbErrorCode::Other;
 }
 
 QString errorText(PGconn* conn, const PGresult* result)
 {
     QString text = result ? QString::fromUtf8(PQresultErrorMessage(result)) : QString();
-    if (text.isEmpty() && conn)
-        text = QString::fromUtf8(PQerrorMessage(conn));
+    if (text.isEmpty() && conn) text = QString::fromUtf8(PQerrorMessage(conn));
     return text.trimmed();
 }
 
@@ -65,27 +60,23 @@ struct Result
 void check(PGconn* conn, const Result& result, const QString& sql)
 {
     const ExecStatusType status = result.r ? PQresultStatus(result.r) : PGRES_FATAL_ERROR;
-    if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK)
-        return;
+    if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK) return;
     const char* state = result.r ? PQresultErrorField(result.r, PG_DIAG_SQLSTATE) : nullptr;
     // Stack depth or statement complexity beyond the server's limits.
     if (state && (qstrcmp(state, "54001") == 0 || qstrcmp(state, "54000") == 0))
-        throw DbError(DbErrorCode::Syntax, statementTooComplex() + QStringLiteral(" (%1)").arg(errorText(conn, result.r)),
-                      sql);
+        throw DbError(DbErrorCode::Syntax,
+                      statementTooComplex() + QStringLiteral(" (%1)").arg(errorText(conn, result.r)), sql);
     throw DbError(codeFor(state), errorText(conn, result.r), sql);
 }
 
 QByteArray wireText(const QVariant& value)
 {
     const int id = value.typeId();
-    if (id == qMetaTypeId<Money>())
-        return value.value<Money>().toString().toUtf8();
-    if (id == QMetaType::QDate)
-        return dateText(value.toDate()).toUtf8();
+    if (id == qMetaTypeId<Money>()) return value.value<Money>().toString().toUtf8();
+    if (id == QMetaType::QDate) return dateText(value.toDate()).toUtf8();
     if (id == QMetaType::QDateTime)
         return value.toDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")).toUtf8();
-    if (id == QMetaType::Bool)
-        return value.toBool() ? QByteArrayLiteral("true") : QByteArrayLiteral("false");
+    if (id == QMetaType::Bool) return value.toBool() ? QByteArrayLiteral("true") : QByteArrayLiteral("false");
     if (id == QMetaType::Double || id == QMetaType::Float)
         return QByteArray::number(value.toDouble(), 'g', 17);
     return value.toString().toUtf8();
@@ -109,12 +100,10 @@ public:
 
     void bind(int position, const QVariant& value, FieldType type) override
     {
-        if (position >= int(m_values.size()))
-            return;
+        if (position >= int(m_values.size())) return;
         m_isNull[position] = !value.isValid() || value.isNull();
         m_isBinary[position] = false;
-        if (m_isNull[position])
-            return;
+        if (m_isNull[position]) return;
         if (type == FieldType::Blob || value.typeId() == QMetaType::QByteArray) {
             m_values[position] = value.toByteArray();
             m_isBinary[position] = type == FieldType::Blob;
@@ -129,8 +118,8 @@ public:
         m_result = nullptr;
         m_row = -1;
         const WireValues wire = wireValues();
-        Result result(PQexecPrepared(m_conn, m_name.constData(), wire.count(), wire.values.data(), wire.lengths.data(),
-                                     wire.formats.data(), 0));
+        Result result(PQexecPrepared(m_conn, m_name.constData(), wire.count(), wire.values.data(),
+                                     wire.lengths.data(), wire.formats.data(), 0));
         check(m_conn, result, m_sql);
         m_result = result.r;
         result.r = nullptr;
@@ -143,36 +132,32 @@ public:
         m_result = nullptr;
         m_row = -1;
         const WireValues wire = wireValues();
-        if (!PQsendQueryPrepared(m_conn, m_name.constData(), wire.count(), wire.values.data(), wire.lengths.data(),
-                                 wire.formats.data(), 0))
+        if (!PQsendQueryPrepared(m_conn, m_name.constData(), wire.count(), wire.values.data(),
+                                 wire.lengths.data(), wire.formats.data(), 0))
             throw DbError(DbErrorCode::Other, errorText(m_conn, nullptr), m_sql);
         m_streaming = true;
         if (!PQsetSingleRowMode(m_conn)) {
             endStream();
-            throw DbError(DbErrorCode::Other, QStringLiteral("The server cannot send the rows one by one"), m_sql);
+            throw DbError(DbErrorCode::Other, QStringLiteral("The server cannot send the rows one by one"),
+                          m_sql);
         }
     }
 
     bool next() override
     {
-        if (m_streaming)
-            return nextStreamed();
-        if (!m_result)
-            return false;
-        if (m_row + 1 >= PQntuples(m_result))
-            return false;
+        if (m_streaming) return nextStreamed();
+        if (!m_result) return false;
+        if (m_row + 1 >= PQntuples(m_result)) return false;
         ++m_row;
         return true;
     }
 
     QVariant value(int column, FieldType type) override
     {
-        if (PQgetisnull(m_result, m_row, column))
-            return {};
+        if (PQgetisnull(m_result, m_row, column)) return {};
         const char* raw = PQgetvalue(m_result, m_row, column);
         const int length = PQgetlength(m_result, m_row, column);
-        if (type == FieldType::Unknown)
-            type = typeOf(PQftype(m_result, column));
+        if (type == FieldType::Unknown) type = typeOf(PQftype(m_result, column));
         switch (type) {
         case FieldType::String:
         case FieldType::Memo:
@@ -183,8 +168,7 @@ public:
         case FieldType::AutoInc: {
             bool ok = false;
             const qlonglong n = QByteArray::fromRawData(raw, length).toLongLong(&ok);
-            if (!ok)
-                return QByteArray::fromRawData(raw, length).toDouble();
+            if (!ok) return QByteArray::fromRawData(raw, length).toDouble();
             return n >= INT_MIN && n <= INT_MAX ? QVariant(int(n)) : QVariant(n);
         }
         case FieldType::Float:
@@ -214,7 +198,8 @@ public:
         return {};
     }
 
-    qint64 executeMany(const std::vector<std::vector<QVariant>>& rows, const std::vector<FieldType>& types) override
+    qint64 executeMany(const std::vector<std::vector<QVariant>>& rows,
+                       const std::vector<FieldType>& types) override
     {
         // Runs are pipelined in chunks: one round trip per chunk, and never
         // so much unread that client and server wait on each other.
@@ -237,25 +222,22 @@ public:
                                          wire.lengths.data(), wire.formats.data(), 0))
                     throw DbError(DbErrorCode::Other, errorText(m_conn, nullptr), m_sql);
             }
-            if (!PQpipelineSync(m_conn))
-                throw DbError(DbErrorCode::Other, errorText(m_conn, nullptr), m_sql);
+            if (!PQpipelineSync(m_conn)) throw DbError(DbErrorCode::Other, errorText(m_conn, nullptr), m_sql);
             // Read every result of the chunk up to its sync, keeping the first error.
             std::optional<DbError> failure;
             for (;;) {
                 PGresult* raw = PQgetResult(m_conn);
-                if (!raw)
-                    continue; // the end of one run's results
+                if (!raw) continue; // the end of one run's results
                 Result result(raw);
                 const ExecStatusType status = PQresultStatus(raw);
-                if (status == PGRES_PIPELINE_SYNC)
-                    break;
+                if (status == PGRES_PIPELINE_SYNC) break;
                 if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK)
                     changed += QByteArray(PQcmdTuples(raw)).toLongLong();
                 else if (status != PGRES_PIPELINE_ABORTED && !failure)
-                    failure.emplace(codeFor(PQresultErrorField(raw, PG_DIAG_SQLSTATE)), errorText(m_conn, raw), m_sql);
+                    failure.emplace(codeFor(PQresultErrorField(raw, PG_DIAG_SQLSTATE)),
+                                    errorText(m_conn, raw), m_sql);
             }
-            if (failure)
-                throw *failure;
+            if (failure) throw *failure;
         }
         return changed;
     }
@@ -264,8 +246,7 @@ public:
 
     qint64 rowsAffected() const override
     {
-        if (!m_result)
-            return 0;
+        if (!m_result) return 0;
         return QByteArray(PQcmdTuples(m_result)).toLongLong();
     }
 
@@ -291,8 +272,7 @@ private:
             return false;
         }
         const ExecStatusType status = PQresultStatus(m_result);
-        if (status == PGRES_SINGLE_TUPLE)
-            return true;
+        if (status == PGRES_SINGLE_TUPLE) return true;
         Result last(m_result);
         m_result = nullptr;
         endStream();
@@ -304,8 +284,7 @@ private:
     // sending rows nobody will read, so the connection is free again.
     void endStream()
     {
-        if (!m_streaming)
-            return;
+        if (!m_streaming) return;
         m_streaming = false;
         if (PQisBusy(m_conn)) {
             if (PGcancel* cancel = PQgetCancel(m_conn)) {
@@ -343,17 +322,24 @@ private:
     static FieldType typeOf(Oid oid)
     {
         switch (oid) {
-        case BoolOid: return FieldType::Bool;
-        case ByteaOid: return FieldType::Blob;
+        case BoolOid:
+            return FieldType::Bool;
+        case ByteaOid:
+            return FieldType::Blob;
         case Int2Oid:
         case Int4Oid:
-        case Int8Oid: return FieldType::Int;
+        case Int8Oid:
+            return FieldType::Int;
         case Float4Oid:
         case Float8Oid:
-        case NumericOid: return FieldType::Float;
-        case DateOid: return FieldType::Date;
-        case TimestampOid: return FieldType::DateTime;
-        default: return FieldType::String;
+        case NumericOid:
+            return FieldType::Float;
+        case DateOid:
+            return FieldType::Date;
+        case TimestampOid:
+            return FieldType::DateTime;
+        default:
+            return FieldType::String;
         }
     }
 
@@ -382,8 +368,9 @@ ServerAddress ServerAddress::parse(const QString& fullText)
     }
     const qsizetype slash = text.lastIndexOf(u'/');
     if (slash <= 0 || slash == text.size() - 1)
-        throw DbError(DbErrorCode::Other,
-                      QStringLiteral("The server address '%1' is not of the form HOST[:PORT]/DATABASE").arg(text));
+        throw DbError(
+            DbErrorCode::Other,
+            QStringLiteral("The server address '%1' is not of the form HOST[:PORT]/DATABASE").arg(text));
     ServerAddress a;
     a.database = text.mid(slash + 1);
     QString host = text.left(slash);
@@ -392,7 +379,8 @@ ServerAddress ServerAddress::parse(const QString& fullText)
         bool ok = false;
         a.port = host.mid(colon + 1).toInt(&ok);
         if (!ok || a.port <= 0 || a.port > 65535)
-            throw DbError(DbErrorCode::Other, QStringLiteral("The port in the server address '%1' is not a number").arg(text));
+            throw DbError(DbErrorCode::Other,
+                          QStringLiteral("The port in the server address '%1' is not a number").arg(text));
         host = host.left(colon);
     }
     a.host = host;
@@ -403,8 +391,7 @@ ServerAddress ServerAddress::parse(const QString& fullText)
 QString ServerAddress::toString() const
 {
     QString text = QStringLiteral("%1:%2/%3").arg(host).arg(port).arg(database);
-    if (!schema.isEmpty())
-        text += QLatin1Char('#') + schema;
+    if (!schema.isEmpty()) text += QLatin1Char('#') + schema;
     return text;
 }
 
@@ -414,14 +401,16 @@ PostgresStore::PostgresStore(const ServerAddress& address)
     const QByteArray port = QByteArray::number(address.port);
     const QByteArray database = address.database.toUtf8();
     const char* keys[] = {"host", "port", "dbname", "application_name", "client_encoding", nullptr};
-    const char* values[] = {host.constData(), port.constData(), database.constData(), "kettlebrook", "UTF8", nullptr};
+    const char* values[] = {host.constData(), port.constData(), database.constData(),
+                            "kettlebrook",    "UTF8",           nullptr};
     m_conn = PQconnectdbParams(keys, values, 1);
     if (PQstatus(m_conn) != CONNECTION_OK) {
         const QString message = QString::fromUtf8(PQerrorMessage(m_conn)).trimmed();
         PQfinish(m_conn);
         m_conn = nullptr;
-        throw DbError(DbErrorCode::Other,
-                      QStringLiteral("Cannot connect to the database server %1: %2").arg(address.toString(), message));
+        throw DbError(
+            DbErrorCode::Other,
+            QStringLiteral("Cannot connect to the database server %1: %2").arg(address.toString(), message));
     }
     // Dates travel as ISO texts; the session waits at most 1.5 s for a row
     // lock, as the record services expect of 15 tries 100 ms apart.
@@ -429,7 +418,12 @@ PostgresStore::PostgresStore(const ServerAddress& address)
                         "SET client_min_messages = warning"));
     if (!address.schema.isEmpty()) {
         const QString schema = QLatin1Char('"') + address.schema.toLower() + QLatin1Char('"');
-        exec(QStringLiteral("CREATE SCHEMA IF NOT EXISTS %1; SET search_path TO %1").arg(schema));
+        // Two sessions making one schema at once would both pass the "if not
+        // exists" and one would fail on the catalogue's key: they take turns.
+        exec(QStringLiteral(
+                 "BEGIN; SELECT pg_advisory_xact_lock(-1, 2); CREATE SCHEMA IF NOT EXISTS %1; COMMIT; "
+                 "SET search_path TO %1")
+                 .arg(schema));
     }
 }
 
@@ -469,8 +463,7 @@ void PostgresStore::commit()
 void PostgresStore::rollback()
 {
     m_inTransaction = false;
-    if (PQtransactionStatus(m_conn) != PQTRANS_IDLE)
-        exec(QStringLiteral("ROLLBACK"));
+    if (PQtransactionStatus(m_conn) != PQTRANS_IDLE) exec(QStringLiteral("ROLLBACK"));
 }
 
 qint64 PostgresStore::lastInsertRowId()
@@ -485,11 +478,12 @@ bool PostgresStore::tableExists(const QString& physicalName)
 {
     const QByteArray name = physicalName.toLower().toUtf8();
     const char* values[] = {name.constData()};
-    Result result(PQexecParams(m_conn,
-                               "SELECT 1 FROM pg_catalog.pg_class c JOIN pg_catalog.pg_namespace n ON n.oid = "
-                               "c.relnamespace WHERE c.relname = $1 AND c.relkind = 'r' AND (n.nspname = "
-                               "current_schema() OR n.oid = pg_my_temp_schema())",
-                               1, nullptr, values, nullptr, nullptr, 0));
+    Result result(
+        PQexecParams(m_conn,
+                     "SELECT 1 FROM pg_catalog.pg_class c JOIN pg_catalog.pg_namespace n ON n.oid = "
+                     "c.relnamespace WHERE c.relname = $1 AND c.relkind = 'r' AND (n.nspname = "
+                     "current_schema() OR n.oid = pg_my_temp_schema())",
+                     1, nullptr, values, nullptr, nullptr, 0));
     check(m_conn, result, QStringLiteral("table lookup"));
     return PQntuples(result.r) > 0;
 }

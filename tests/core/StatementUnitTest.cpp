@@ -2,8 +2,8 @@
 // them one by one and the session stays usable when the sink gives up.
 
 #include "CsvWriter.h"
-#include "store/DbError.h"
 #include "TempDataDir.h"
+#include "store/DbError.h"
 
 #include <QTextStream>
 
@@ -36,8 +36,7 @@ public:
     void begin(const std::vector<sql::OutputColumn>& columns) override { m_columns = columns; }
     void row(const QVariantList& values) override
     {
-        if (m_rows == m_failAfter)
-            throw std::runtime_error("the reader went away");
+        if (m_rows == m_failAfter) throw std::runtime_error("the reader went away");
         m_last = values;
         ++m_rows;
     }
@@ -49,21 +48,26 @@ public:
 
 TEST_P(StatementUnit, ALaterFailureLeavesNothingOfTheEarlierStatements)
 {
-    const QString first = QStringLiteral("insert into Clients (Person_ID, Last_Name) values (1, 'Ames'); "
-                                         "update IDNOS set Person_ID = 99; "
-                                         "insert into Deliveri (Deliv_ID, Person_ID) values (1, 1); ");
+    const QString first =
+        QStringLiteral("insert into Clients (Person_ID, Last_Name) values (1, 'Ames'); "
+                       "update IDNOS set Person_ID = 99; "
+                       "insert into Routes (Route_ID, Route_Desc) values ('R1', 'North'); ");
     // A failure when the statement runs, and one when it is read.
-    EXPECT_THROW(db().execute(first + QStringLiteral("insert into Deliveri (Deliv_ID, Person_ID) values (1, 2)")),
-                 DbError);
-    EXPECT_THROW(db().execute(first + QStringLiteral("insert into Clients (Person_ID, Last_Nme) values (2, 'B')")),
-                 DbError);
+    EXPECT_THROW(
+        db().execute(first +
+                     QStringLiteral("insert into Routes (Route_ID, Route_Desc) values ('R1', 'South')")),
+        DbError);
+    EXPECT_THROW(
+        db().execute(first + QStringLiteral("insert into Clients (Person_ID, Last_Nme) values (2, 'B')")),
+        DbError);
     EXPECT_THROW(db().execute(first + QStringLiteral("select Colour from Clients")), DbError);
     EXPECT_EQ(clients(), 0);
     EXPECT_EQ(db().execute(QStringLiteral("select Person_ID from IDNOS")).value(0, 0).toInt(), 0);
     EXPECT_FALSE(db().inTransaction());
 
     // All of them together, when they all succeed; memory tables made on the way stay.
-    db().execute(first + QStringLiteral("select * into Memory Kept from Clients; select count(*) as N from Clients"));
+    db().execute(first +
+                 QStringLiteral("select * into Memory Kept from Clients; select count(*) as N from Clients"));
     EXPECT_EQ(clients(), 1);
     EXPECT_EQ(db().recordCount(QStringLiteral("Kept")), 1);
 
@@ -71,7 +75,7 @@ TEST_P(StatementUnit, ALaterFailureLeavesNothingOfTheEarlierStatements)
     {
         TransactionGuard guard(db());
         EXPECT_THROW(db().execute(QStringLiteral("insert into Clients (Person_ID) values (2); "
-                                                 "insert into Deliveri (Deliv_ID) values (1)")),
+                                                 "insert into Routes (Route_ID) values ('R1')")),
                      DbError);
         guard.commit();
     }
@@ -81,15 +85,18 @@ TEST_P(StatementUnit, ALaterFailureLeavesNothingOfTheEarlierStatements)
 TEST_P(StatementUnit, RowsReachTheSinkOneByOne)
 {
     db().execute(QStringLiteral("insert into Clients (Person_ID, Last_Name) values (1, 'A')"));
-    db().execute(QStringLiteral("insert into Clients (Person_ID, Last_Name) select Person_ID + 1, Last_Name from "
-                                "Clients"));
+    db().execute(
+        QStringLiteral("insert into Clients (Person_ID, Last_Name) select Person_ID + 1, Last_Name from "
+                       "Clients"));
     for (int i = 0; i < 12; ++i) // 8192 rows
-        db().execute(QStringLiteral("insert into Clients (Person_ID, Last_Name) select Person_ID + :N, Last_Name from "
-                                    "Clients"),
-                     {{QStringLiteral("N"), 2 << i}});
+        db().execute(
+            QStringLiteral("insert into Clients (Person_ID, Last_Name) select Person_ID + :N, Last_Name from "
+                           "Clients"),
+            {{QStringLiteral("N"), 2 << i}});
     CountingSink sink;
     const ResultSet result = db().execute(
-        QStringLiteral("select count(*) as N from Config; select Person_ID, Last_Name from Clients order by Person_ID"),
+        QStringLiteral(
+            "select count(*) as N from Config; select Person_ID, Last_Name from Clients order by Person_ID"),
         {}, sink);
     EXPECT_EQ(sink.m_rows, 8192);
     EXPECT_EQ(sink.m_last.value(0).toInt(), 8192);
@@ -100,12 +107,14 @@ TEST_P(StatementUnit, RowsReachTheSinkOneByOne)
 
     // A sink that gives up half-way leaves the session ready for the next statement.
     CountingSink quitter(100);
-    EXPECT_THROW(db().execute(QStringLiteral("select Person_ID from Clients"), {}, quitter), std::runtime_error);
+    EXPECT_THROW(db().execute(QStringLiteral("select Person_ID from Clients"), {}, quitter),
+                 std::runtime_error);
     EXPECT_EQ(db().execute(QStringLiteral("select count(*) as N from Clients")).value(0, 0).toInt(), 8192);
     {
         TransactionGuard guard(db());
         CountingSink inside(10);
-        EXPECT_THROW(db().execute(QStringLiteral("select Person_ID from Clients"), {}, inside), std::runtime_error);
+        EXPECT_THROW(db().execute(QStringLiteral("select Person_ID from Clients"), {}, inside),
+                     std::runtime_error);
         db().execute(QStringLiteral("delete from Clients where Person_ID > 10"));
         guard.commit();
     }
