@@ -42,7 +42,7 @@ ClientTabs ClientTabs::make(bool hasStaffRow, qint64 visibleTabs, int dtab, bool
             QStringLiteral("&%1. %2").arg(i + 1).arg(clientPage(page).caption).leftJustified(CaptionWidth, u' ', true);
         tabs.captions.insert(page, caption);
     }
-    tabs.startPage = startPageOf(tabs.shown, dtab);
+    tabs.startPage = startPageOf(tabs.shown, hasStaffRow ? dtab : 0);
     tabs.conserveResources = hasStaffRow && conserve;
     return tabs;
 }

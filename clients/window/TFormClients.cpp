@@ -818,8 +818,10 @@ void TFormClients::PopulateCombos()
     guarded([&] {
         ConfigRecord config = ConfigRecord::fromDataSet(m_module.config());
         m_lists = ClientLists::read(m_module.db(), config, m_module.sharedSettings());
+        // The warnings are about what an agency chose; a tree never saved chose nothing.
+        const bool chosen = !m_lists.visibleComponents.trimmed().isEmpty();
         const ComponentTree tree = ComponentTree::fromText(m_lists.visibleComponents);
-        if (!tree.isVisible(QStringLiteral("Recertification Date")) && config.integer(QStringLiteral("RECERT_WKS")) != 0)
+        if (chosen && !tree.isVisible(QStringLiteral("Recertification Date")) && config.integer(QStringLiteral("RECERT_WKS")) != 0)
             m_ui.warning(QStringLiteral(
                 "The \"Recertification Date\" is set to invisible but \"Weeks Until \r\nRertification\" contains "
                 "a value other than zero. In the \r\nConfiguration Utility set \"Weeks Until Recertification\" to "
@@ -827,7 +829,7 @@ void TFormClients::PopulateCombos()
         const bool card = tree.isVisible(QStringLiteral("Cardholder Name")) ||
                           tree.isVisible(QStringLiteral("Expiration")) ||
                           tree.isVisible(QStringLiteral("Security Code")) || tree.isVisible(QStringLiteral("Card Number"));
-        if (card && tree.isVisible(QStringLiteral("Housing/Living Arrangement")))
+        if (chosen && card && tree.isVisible(QStringLiteral("Housing/Living Arrangement")))
             m_ui.warning(QStringLiteral("You have both Credit Card information as well as \r\nHousing/Living "
                                         "Arrangement set to be visible!\r\nOnly one or the other should be set to "
                                         "visible at the same time."));
