@@ -192,6 +192,13 @@ const std::vector<ClientCommandInfo>& clientCommands()
     return commands;
 }
 
+QString clientButtonCaption(const QString& id, const QString& caption)
+{
+    if (id == QLatin1String("ActionEditRoutesStops"))
+        return QStringLiteral("Edit Routes & Stops");
+    return caption;
+}
+
 const ClientCommandInfo* findClientCommand(const QString& id)
 {
     for (const ClientCommandInfo& c : clientCommands())

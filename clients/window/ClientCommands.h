@@ -46,6 +46,9 @@ const std::vector<ClientMenuInfo>& clientMenus();
 // disabled, saying it is not available yet.
 const std::vector<ClientCommandInfo>& clientCommands();
 const ClientCommandInfo* findClientCommand(const QString& id);
+// The caption of a command's button on a page, where it differs from the
+// menu's ("Edit Routes & Stops" for the menu's "Routes & Stops").
+QString clientButtonCaption(const QString& id, const QString& caption);
 
 // The ids of the commands the window itself carries out.
 namespace client_command {

@@ -61,9 +61,15 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
         {client_page::HealthNutrition, QStringLiteral("Health History"), QStringLiteral("Assessments"), {},
          buttons({cmd::AddAssessment}), QStringLiteral("QueryAssessments"), {}, false},
         {client_page::HealthNutrition, QStringLiteral("Health History"), QStringLiteral("Diseases"), {}, {},
-         QStringLiteral("QueryClientDiseases"), {}, false},
+         QStringLiteral("QueryClientDiseases"), {}, false,
+         {QStringLiteral("Sort_Order=Rank"), QStringLiteral("Disease=Disease"), QStringLiteral("Diagonosis_Date=Dx Date"),
+          QStringLiteral("Secondary_Conditions=Secondary Conditions"),
+          QStringLiteral("Comments=Comments/Mobility Factors")}},
         {client_page::HealthNutrition, QStringLiteral("Counseling Events"), QStringLiteral("Counseling Events"), {},
-         buttons({cmd::AddConsultation}), QStringLiteral("QueryEvents"), {}, false},
+         buttons({cmd::AddConsultation}), QStringLiteral("QueryEvents"), {}, false,
+         {QStringLiteral("Event_Date=Date"), QStringLiteral("Event_Desc=Event"), QStringLiteral("Staff_Name=Counselor"),
+          QStringLiteral("Location=Location"), QStringLiteral("Num_Sessions=Sessions"),
+          QStringLiteral("Time_Spent=Hours"), QStringLiteral("Comments=Comments")}},
 
         // 2 Suspensions
         {client_page::Suspensions,
@@ -73,7 +79,9 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
          buttons({cmd::AddSuspension, cmd::EditSuspension, cmd::DeleteSuspension}),
          QStringLiteral("QuerySuspends"),
          {},
-         false},
+         false,
+         {QStringLiteral("Stop_Dt=Stop Date"), QStringLiteral("Resume_Dt=Resume Date"), QStringLiteral("Reason=Reason"),
+          QStringLiteral("User=Entered By"), QStringLiteral("Create_Date=Entered On")}},
 
         // 3 Delivery/Route
         {client_page::DeliveryRoute,
@@ -99,7 +107,9 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
          buttons({cmd::ScheduledDeliveries, cmd::AddEditDeliveries, cmd::DeleteSelectedDelivery}),
          QStringLiteral("QueryEpisodicDeliveries"),
          {},
-         false},
+         false,
+         {QStringLiteral("Deliv_Date=Date"), QStringLiteral("Service=Service"), QStringLiteral("Route=Route"),
+          QStringLiteral("Stop=Stop"), QStringLiteral("Fulfilled=Delivered")}},
         {client_page::DeliveryRoute,
          {},
          QStringLiteral("Directions"),
@@ -108,7 +118,10 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
 
         // 4 Funding/Billing
         {client_page::FundingBilling, QStringLiteral("Funding"), QStringLiteral("Funding Sources"), {}, {},
-         QStringLiteral("QueryFundUses"), {}, false},
+         QStringLiteral("QueryFundUses"), {}, false,
+         {QStringLiteral("Funding_Source=Funding Source"), QStringLiteral("Service=Service"),
+          QStringLiteral("Reimbursement_Method=Method"), QStringLiteral("Reimbursement_Rate=Rate"),
+          QStringLiteral("Reimbursement_Period=Period")}},
         {client_page::FundingBilling, QStringLiteral("Funding"), QStringLiteral("Client-Specific Rates"), {}, {},
          QStringLiteral("QueryClientSpecificFundingRates"), {}, false},
         {client_page::FundingBilling, QStringLiteral("Funding"), QStringLiteral("Resulting Item Rates"), {}, {},
@@ -142,9 +155,15 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
 
         // 6 Relationships
         {client_page::Relationships, QStringLiteral("Client-Specific Relations"), QStringLiteral("Relationships"), {},
-         {}, QStringLiteral("QueryRelationships"), {}, false},
+         {}, QStringLiteral("QueryRelationships"), {}, false,
+         {QStringLiteral("Last_Name=Last Name"), QStringLiteral("First_Name=First Name"),
+          QStringLiteral("Relationship=Relationship"), QStringLiteral("Phone1=Phone"),
+          QStringLiteral("Emergency_Contact=Emergency Contact"), QStringLiteral("Referrer=Referrer"),
+          QStringLiteral("HIV_Aware=Aware")}},
         {client_page::Relationships, QStringLiteral("All Individuals"), QStringLiteral("All Individuals"), {}, {},
-         QStringLiteral("Individuals"), {}, false},
+         QStringLiteral("Individuals"), {}, false,
+         {QStringLiteral("Last_Name=Last Name"), QStringLiteral("First_Name=First Name"),
+          QStringLiteral("Organization=Organization"), QStringLiteral("Phone1=Phone"), QStringLiteral("City=City")}},
 
         // 7 Status/Dates
         {client_page::StatusDates,
@@ -215,7 +234,10 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
 
         // 9 Case Management
         {client_page::CaseManagement, QStringLiteral("Case Management"), QStringLiteral("Case Management Events"),
-         {}, {}, QStringLiteral("QueryCaseManagement"), {}, false},
+         {}, {}, QStringLiteral("QueryCaseManagement"), {}, false,
+         {QStringLiteral("Event_Date=Date"), QStringLiteral("Contact_Type=Event Type"),
+          QStringLiteral("Contact_Method=Contact Method"), QStringLiteral("Staff_Member=Staff Member"),
+          QStringLiteral("Time_Spent=Hours"), QStringLiteral("Comments=Comments")}},
         {client_page::CaseManagement, QStringLiteral("Nutrition Screening / ADL / IADL"),
          QStringLiteral("Screening Evaluations"), {}, {}, QStringLiteral("QueryNSIADLIADL"), {}, false},
 
@@ -226,10 +248,18 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
          {f("PRIMARY_CONTACT", "Staff Contact", K::Choice, "Staff", "Staff Contact")},
          {}},
         {client_page::ClientServices, {}, QStringLiteral("Applications"), {}, {}, QStringLiteral("QueryServiceApps"),
-         {}, false},
-        {client_page::ClientServices, {}, QStringLiteral("Documents"), {}, {}, QStringLiteral("QueryDocs"), {}, false},
+         {}, false,
+         {QStringLiteral("App_Date=Applied"), QStringLiteral("Service=Service"), QStringLiteral("App_Status=Status"),
+          QStringLiteral("Assigned=Assigned To"), QStringLiteral("Status_Comments=Comments")}},
+        {client_page::ClientServices, {}, QStringLiteral("Documents"), {}, {}, QStringLiteral("QueryDocs"), {}, false,
+         {QStringLiteral("Document=Document"), QStringLiteral("Requirement_Level=Required"),
+          QStringLiteral("Completed=Completed"), QStringLiteral("Completed_Date=Completed On"),
+          QStringLiteral("Doc_Status=Status"), QStringLiteral("Comments=Comments")}},
         {client_page::ClientServices, {}, QStringLiteral("Conditions"), {}, {}, QStringLiteral("QueryConditions"), {},
-         false},
+         false,
+         {QStringLiteral("Condition=Condition"), QStringLiteral("Requirement_Level=Required"),
+          QStringLiteral("Meets_Conditions=Meets"), QStringLiteral("Date_Met=Met On"),
+          QStringLiteral("Condition_Status=Status"), QStringLiteral("Comments=Comments")}},
     };
     return groups;
 }

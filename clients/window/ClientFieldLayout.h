@@ -46,6 +46,8 @@ struct ClientFieldGroup
     // False while the screen that edits the group's data is still to come:
     // it is shown read-only and says so.
     bool editable = true;
+    // The grid's columns as "FIELD=Title"; empty: every field but the keys.
+    QStringList columns = {};
 };
 
 // Names of what the window shows that is no column of Clients.

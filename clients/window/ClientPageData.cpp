@@ -143,6 +143,31 @@ const std::vector<PageQueryDefinition>& pageQueryDefinitions()
     return definitions;
 }
 
+namespace {
+
+// Names shown in the grids in place of the numbers the rows keep.
+struct PageLookup
+{
+    const char* query;
+    const char* name;
+    const char* keyField;
+    const char* table;
+    const char* keyColumn;
+    const char* result;
+};
+
+const PageLookup PageLookups[] = {
+    {"QueryEpisodicDeliveries", "Service", "Svcs_Used", "Services", "Service_ID", "Service_Desc"},
+    {"QueryFundUses", "Funding_Source", "Fund_CD", "Fundsrcs", "Fund_CD", "Fund_Srce"},
+    {"QueryFundUses", "Service", "Service_ID", "Services", "Service_ID", "Service_Desc"},
+    {"QueryServiceApps", "Service", "Service_ID", "Services", "Service_ID", "Service_Desc"},
+    {"QueryServiceApps", "Assigned", "Assigned_To", "Staff", "Staff_ID", "Staff_Name"},
+    {"QueryDocs", "Document", "Doc_ID", "Docs", "Doc_ID", "Doc_Name"},
+    {"QueryConditions", "Condition", "Condition_ID", "Conditions", "Condition_ID", "Condition"},
+};
+
+} // namespace
+
 struct ClientPageData::Entry
 {
     const PageQueryDefinition* definition = nullptr;
@@ -158,8 +183,18 @@ ClientPageData::ClientPageData(DataSet& clients, RecordServices& services, UserI
         entry->set = std::make_unique<QueryDataSet>(services.db(), definition.sql);
         entry->set->setRequestLive(definition.live);
         services.installErrorHooks(*entry->set);
+        for (const PageLookup& l : PageLookups)
+            if (definition.name == QLatin1String(l.query))
+                entry->set->addLookupField(QString::fromLatin1(l.name), QString::fromLatin1(l.keyField),
+                                           QString::fromLatin1(l.table), QString::fromLatin1(l.keyColumn),
+                                           QString::fromLatin1(l.result));
         m_entries.push_back(std::move(entry));
     }
+    // The diseases take their names from the lookup list the page opens with them.
+    query(QStringLiteral("QueryClientDiseases"))
+        .addLookupField(QStringLiteral("Disease"), QStringLiteral("Disease_ID"),
+                        query(QStringLiteral("QueryDiseaseLookup")), QStringLiteral("Disease_ID"),
+                        QStringLiteral("Disease"));
     // A detail that takes one field of its master follows it by the data
     // sets' own master link; one that takes several is read again by
     // follow() when its master moves.

@@ -866,13 +866,13 @@ void TFormClients::SetTabVisibility()
 void TFormClients::SetFieldVisibility(VisibleFieldsList list)
 {
     const QString memo = ConfigRecord::fromDataSet(m_module.config()).text(TVisibleFieldsDlg::memoColumn(list));
-    const QList<VisibleField> laid =
-        memo.trimmed().isEmpty() ? TVisibleFieldsDlg::fieldsOf(list)
-                                 : TVisibleFieldsDlg::SetFieldVisibility(TVisibleFieldsDlg::fieldsOf(list), memo, list, m_ui);
+    // Without a chosen list the grid shows every field but the keys.
     QList<VisibleField> shown;
-    for (const VisibleField& f : laid)
-        if (f.visible || memo.trimmed().isEmpty())
-            shown.append(f);
+    if (!memo.trimmed().isEmpty())
+        for (const VisibleField& f :
+             TVisibleFieldsDlg::SetFieldVisibility(TVisibleFieldsDlg::fieldsOf(list), memo, list, m_ui))
+            if (f.visible)
+                shown.append(f);
     if (list == VisibleFieldsList::Assessments)
         m_assessmentColumns = shown;
     else

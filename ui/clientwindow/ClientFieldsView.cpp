@@ -292,6 +292,12 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
             view->setToolTip(QStringLiteral("Shown for reading; changing it here is not available yet"));
         m_grids.insert(group.grid, view);
         m_models.insert(group.grid, model);
+        m_gridColumns.insert(group.grid, group.columns);
+        const QString name = group.grid;
+        connect(view->horizontalHeader(), &QHeaderView::sectionResized, this, [this, name] {
+            if (!m_autoSizing)
+                m_sizedByUser.insert(name);
+        });
         layout->addWidget(view, 1);
     }
     if (!group.commands.isEmpty()) {
@@ -470,7 +476,7 @@ void ClientFieldsView::refreshButtons()
     for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it) {
         const TFormClients::CommandState state = m_presenter.commandState(it.key());
         QPushButton* button = it.value();
-        button->setText(QString(state.text).replace(QLatin1Char('&'), QStringLiteral("&&")));
+        button->setText(QString(clientButtonCaption(it.key(), state.text)).replace(QLatin1Char('&'), QStringLiteral("&&")));
         button->setVisible(state.visible);
         button->setEnabled(state.enabled);
         button->setToolTip(state.toolTip);
@@ -492,8 +498,6 @@ void ClientFieldsView::reloadGrids()
     for (auto it = m_models.cbegin(); it != m_models.cend(); ++it) {
         DataSetTableModel* model = it.value();
         QTableView* view = m_grids.value(it.key());
-        if (!view->isVisibleTo(view->window()) && model->rowCount() == 0 && model->dataSet())
-            continue;
         if (!model->dataSet()) {
             QList<DataSetTableModel::Column> columns;
             const QList<VisibleField>* fields = nullptr;
@@ -504,19 +508,29 @@ void ClientFieldsView::reloadGrids()
             if (fields)
                 for (const VisibleField& f : *fields)
                     columns.append({f.name, f.label});
+            for (const QString& column : m_gridColumns.value(it.key())) {
+                const QString field = column.section(QLatin1Char('='), 0, 0);
+                QString title = column.section(QLatin1Char('='), 1);
+                if (field.compare(QLatin1String("HIV_Aware"), Qt::CaseInsensitive) == 0)
+                    title = m_presenter.lists().awareTitle;
+                columns.append({field, title});
+            }
             model->setDataSet(gridData(it.key()), columns);
-            const bool fresh = m_settings.readString(GridSection, it.key()).isEmpty();
-            restoreColumnWidths(*view->horizontalHeader(), m_settings, GridSection, it.key());
-            if (fresh && model->rowCount() > 0)
-                view->resizeColumnsToContents();
-            continue;
+            // Widths the user set in an earlier session come back.
+            if (!m_settings.readString(GridSection, it.key()).isEmpty()) {
+                m_autoSizing = true;
+                restoreColumnWidths(*view->horizontalHeader(), m_settings, GridSection, it.key());
+                m_autoSizing = false;
+                m_sizedByUser.insert(it.key());
+            }
+        } else if (view->isVisibleTo(view->window()) || model->rowCount() > 0) {
+            model->reload();
         }
-        const int before = model->columnCount();
-        model->reload();
-        if (before != model->columnCount()) {
-            restoreColumnWidths(*view->horizontalHeader(), m_settings, GridSection, it.key());
-            if (m_settings.readString(GridSection, it.key()).isEmpty())
-                view->resizeColumnsToContents();
+        // Until the user sets them, columns fit their titles and contents.
+        if (!m_sizedByUser.contains(it.key()) && model->columnCount() > 0) {
+            m_autoSizing = true;
+            view->horizontalHeader()->resizeSections(QHeaderView::ResizeToContents);
+            m_autoSizing = false;
         }
     }
 }
@@ -524,7 +538,7 @@ void ClientFieldsView::reloadGrids()
 void ClientFieldsView::saveLayouts()
 {
     for (auto it = m_grids.cbegin(); it != m_grids.cend(); ++it)
-        if (it.value()->model()->columnCount() > 0)
+        if (m_sizedByUser.contains(it.key()) && it.value()->model()->columnCount() > 0)
             saveColumnWidths(*it.value()->horizontalHeader(), m_settings, GridSection, it.key());
 }
 

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 
 class QGroupBox;
 class QLabel;
@@ -87,6 +88,9 @@ private:
     QHash<QString, QPushButton*> m_buttons;
     QHash<QString, QTableView*> m_grids;
     QHash<QString, DataSetTableModel*> m_models;
+    QHash<QString, QStringList> m_gridColumns; // "FIELD=Title" by grid
+    QSet<QString> m_sizedByUser;               // grids whose columns the user has set
+    bool m_autoSizing = false;
     bool m_loading = false;
     bool m_alternate = false;
 };

@@ -327,38 +327,41 @@ QWidget* MainWindow::buildPage(int page)
 {
     const ClientPageInfo& info = clientPage(page);
     // The groups of each sheet, in layout order.
+    // The groups of a sheet: field groups stacked in two columns, each
+    // taking the shorter one, then the grids across the whole width.
     auto fill = [&](const QString& sheet, QWidget* holder) {
-        auto* grid = new QGridLayout(holder);
-        int row = 0;
-        int column = 0;
+        auto* sheetLayout = new QVBoxLayout(holder);
+        auto* columns = new QHBoxLayout;
+        QVBoxLayout* column[2] = {new QVBoxLayout, new QVBoxLayout};
+        int height[2] = {0, 0};
+        columns->addLayout(column[0], 1);
+        columns->addLayout(column[1], 1);
+        sheetLayout->addLayout(columns);
+        bool grids = false;
         for (const ClientFieldGroup& group : clientFieldGroups()) {
             if (group.page != page || group.sheet != sheet)
                 continue;
             QGroupBox* box = m_fields->buildGroup(group, holder);
             if (!group.grid.isEmpty()) {
-                if (column != 0)
-                    ++row;
-                grid->addWidget(box, row++, 0, 1, 2);
-                grid->setRowStretch(row - 1, 1);
-                column = 0;
-            } else {
-                grid->addWidget(box, row, column);
-                if (++column == 2) {
-                    column = 0;
-                    ++row;
-                }
+                sheetLayout->addWidget(box, 1);
+                grids = true;
+                continue;
             }
+            const int side = height[1] < height[0] ? 1 : 0;
+            column[side]->addWidget(box);
+            height[side] += box->sizeHint().height();
         }
+        column[0]->addStretch();
+        column[1]->addStretch();
         if (page == client_page::Map) {
             auto* note = new QLabel(QStringLiteral("\"Get Map\" shows the client's address on a map in your web "
                                                    "browser, through the mapping service of System Configuration."),
                                     holder);
             note->setWordWrap(true);
-            grid->addWidget(note, row + 1, 0, 1, 2);
-            grid->setRowStretch(row + 2, 1);
+            column[0]->insertWidget(1, note);
         }
-        grid->setColumnStretch(0, 1);
-        grid->setColumnStretch(1, 1);
+        if (!grids)
+            sheetLayout->addStretch();
     };
     auto scrolled = [](QWidget* content) {
         auto* area = new QScrollArea;
