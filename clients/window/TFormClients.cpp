@@ -498,30 +498,56 @@ bool TFormClients::search(const QString& text)
     bool isNumber = false;
     const double number = key.toDouble(&isNumber);
 
+    const int rows = set.recordCount();
+    // Where a row's key stands against the text: below, or at or after it.
+    const auto order = [&](int row) {
+        const QVariant v = set.fieldValueAt(row, first);
+        if (numeric)
+            return v.isNull() ? -1 : (v.toDouble() < number ? -1 : (v.toDouble() > number ? 1 : 0));
+        return QString::compare(v.toString().trimmed(), key, Qt::CaseInsensitive);
+    };
+    const auto firstMatches = [&](int row) {
+        const QVariant v = set.fieldValueAt(row, first);
+        if (numeric)
+            return !v.isNull() && v.toDouble() == number;
+        return v.toString().trimmed().startsWith(key, Qt::CaseInsensitive);
+    };
+    const auto matches = [&](int row) {
+        if (!firstMatches(row))
+            return false;
+        return numeric || rest.isEmpty() || second < 0 ||
+               set.fieldValueAt(row, second).toString().trimmed().startsWith(rest, Qt::CaseInsensitive);
+    };
+    if (numeric && !isNumber)
+        return false;
+    // The rows stand in the order of the index, so the place of the text is
+    // found by halving. Should the store's order of texts differ from this
+    // comparison where the halving ends, every row is looked at instead.
+    int low = 0;
+    int high = rows;
+    while (low < high) {
+        const int middle = low + (high - low) / 2;
+        if (order(middle) < 0)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    const bool boundary = low < rows && (low == 0 || order(low - 1) < 0) && order(low) >= 0;
     int found = -1;
     int nearest = -1;
-    const int rows = set.recordCount();
-    for (int r = 0; r < rows && found < 0; ++r) {
-        const QVariant v = set.fieldValueAt(r, first);
-        if (numeric) {
-            if (!isNumber || v.isNull())
-                continue;
-            const double d = v.toDouble();
-            if (d == number)
+    if (boundary) {
+        nearest = low;
+        for (int r = low; r < rows && firstMatches(r); ++r)
+            if (matches(r)) {
                 found = r;
-            else if (nearest < 0 && d > number)
-                nearest = r;
-            continue;
-        }
-        const QString s = v.toString().trimmed();
-        if (s.startsWith(key, Qt::CaseInsensitive)) {
-            if (rest.isEmpty() || second < 0 ||
-                set.fieldValueAt(r, second).toString().trimmed().startsWith(rest, Qt::CaseInsensitive))
+                break;
+            }
+    } else {
+        for (int r = 0; r < rows && found < 0; ++r) {
+            if (matches(r))
                 found = r;
-            else if (nearest < 0)
+            else if (nearest < 0 && order(r) > 0)
                 nearest = r;
-        } else if (nearest < 0 && QString::compare(s, key, Qt::CaseInsensitive) > 0) {
-            nearest = r;
         }
     }
     const int target = found >= 0 ? found : (nearest >= 0 ? nearest : rows - 1);
