@@ -144,6 +144,15 @@ TEST_P(ClientWindowView, TheWindowShowsTheClientsAndMovesThroughThem)
     EXPECT_TRUE(form->pageData().isOpen(QStringLiteral("QuerySuspends")));
     w.notebook()->setCurrentIndex(client_page::Map);
     EXPECT_FALSE(form->pageData().isOpen(QStringLiteral("QuerySuspends")));
+
+    // Plug-ins put their commands in a menu of their own.
+    QMenu* plugIns = w.menu(QStringLiteral("Plug-Ins"));
+    EXPECT_FALSE(plugIns->menuAction()->isVisible());
+    w.loadPlugIns(QStringLiteral(KB_PLUGIN_DIR));
+    EXPECT_EQ(w.plugIns().loaded(), QStringList{"ExamplePlugIn"});
+    EXPECT_TRUE(plugIns->menuAction()->isVisible());
+    ASSERT_EQ(plugIns->actions().size(), 1);
+    EXPECT_EQ(plugIns->actions().front()->text(), "Example Plug-In");
 }
 
 TEST_P(ClientWindowView, TheStatusFilterLimitsTheList)

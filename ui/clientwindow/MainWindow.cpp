@@ -126,6 +126,8 @@ void MainWindow::buildMenus()
         }
         m_actions.insert(id, action);
     }
+    // Shown once a plug-in has put something in it.
+    m_menus.value(QStringLiteral("Plug-Ins"))->menuAction()->setVisible(false);
     // The table maintenance menu opens with the agency's settings.
     if (QMenu* maintenance = m_menus.value(QStringLiteral("Edit/Table Maintenance")))
         maintenance->insertSeparator(maintenance->actions().value(1));
@@ -454,7 +456,8 @@ void MainWindow::loadPlugIns(const QString& folder)
     if (!m_plugIns.failures().isEmpty())
         m_ui.warning(QStringLiteral("These plug-in modules could not be loaded and were passed over:\n") +
                      m_plugIns.failures().join(QLatin1Char('\n')));
-    m_menus.value(QStringLiteral("Plug-Ins"))->menuAction()->setVisible(!m_menus.value(QStringLiteral("Plug-Ins"))->isEmpty());
+    QMenu* menu = m_menus.value(QStringLiteral("Plug-Ins"));
+    menu->menuAction()->setVisible(!menu->isEmpty());
 }
 
 void MainWindow::showCommands()
