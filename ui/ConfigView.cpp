@@ -547,7 +547,7 @@ void ConfigView::runCommand(int command)
     }
     case Command::AssessmentChoices:
     case Command::ScreeningChoices:
-        showReferenceEditor(QStringLiteral("TFormCustomLookupChoices"), module.services(), this);
+        showReferenceEditor(QStringLiteral("TFormCustomLookupChoices"), module.services(), this, &module.userSettings());
         break;
     case Command::ShowLogIns: {
         TFormDisplayLogins logins(module.db());

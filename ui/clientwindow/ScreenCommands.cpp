@@ -118,7 +118,7 @@ void registerScreenCommands(MainWindow& window)
     for (const EditorScreen& screen : referenceEditorScreens())
         if (!screen.menuText.isEmpty() && findClientCommand(screen.formName)) {
             const QString formName = screen.formName;
-            on(formName, [w, &module, formName] { showReferenceEditor(formName, module.services(), w); });
+            on(formName, [w, &module, formName] { showReferenceEditor(formName, module.services(), w, &module.userSettings()); });
         }
 
     // View
