@@ -542,6 +542,7 @@ void ConfigView::runCommand(int command)
                                              ? VisibleFieldsList::Assessments
                                              : VisibleFieldsList::Screening);
         VisibleFieldsView view(dialog, module.ui(), this);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TVisibleFieldsDlg"), QSize(760, 480));
         view.exec();
         break;
     }

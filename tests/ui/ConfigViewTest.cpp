@@ -239,6 +239,11 @@ TEST_F(ConfigViews, LogInsAndVisibleFieldsOpenFromTheScreen)
     EXPECT_EQ(fieldsView.visibleList()->count(), 2);
     EXPECT_EQ(fieldsView.availableList()->count(), int(fields.available().size()));
     screenshot(fieldsView, QStringLiteral("visible-fields"));
+    // Leaving with changes asks first; No keeps the screen open.
+    ui.clear();
+    fieldsView.reject();
+    EXPECT_EQ(ui.texts(Kind::Question), QStringList{ui::VisibleFieldsView::discardQuestion()});
+    EXPECT_TRUE(fieldsView.isVisible());
     fieldsView.accept();
     EXPECT_EQ(stored("select ADL_VISIBLE_FIELDS from Config").count(u'\n'), 1);
 }

@@ -1,6 +1,7 @@
 #include "clientwindow/ScreenCommands.h"
 
 #include "ConfigView.h"
+#include "FormPlacement.h"
 #include "GeocodingView.h"
 #include "OrderRoutesView.h"
 #include "ReferenceEditorsMenu.h"
@@ -124,10 +125,12 @@ void registerScreenCommands(MainWindow& window)
     // View
     on(cmd::StatusFilter, [w, &form] {
         StatusFilterDialog dialog(form.filterForm(), w);
+        keepPlacement(dialog, form.module().userSettings(), QStringLiteral("TFilterForm"), QSize());
         form.statusFilterClosed(dialog.exec() == QDialog::Accepted);
     });
     on(cmd::CustomFilter, [w, &form] {
         CustomFilterDialog dialog(form.customFilter(), form.clients(), w);
+        keepPlacement(dialog, form.module().userSettings(), QStringLiteral("TFormCustomFilter"), QSize(620, 320));
         if (dialog.exec() == QDialog::Accepted)
             form.customFilterClosed();
     });
@@ -136,6 +139,7 @@ void registerScreenCommands(MainWindow& window)
     on(cmd::PrepareDeliveries, [w, &module, &ui] {
         TFormRunPrepare presenter(module.db(), module.session(), ui);
         RunPrepareView view(presenter, ui, w);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TFormRunPrepare"), QSize(1000, 600));
         view.exec();
     });
 
@@ -143,11 +147,13 @@ void registerScreenCommands(MainWindow& window)
     on(cmd::OrderStopsByRoute, [w, &module, &ui] {
         TFormOrderRoutes presenter(module.db(), module.session(), ui);
         OrderRoutesView view(presenter, module.db(), module.session(), ui, w);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TFormOrderRoutes"), QSize(1280, 700));
         view.exec();
     });
     on(cmd::FindCoordinates, [w, &module, &ui] {
         TFormGeocodeAddresses presenter(module.db(), module.session(), ui);
         GeocodingView view(presenter, module.session(), ui, w);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TFormGeocodeAddresses"), QSize(1200, 600));
         view.exec();
     });
 
