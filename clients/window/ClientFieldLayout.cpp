@@ -16,6 +16,12 @@ ClientFieldInfo f(const char* field, const char* label, K kind = K::Text, const 
             QString::fromLatin1(component)};
 }
 
+ClientFieldInfo beside(ClientFieldInfo info, const QString& command)
+{
+    info.command = command;
+    return info;
+}
+
 QStringList buttons(std::initializer_list<QString> ids) { return QStringList(ids); }
 
 namespace cmd = client_command;
@@ -40,9 +46,9 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
          QStringLiteral("Address"),
          {f("ADDRESS1", "Address"), f("ADDRESS2", "Address Line 2"), f("CITY", "City"), f("STATE", "State"),
           f("ZIP", "ZIP Code"), f("PHONE_DESC", "Phone Type", K::Choice, "PhoneDesc"), f("PHONE", "Phone"),
-          f("ODESC", "Other Phone Type"), f("OPHONE", "Other Phone"), f("EMAIL", "E-Mail"),
+          f("ODESC", "Other Phone Type"), f("OPHONE", "Other Phone"), beside(f("EMAIL", "E-Mail"), cmd::SendMail),
           f("USER_DEF5", "User-Defined", K::History, "UserDef5", "User-Defined Address Drop-Down")},
-         buttons({cmd::SendMail})},
+         {}},
 
         // 0 Map
         {client_page::Map, {}, QStringLiteral("Map"), {}, buttons({cmd::GetMap, cmd::MapPointMap})},
@@ -148,10 +154,10 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
          {},
          QStringLiteral("Diet"),
          {f("DIET_RESTR", "Diet Modifications", K::CheckList, "Diet"),
-          f("COLD_BAG_ID", "Cold Bag Code", K::Choice, "ColdBag", "Cold Bag Code"),
+          beside(f("COLD_BAG_ID", "Cold Bag Code", K::Choice, "ColdBag", "Cold Bag Code"), cmd::GetBagCode),
           f("CUISINE_ID", "Cuisine", K::Choice, "Cuisine", "Cuisine"),
           f("PREFERENCES", "Preferences/Dislikes", K::Memo, "", "Preferences/Dislikes")},
-         buttons({cmd::GetBagCode, cmd::EditPreferences, cmd::EditCuisine})},
+         buttons({cmd::EditPreferences, cmd::EditCuisine})},
 
         // 6 Relationships
         {client_page::Relationships, QStringLiteral("Client-Specific Relations"), QStringLiteral("Relationships"), {},

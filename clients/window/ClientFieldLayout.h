@@ -30,6 +30,7 @@ struct ClientFieldInfo
     ClientFieldKind kind = ClientFieldKind::Text;
     QString list;      // the list of a Choice, History or CheckList
     QString component; // the entry of the visibility tree that hides it; empty: never hidden
+    QString command = {}; // a command whose button stands beside the field
 };
 
 // A group of fields on a page, with the buttons beside them and the grid of

@@ -16,6 +16,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QDateEdit>
 #include <QHeaderView>
 #include <QLabel>
@@ -121,6 +122,13 @@ TEST_F(Shell, RunScreenPreparesARun)
         EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Information).size(), 1);
         EXPECT_EQ(module->db().execute(QStringLiteral("select count(*) from Memory MemTableDeliveries")).value(0, 0).toInt(),
                   rows);
+        // The README's picture of the run screen, when KB_SCREENSHOT_DIR is set.
+        const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+        if (!dir.isEmpty()) {
+            view.resize(1100, 640);
+            QApplication::processEvents();
+            view.grab().save(QDir(dir).filePath(QStringLiteral("run-screen.png")));
+        }
     }
     // Closing the screen drops its working table.
     EXPECT_FALSE(presenter.table().exists());

@@ -128,7 +128,7 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
         }
         auto* list = new QComboBox(parent);
         list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        list->setMinimumContentsLength(12);
+        list->setMinimumContentsLength(8);
         connect(list, &QComboBox::activated, this, [this, field, list](int i) {
             const QVariant value = list->itemData(i);
             edited(field, value.toString().isEmpty() && field != QLatin1String("STATUS") ? QVariant() : value);
@@ -140,7 +140,7 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
         list->setEditable(true);
         list->setInsertPolicy(QComboBox::NoInsert);
         list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        list->setMinimumContentsLength(12);
+        list->setMinimumContentsLength(8);
         if (width > 0)
             list->lineEdit()->setMaxLength(width);
         connect(list->lineEdit(), &QLineEdit::textEdited, this,
@@ -175,7 +175,7 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
         auto* line = new QLineEdit(parent);
         if (width > 0 && info.kind == K::Text) {
             line->setMaxLength(width);
-            line->setMinimumWidth(characterWidth(line, std::min(width, 18)));
+            line->setMinimumWidth(characterWidth(line, std::min(width, 10)));
         } else {
             line->setMaximumWidth(characterWidth(line, 12));
         }
@@ -241,6 +241,22 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
             for (const ClientFieldInfo& info : group.fields) {
                 QWidget* editor = makeEditor(info, box);
                 editor->setObjectName(info.field);
+                QWidget* cell = editor;
+                if (!info.command.isEmpty()) {
+                    // The field and its button share the cell.
+                    cell = new QWidget(box);
+                    auto* row = new QHBoxLayout(cell);
+                    row->setContentsMargins(0, 0, 0, 0);
+                    row->setSpacing(4);
+                    editor->setParent(cell);
+                    row->addWidget(editor, 1);
+                    auto* button = new QPushButton(cell);
+                    button->setObjectName(info.command);
+                    const QString id = info.command;
+                    connect(button, &QPushButton::clicked, this, [this, id] { m_presenter.run(id); });
+                    m_buttons.insert(id, button);
+                    row->addWidget(button);
+                }
                 QLabel* label = nullptr;
                 if (info.kind != K::Check && !info.label.isEmpty()) {
                     label = new QLabel(info.label, box);
@@ -253,7 +269,7 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
                     }
                     if (label)
                         grid->addWidget(label, row, 0, Qt::AlignTop);
-                    grid->addWidget(editor, row, 1, 1, columns * 2 - 1);
+                    grid->addWidget(cell, row, 1, 1, columns * 2 - 1);
                     ++row;
                 } else {
                     if (label)
@@ -261,7 +277,7 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
                     // Short entries keep to the left of their cell.
                     const bool narrow = info.kind == K::Number || info.kind == K::Money || info.kind == K::Display ||
                                         info.kind == K::YesNo;
-                    grid->addWidget(editor, row, column * 2 + 1, narrow ? Qt::AlignLeft : Qt::Alignment());
+                    grid->addWidget(cell, row, column * 2 + 1, narrow ? Qt::AlignLeft : Qt::Alignment());
                     if (++column == columns) {
                         column = 0;
                         ++row;
@@ -380,7 +396,7 @@ void ClientFieldsView::show(Bound& bound)
     const QVariant value = shownValue(info);
     const bool readOnly = m_presenter.fieldsReadOnly() || (!isAlternateField(info.field) && !controls.isEnabled(info.field));
     const bool visible = m_presenter.isComponentVisible(info.component);
-    bound.editor->setVisible(visible);
+    (info.command.isEmpty() ? bound.editor : bound.editor->parentWidget())->setVisible(visible);
     if (bound.label)
         bound.label->setVisible(visible);
     if (auto* line = qobject_cast<QLineEdit*>(bound.editor)) {

@@ -98,14 +98,26 @@ TDataModule1& MainWindow::module() { return m_presenter.module(); }
 
 void MainWindow::buildMenus()
 {
-    for (const ClientMenuInfo& info : clientMenus()) {
-        const qsizetype slash = info.path.lastIndexOf(QLatin1Char('/'));
-        QMenu* menu = slash < 0 ? menuBar()->addMenu(info.caption)
-                                : m_menus.value(info.path.left(slash))->addMenu(info.caption);
-        menu->setObjectName(info.path);
-        menu->setToolTipsVisible(true);
-        m_menus.insert(info.path, menu);
-    }
+    // The top menus in their order; a submenu takes its place among its
+    // parent's commands when its first command comes.
+    const auto menuOf = [this](const QString& path, const auto& self) -> QMenu* {
+        if (QMenu* menu = m_menus.value(path))
+            return menu;
+        for (const ClientMenuInfo& info : clientMenus()) {
+            if (info.path != path)
+                continue;
+            const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
+            QMenu* menu = slash < 0 ? menuBar()->addMenu(info.caption) : self(path.left(slash), self)->addMenu(info.caption);
+            menu->setObjectName(path);
+            menu->setToolTipsVisible(true);
+            m_menus.insert(path, menu);
+            return menu;
+        }
+        return nullptr;
+    };
+    for (const ClientMenuInfo& info : clientMenus())
+        if (!info.path.contains(QLatin1Char('/')))
+            menuOf(info.path, menuOf);
     for (const ClientCommandInfo& info : clientCommands()) {
         auto* action = new QAction(menuText(info.caption), this);
         action->setObjectName(info.id);
@@ -115,7 +127,7 @@ void MainWindow::buildMenus()
         }
         const QString id = info.id;
         connect(action, &QAction::triggered, this, [this, id] { m_presenter.run(id); });
-        if (QMenu* menu = m_menus.value(info.menu)) {
+        if (QMenu* menu = info.menu.isEmpty() ? nullptr : menuOf(info.menu, menuOf)) {
             // The Edit menu keeps the four moves together, then the rest.
             menu->addAction(action);
             if (id == QLatin1String("ActionLastClient") || id == QLatin1String("ActionRefreshLists") ||
