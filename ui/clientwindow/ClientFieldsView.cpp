@@ -37,6 +37,23 @@ using K = ClientFieldKind;
 
 const QString GridSection = QStringLiteral("ClientEdit");
 
+// The keys the grids' column widths are kept under.
+QString gridKey(const QString& grid)
+{
+    static const QHash<QString, QString> keys = {
+        {QStringLiteral("QueryServiceApps"), QStringLiteral("ServiceApps")},
+        {QStringLiteral("QueryDocs"), QStringLiteral("DocUses")},
+        {QStringLiteral("QueryConditions"), QStringLiteral("ConditionUses")},
+        {QStringLiteral("QueryRelationships"), QStringLiteral("Relationships")},
+        {QStringLiteral("Individuals"), QStringLiteral("AllIndividuals")},
+        {QStringLiteral("QuerySuspends"), QStringLiteral("Suspends")},
+        {QStringLiteral("QueryEvents"), QStringLiteral("Events")},
+        {QStringLiteral("QueryClientDiseases"), QStringLiteral("Diseases")},
+        {QStringLiteral("QueryCaseManagement"), QStringLiteral("CaseManagement")},
+    };
+    return keys.value(grid, grid);
+}
+
 // The client's own address fields, which show the alternate address while
 // its tab is chosen; the alternate row names its columns alike.
 const QStringList AlternateFields = {QStringLiteral("ADDRESS1"), QStringLiteral("ADDRESS2"), QStringLiteral("CITY"),
@@ -480,6 +497,9 @@ void ClientFieldsView::refresh()
         if (!g.box)
             continue;
         const ClientFieldGroup& layout = *g.layout;
+        // The directions of an alternate address say whose they are.
+        if (layout.caption == QLatin1String("Directions"))
+            g.box->setTitle(m_alternate ? controls.alternateDirectionsCaption : layout.caption);
         g.box->setVisible(controls.isVisible(layout.caption) && m_presenter.isComponentVisible(layout.component));
         g.box->setEnabled(controls.isEnabled(layout.caption));
     }
@@ -533,9 +553,9 @@ void ClientFieldsView::reloadGrids()
             }
             model->setDataSet(gridData(it.key()), columns);
             // Widths the user set in an earlier session come back.
-            if (!m_settings.readString(GridSection, it.key()).isEmpty()) {
+            if (!m_settings.readString(GridSection, gridKey(it.key())).isEmpty()) {
                 m_autoSizing = true;
-                restoreColumnWidths(*view->horizontalHeader(), m_settings, GridSection, it.key());
+                restoreColumnWidths(*view->horizontalHeader(), m_settings, GridSection, gridKey(it.key()));
                 m_autoSizing = false;
                 m_sizedByUser.insert(it.key());
             }
@@ -555,7 +575,7 @@ void ClientFieldsView::saveLayouts()
 {
     for (auto it = m_grids.cbegin(); it != m_grids.cend(); ++it)
         if (m_sizedByUser.contains(it.key()) && it.value()->model()->columnCount() > 0)
-            saveColumnWidths(*it.value()->horizontalHeader(), m_settings, GridSection, it.key());
+            saveColumnWidths(*it.value()->horizontalHeader(), m_settings, GridSection, gridKey(it.key()));
 }
 
 void ClientFieldsView::setAlternate(bool alternate)

@@ -39,6 +39,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kb::ui {
 
 namespace {
@@ -46,6 +48,16 @@ namespace {
 const QString LayoutSection = QStringLiteral("ClientEdit");
 
 QString menuText(const QString& caption) { return QString(caption).replace(QLatin1Char('&'), QStringLiteral("&&")); }
+
+// Where the chosen sheet of a page is kept in the per-user ini file.
+std::pair<QString, QString> sheetSetting(int page)
+{
+    if (page == client_page::HealthNutrition)
+        return {QStringLiteral("HealthNutritionTab"), QStringLiteral("PageControlCounselingIndex")};
+    if (page == client_page::CaseManagement)
+        return {QStringLiteral("CaseManagementTab"), QStringLiteral("RzPageControlCaseManagement")};
+    return {LayoutSection, QStringLiteral("SheetOfPage%1").arg(page)};
+}
 
 } // namespace
 
@@ -396,7 +408,14 @@ QWidget* MainWindow::buildPage(int page)
         fill(sheet, content);
         sheets->addTab(scrolled(content), sheet);
     }
-    connect(sheets, &QTabWidget::currentChanged, this, [this] { m_fields->reloadGrids(); });
+    // The sheet last chosen opens again.
+    const QString section = sheetSetting(page).first;
+    const QString key = sheetSetting(page).second;
+    sheets->setCurrentIndex(std::clamp(module().userSettings().readInteger(section, key, 0), 0, sheets->count() - 1));
+    connect(sheets, &QTabWidget::currentChanged, this, [this, section, key](int index) {
+        module().userSettings().writeInteger(section, key, index);
+        m_fields->reloadGrids();
+    });
     return sheets;
 }
 
