@@ -13,6 +13,7 @@
 #include "clientwindow/ClientFieldsView.h"
 #include "clientwindow/MainWindow.h"
 #include "clientwindow/StatusFilterDialog.h"
+#include "routes/AltRoutesView.h"
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
 #include "rules/ModuleClientRules.h"
@@ -32,6 +33,7 @@
 #include <QMenu>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTimer>
 #include <QToolButton>
 
 using namespace kb;
@@ -216,6 +218,41 @@ TEST_P(ClientWindowView, AClientEditedInTheWindowIsSavedThroughTheClientRules)
     EXPECT_EQ(form->value(QStringLiteral("PERSON_ID")).toInt(), person);
     w.navigatorButton(QStringLiteral("Cancel"))->click();
     EXPECT_FALSE(form->isEditing());
+}
+
+TEST_P(ClientWindowView, EditRoutesAndStopsSavesTheWeekdayRouteThroughTheRules)
+{
+    ui::MainWindow& w = openWindow();
+    ASSERT_TRUE(module->clients().locate(QStringLiteral("STATUS"), QStringLiteral("A")));
+    form->SetControlsState(true);
+    const int person = form->value(QStringLiteral("PERSON_ID")).toInt();
+    QString chosen;
+    int day = -1;
+    QTimer::singleShot(0, [&] {
+        auto* view = qobject_cast<ui::AltRoutesView*>(QApplication::activeModalWidget());
+        if (!view)
+            return;
+        for (int d = 0; d < 7 && day < 0; ++d)
+            if (view->routeList(d)->isEnabled())
+                day = d;
+        if (day >= 0) {
+            view->routeList(day)->setCurrentIndex(1);
+            emit view->routeList(day)->activated(1);
+            chosen = view->routeList(day)->itemText(1).section(QLatin1Char('-'), 0, 0).trimmed();
+        }
+        view->accept();
+    });
+    EXPECT_TRUE(w.action(cmd::EditRoutesStops)->isEnabled());
+    EXPECT_TRUE(form->run(cmd::EditRoutesStops));
+    ASSERT_GE(day, 0);
+    EXPECT_FALSE(form->isEditing()) << "OK saved the client";
+    const char* const columns[] = {"Mon_Rte", "Tue_Rte", "Wed_Rte", "Thu_Rte", "Fri_Rte", "Sat_Rte", "Sun_Rte"};
+    EXPECT_EQ(db().execute(QStringLiteral("select %1 from Clients where Person_ID = %2")
+                               .arg(QLatin1String(columns[day]))
+                               .arg(person))
+                  .value(0, 0)
+                  .toString(),
+              chosen);
 }
 
 TEST_P(ClientWindowView, AReadOnlyUserSeesTheClientButChangesNothingAndReportsOnlySeesNoClient)

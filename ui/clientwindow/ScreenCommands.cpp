@@ -92,10 +92,19 @@ void registerScreenCommands(MainWindow& window)
     on(cmd::PrintScreen, [w, &ui] { printWindow(*w, ui); });
 
     // Edit
-    on(cmd::EditRoutesStops, [w, &module] {
+    on(cmd::EditRoutesStops, [w, &module, &form] {
+        // The screen edits the client's row; what it began, it ends: OK
+        // saves through the client rules, Cancel leaves the row as it was.
+        const bool wasEditing = form.isEditing();
         TFormAltRoutes presenter(module.clients());
         AltRoutesView view(presenter, module.userSettings(), w);
-        view.exec();
+        const bool ok = view.exec() == QDialog::Accepted;
+        if (wasEditing)
+            return;
+        if (ok)
+            form.post();
+        else
+            form.cancel();
     });
     on(cmd::AlternateAddresses, [w, &module] {
         TableDataSet& clients = module.clients();
