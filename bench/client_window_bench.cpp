@@ -105,8 +105,8 @@ int main(int argc, char** argv)
     timer.start();
     Window window(settings, clock, temp.filePath(QStringLiteral("appdata")), ui);
     TFormClients& form = *window.form;
-    std::printf("open the window's data: %lld ms for %d clients (%s)\n", static_cast<long long>(timer.elapsed()),
-                form.rowCount(), options.storeName());
+    std::printf("open the window's data: %lld ms for %d clients (%s)\n",
+                static_cast<long long>(timer.elapsed()), form.rowCount(), options.storeName());
 
     const int moves = std::min(options.repeat, form.rowCount() - 1);
     form.changePage(client_page::BiographicInfo);

@@ -19,8 +19,7 @@ QList<int> numbers(const QString& text)
     for (const QString& part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
         bool ok = false;
         const int n = part.trimmed().toInt(&ok);
-        if (!ok)
-            return {};
+        if (!ok) return {};
         list.append(n);
     }
     return list;
@@ -39,8 +38,7 @@ QString joined(const QList<int>& list)
 void restoreFormPosition(QWidget& window, const SettingsFile& settings, const QString& formName)
 {
     const std::optional<QRect> place = settings.formPosition(formName);
-    if (!place || place->width() < 100 || place->height() < 60)
-        return;
+    if (!place || place->width() < 100 || place->height() < 60) return;
     // A place on a screen that is gone (a second monitor unplugged) is not used.
     for (const QScreen* screen : QGuiApplication::screens())
         if (screen->availableGeometry().intersects(*place)) {
@@ -58,8 +56,7 @@ void saveFormPosition(const QWidget& window, SettingsFile& settings, const QStri
 QSize fittingSize(const QWidget& window, QSize preferred)
 {
     const QScreen* screen = window.screen() ? window.screen() : QGuiApplication::primaryScreen();
-    if (!screen)
-        return preferred;
+    if (!screen) return preferred;
     const QSize available = screen->availableGeometry().size() * 9 / 10;
     return preferred.boundedTo(available);
 }
@@ -67,8 +64,7 @@ QSize fittingSize(const QWidget& window, QSize preferred)
 WindowPlacement::WindowPlacement(QWidget& window, SettingsFile& settings, QString formName, QSize preferred)
     : QObject(&window), m_window(window), m_settings(settings), m_formName(std::move(formName))
 {
-    if (preferred.isValid())
-        window.resize(fittingSize(window, preferred));
+    if (preferred.isValid()) window.resize(fittingSize(window, preferred));
     restoreFormPosition(window, settings, m_formName);
     window.installEventFilter(this);
 }
@@ -90,11 +86,9 @@ void restoreColumnWidths(QHeaderView& header, const SettingsFile& settings, cons
                          const QString& key)
 {
     const QList<int> widths = numbers(settings.readString(section, key));
-    if (widths.size() != header.count())
-        return;
+    if (widths.size() != header.count()) return;
     for (int i = 0; i < widths.size(); ++i)
-        if (widths[i] > 0)
-            header.resizeSection(i, widths[i]);
+        if (widths[i] > 0) header.resizeSection(i, widths[i]);
 }
 
 void saveColumnWidths(const QHeaderView& header, SettingsFile& settings, const QString& section,
@@ -103,15 +97,14 @@ void saveColumnWidths(const QHeaderView& header, SettingsFile& settings, const Q
     QList<int> widths;
     for (int i = 0; i < header.count(); ++i)
         widths.append(header.sectionSize(i));
-    if (!widths.isEmpty())
-        settings.writeString(section, key, joined(widths));
+    if (!widths.isEmpty()) settings.writeString(section, key, joined(widths));
 }
 
-void restoreSplitter(QSplitter& splitter, const SettingsFile& settings, const QString& section, const QString& key)
+void restoreSplitter(QSplitter& splitter, const SettingsFile& settings, const QString& section,
+                     const QString& key)
 {
     const QList<int> shares = numbers(settings.readString(section, key));
-    if (shares.size() != splitter.count())
-        return;
+    if (shares.size() != splitter.count()) return;
     // Sizes in per cent of whatever size the splitter has when it shows.
     QList<int> sizes;
     for (int share : shares)
@@ -119,14 +112,14 @@ void restoreSplitter(QSplitter& splitter, const SettingsFile& settings, const QS
     splitter.setSizes(sizes);
 }
 
-void saveSplitter(const QSplitter& splitter, SettingsFile& settings, const QString& section, const QString& key)
+void saveSplitter(const QSplitter& splitter, SettingsFile& settings, const QString& section,
+                  const QString& key)
 {
     const QList<int> sizes = splitter.sizes();
     int total = 0;
     for (int s : sizes)
         total += s;
-    if (total <= 0)
-        return;
+    if (total <= 0) return;
     QList<int> shares;
     for (int s : sizes)
         shares.append(s * 100 / total);

@@ -54,7 +54,9 @@ void restoreColumnWidths(QHeaderView& header, const SettingsFile& settings, cons
 void saveColumnWidths(const QHeaderView& header, SettingsFile& settings, const QString& section,
                       const QString& key);
 // The share of each pane of a splitter, in per cent, as "p1,p2,...".
-void restoreSplitter(QSplitter& splitter, const SettingsFile& settings, const QString& section, const QString& key);
-void saveSplitter(const QSplitter& splitter, SettingsFile& settings, const QString& section, const QString& key);
+void restoreSplitter(QSplitter& splitter, const SettingsFile& settings, const QString& section,
+                     const QString& key);
+void saveSplitter(const QSplitter& splitter, SettingsFile& settings, const QString& section,
+                  const QString& key);
 
 } // namespace kb::ui

@@ -24,8 +24,7 @@ ModuleClientRules::~ModuleClientRules() = default;
 void ModuleClientRules::setDialogs(ClientDialogs* dialogs)
 {
     m_dialogs = dialogs;
-    if (m_rules)
-        m_rules->setDialogs(dialogs);
+    if (m_rules) m_rules->setDialogs(dialogs);
 }
 
 } // namespace kb

@@ -7,8 +7,12 @@ namespace {
 ClientCommandInfo command(const char* id, const char* menu, const char* caption, const char* shortcut = "",
                           unsigned access = NoAccessRule, bool keepsBookmark = true)
 {
-    return {QString::fromLatin1(id), QString::fromLatin1(menu), QString::fromLatin1(caption),
-            QString::fromLatin1(shortcut), access, keepsBookmark};
+    return {QString::fromLatin1(id),
+            QString::fromLatin1(menu),
+            QString::fromLatin1(caption),
+            QString::fromLatin1(shortcut),
+            access,
+            keepsBookmark};
 }
 
 // A report or print-out: open to every level.
@@ -54,7 +58,8 @@ const std::vector<ClientCommandInfo>& clientCommands()
         report("ActionPrintClientIdCard", "File/Print", "Client ID Card"),
         report("ActionPrintAllOnClient", "File/Print", "All on this Client"),
         report("ActionPrintHealthHistory", "File/Print", "Health/Nutrition History"),
-        report("ActionPrintUserDefinedClientReport", "File/Print", "User-Defined Client Report", "Ctrl+Alt+R"),
+        report("ActionPrintUserDefinedClientReport", "File/Print", "User-Defined Client Report",
+               "Ctrl+Alt+R"),
         command("ActionRefreshLists", "File", "Refresh Lists", "", HiddenO, false),
         command("ActionExit", "File", "Exit", "", NoAccessRule, false),
 
@@ -194,16 +199,14 @@ const std::vector<ClientCommandInfo>& clientCommands()
 
 QString clientButtonCaption(const QString& id, const QString& caption)
 {
-    if (id == QLatin1String("ActionEditRoutesStops"))
-        return QStringLiteral("Edit Routes & Stops");
+    if (id == QLatin1String("ActionEditRoutesStops")) return QStringLiteral("Edit Routes & Stops");
     return caption;
 }
 
 const ClientCommandInfo* findClientCommand(const QString& id)
 {
     for (const ClientCommandInfo& c : clientCommands())
-        if (c.id == id)
-            return &c;
+        if (c.id == id) return &c;
     return nullptr;
 }
 

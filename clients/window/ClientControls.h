@@ -14,9 +14,9 @@ namespace kb {
 // note. Controls not named keep their default (enabled, shown).
 struct ClientControls
 {
-    QHash<QString, bool> enabled; // by field name, group caption or command id
-    QHash<QString, bool> visible; // by group caption or command id
-    QSet<QString> bold;           // command ids
+    QHash<QString, bool> enabled;  // by field name, group caption or command id
+    QHash<QString, bool> visible;  // by group caption or command id
+    QSet<QString> bold;            // command ids
     QHash<QString, QString> texts; // command captions that depend on the row or the level
     QSet<QString> marked;          // fields whose entry failed its check (the card number)
 

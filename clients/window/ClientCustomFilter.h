@@ -14,7 +14,18 @@ namespace kb {
 class ClientCustomFilter
 {
 public:
-    enum class Operator { Equals, NotEquals, Less, LessOrEqual, Greater, GreaterOrEqual, Contains, StartsWith, IsEmpty, IsNotEmpty };
+    enum class Operator {
+        Equals,
+        NotEquals,
+        Less,
+        LessOrEqual,
+        Greater,
+        GreaterOrEqual,
+        Contains,
+        StartsWith,
+        IsEmpty,
+        IsNotEmpty
+    };
 
     struct Condition
     {

@@ -28,8 +28,8 @@ struct ClientFieldInfo
     QString field; // the Clients column, or a name the window fills itself (below)
     QString label;
     ClientFieldKind kind = ClientFieldKind::Text;
-    QString list;      // the list of a Choice, History or CheckList
-    QString component; // the entry of the visibility tree that hides it; empty: never hidden
+    QString list;         // the list of a Choice, History or CheckList
+    QString component;    // the entry of the visibility tree that hides it; empty: never hidden
     QString command = {}; // a command whose button stands beside the field
 };
 

@@ -33,10 +33,10 @@ QList<ClientListEntry> rows(Database& db, const QString& sql)
 QList<ClientListEntry> memoLines(const QString& memo)
 {
     QList<ClientListEntry> list;
-    const QStringList lines = QString(memo).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).split(QLatin1Char('\n'));
+    const QStringList lines =
+        QString(memo).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).split(QLatin1Char('\n'));
     for (const QString& line : lines)
-        if (!line.trimmed().isEmpty())
-            list.append({int(list.size()), line.trimmed()});
+        if (!line.trimmed().isEmpty()) list.append({int(list.size()), line.trimmed()});
     return list;
 }
 
@@ -57,8 +57,7 @@ const QList<ClientListEntry>& ClientLists::list(const QString& name) const
 QString ClientLists::textOf(const QString& name, const QVariant& value) const
 {
     for (const ClientListEntry& entry : list(name))
-        if (entry.value.toString() == value.toString())
-            return entry.text;
+        if (entry.value.toString() == value.toString()) return entry.text;
     return {};
 }
 
@@ -81,18 +80,21 @@ ClientLists ClientLists::read(Database& db, const ConfigRecord& config, const Se
                    rows(db, QStringLiteral("Select MART_ID, MART_DESC from Martst order by MART_DESC")));
     l.lists.insert(QStringLiteral("Cuisine"),
                    rows(db, QStringLiteral("Select Cuisine_ID, Cuisine from Cuisines order by Cuisine")));
-    l.lists.insert(QStringLiteral("ColdBag"),
-                   rows(db, QStringLiteral("Select Record_ID, Bag_Code from Cold_Bag_Codes order by Bag_Code")));
-    l.lists.insert(QStringLiteral("Staff"),
-                   rows(db, QStringLiteral("Select Staff_ID, Staff_Name from Staff where Active = True order by "
-                                           "Staff_Name")));
+    l.lists.insert(
+        QStringLiteral("ColdBag"),
+        rows(db, QStringLiteral("Select Record_ID, Bag_Code from Cold_Bag_Codes order by Bag_Code")));
+    l.lists.insert(
+        QStringLiteral("Staff"),
+        rows(db, QStringLiteral("Select Staff_ID, Staff_Name from Staff where Active = True order by "
+                                "Staff_Name")));
     l.lists.insert(QStringLiteral("StopReasons"),
                    rows(db, QStringLiteral("Select STOP_ID, STOP_REASON from StopReasons order by STOP_ID")));
     QList<ClientListEntry> routes;
     for (const ClientListEntry& r :
          rows(db, QStringLiteral("Select Route_ID, Route_Desc from Routes order by Route_ID")))
-        routes.append({r.value, r.text.isEmpty() ? r.value.toString()
-                                                 : r.value.toString().trimmed() + QStringLiteral(" - ") + r.text});
+        routes.append({r.value, r.text.isEmpty()
+                                    ? r.value.toString()
+                                    : r.value.toString().trimmed() + QStringLiteral(" - ") + r.text});
     l.lists.insert(QStringLiteral("Routes"), routes);
 
     // Delivery services: the mutually exclusive ones, as radio buttons while
@@ -108,9 +110,10 @@ ClientLists ClientLists::read(Database& db, const ConfigRecord& config, const Se
     // Other services: every service but the mutually exclusive delivery
     // services, in table order; bit i is the i-th.
     QList<ClientListEntry> other;
-    for (const ClientListEntry& e : rows(db, QStringLiteral("Select SERVICE_ID, SERVICE_DESC, SERVICE_TYPE, "
-                                                            "MUTL_EXCL from Services where not (SERVICE_TYPE = 'D' "
-                                                            "and MUTL_EXCL = True) order by RecordID")))
+    for (const ClientListEntry& e :
+         rows(db, QStringLiteral("Select SERVICE_ID, SERVICE_DESC, SERVICE_TYPE, "
+                                 "MUTL_EXCL from Services where not (SERVICE_TYPE = 'D' "
+                                 "and MUTL_EXCL = True) order by RecordID")))
         other.append({int(other.size()), e.text});
     l.lists.insert(QStringLiteral("OtherServices"), other);
     // Diets: bit i is the diet with Diet_ID i + 1.
@@ -118,20 +121,22 @@ ClientLists ClientLists::read(Database& db, const ConfigRecord& config, const Se
     const ResultSet dietRows =
         db.execute(QStringLiteral("Select Diet_ID, Diet_Code, Diet_Desc from Diet order by Diet_ID"));
     for (qsizetype r = 0; r < dietRows.rowCount(); ++r)
-        diets.append({dietRows.value(r, 0).toInt() - 1,
-                      dietRows.value(r, 2).toString().trimmed() + QStringLiteral(" - ") +
-                          dietRows.value(r, 1).toString().trimmed()});
+        diets.append({dietRows.value(r, 0).toInt() - 1, dietRows.value(r, 2).toString().trimmed() +
+                                                            QStringLiteral(" - ") +
+                                                            dietRows.value(r, 1).toString().trimmed()});
     l.lists.insert(QStringLiteral("Diet"), diets);
 
     QList<ClientListEntry> funded{{0, QStringLiteral("All Services")}};
-    funded.append(rows(db, QStringLiteral("Select SERVICE_ID, SERVICE_DESC from Services order by SERVICE_DESC")));
+    funded.append(
+        rows(db, QStringLiteral("Select SERVICE_ID, SERVICE_DESC from Services order by SERVICE_DESC")));
     l.lists.insert(QStringLiteral("FundedServices"), funded);
     QList<ClientListEntry> sources;
     const ResultSet fundRows =
         db.execute(QStringLiteral("Select FUND_CD, FUND_SRCE from Fundsrcs order by FUND_SRCE"));
     for (qsizetype r = 0; r < fundRows.rowCount(); ++r)
-        sources.append({fundRows.value(r, 0), fundRows.value(r, 1).toString().trimmed() + QStringLiteral(" (") +
-                                                  fundRows.value(r, 0).toString().trimmed() + QLatin1Char(')')});
+        sources.append(
+            {fundRows.value(r, 0), fundRows.value(r, 1).toString().trimmed() + QStringLiteral(" (") +
+                                       fundRows.value(r, 0).toString().trimmed() + QLatin1Char(')')});
     l.lists.insert(QStringLiteral("FundingSources"), sources);
 
     l.lists.insert(QStringLiteral("IncomeSources"), memoLines(config.text(QStringLiteral("INCOME_LIST"))));
@@ -151,14 +156,19 @@ ClientLists ClientLists::read(Database& db, const ConfigRecord& config, const Se
             ranges.append({QString::number(i), QStringLiteral("Range %1").arg(i)});
         l.lists.insert(QStringLiteral("IncomeCategory"), ranges);
     } else {
-        l.lists.insert(QStringLiteral("IncomeCategory"), codes({{"L", "Low"}, {"M", "Medium"}, {"H", "High"}}));
+        l.lists.insert(QStringLiteral("IncomeCategory"),
+                       codes({{"L", "Low"}, {"M", "Medium"}, {"H", "High"}}));
     }
 
     const QList<ClientListEntry> items =
         rows(db, QStringLiteral("Select ITEM_ID, MEAL_ITEM from Items order by MEAL_ITEM"));
-    const QList<ClientListEntry> meals = codes({{"B", "Breakfasts"}, {"L", "Lunches"}, {"D", "Dinners"},
-                                               {"S", "Snacks"}, {"O", "Other"}, {"MF", "Medical Food"},
-                                               {"SM", "Specialized Medical Food"}});
+    const QList<ClientListEntry> meals = codes({{"B", "Breakfasts"},
+                                                {"L", "Lunches"},
+                                                {"D", "Dinners"},
+                                                {"S", "Snacks"},
+                                                {"O", "Other"},
+                                                {"MF", "Medical Food"},
+                                                {"SM", "Specialized Medical Food"}});
     l.lists.insert(QStringLiteral("FundingItems"), items + meals);
     QList<ClientListEntry> pledge = items;
     for (const ClientListEntry& m : meals)
@@ -216,14 +226,14 @@ ClientLists ClientLists::read(Database& db, const ConfigRecord& config, const Se
                                                        {"9", "Unknown"}}));
     l.lists.insert(QStringLiteral("FrameSize"), codes({{"S", "Small"}, {"M", "Medium"}, {"L", "Large"}}));
     l.lists.insert(QStringLiteral("PledgePeriod"), codes({{"DY", "Day"}, {"MO", "Month"}, {"YR", "Year"}}));
-    l.lists.insert(QStringLiteral("PledgeMethod"), codes({{"T", "Time Period"}, {"I", "Meals or Meal Items"}}));
+    l.lists.insert(QStringLiteral("PledgeMethod"),
+                   codes({{"T", "Time Period"}, {"I", "Meals or Meal Items"}}));
 
     for (const QString& name : historyLists()) {
         QList<ClientListEntry> remembered;
         for (const QString& key : shared.readSection(name)) {
             const QString text = shared.readString(name, key).trimmed();
-            if (!text.isEmpty())
-                remembered.append({text, text});
+            if (!text.isEmpty()) remembered.append({text, text});
         }
         l.lists.insert(name, remembered);
     }
@@ -248,14 +258,15 @@ ClientLists ClientLists::read(Database& db, const ConfigRecord& config, const Se
     else if (l.postalFormat == QLatin1String("UK"))
         l.labels.insert(QStringLiteral("ZIP"), QStringLiteral("Postcode"));
     for (int i = 1; i <= 5; ++i)
-        l.userReportCaptions.append(
-            orDefault(config.text(QStringLiteral("USER_DEFINED_REPORT%1_LABEL").arg(i, 2, 10, QLatin1Char('0'))),
-                      QStringLiteral("Report %1").arg(i)));
+        l.userReportCaptions.append(orDefault(
+            config.text(QStringLiteral("USER_DEFINED_REPORT%1_LABEL").arg(i, 2, 10, QLatin1Char('0'))),
+            QStringLiteral("Report %1").arg(i)));
     l.awareTitle = orDefault(config.text(QStringLiteral("AWARE_SHORT_LABEL")), QStringLiteral("Aware"));
 
     const QString mapping = config.text(QStringLiteral("MAPPING")).trimmed();
-    l.getMapEnabled = mapping == QLatin1String("M") ||
-                      (mapping == QLatin1String("Q") && !config.text(QStringLiteral("MAPPING_URL")).trimmed().isEmpty());
+    l.getMapEnabled =
+        mapping == QLatin1String("M") ||
+        (mapping == QLatin1String("Q") && !config.text(QStringLiteral("MAPPING_URL")).trimmed().isEmpty());
     l.mapPointShown = mapping == QLatin1String("M");
     return l;
 }
@@ -263,13 +274,11 @@ ClientLists ClientLists::read(Database& db, const ConfigRecord& config, const Se
 void ClientLists::remember(const QString& name, const QString& entry, SettingsFile& shared)
 {
     const QString text = entry.trimmed();
-    if (text.isEmpty() || !historyLists().contains(name))
-        return;
+    if (text.isEmpty() || !historyLists().contains(name)) return;
     QList<ClientListEntry>& list = lists[name];
     for (qsizetype i = 0; i < list.size(); ++i)
         if (list[i].text.compare(text, Qt::CaseInsensitive) == 0) {
-            if (i == 0 && list[i].text == text)
-                return;
+            if (i == 0 && list[i].text == text) return;
             list.removeAt(i);
             break;
         }

@@ -45,8 +45,9 @@ const std::vector<PageQueryDefinition>& pageQueryDefinitions()
          true,
          QStringLiteral("Save your changes to the Application before changing tabs?")},
         {QStringLiteral("QueryEpisodicDeliveries"),
-         QStringLiteral("select * from EpisodicDeliveries where Person_ID = :Person_ID and Schedule_Type = 'E' "
-                        "order by Deliv_Date descending"),
+         QStringLiteral(
+             "select * from EpisodicDeliveries where Person_ID = :Person_ID and Schedule_Type = 'E' "
+             "order by Deliv_Date descending"),
          Clients,
          {PersonId},
          true,
@@ -60,21 +61,30 @@ const std::vector<PageQueryDefinition>& pageQueryDefinitions()
          QStringLiteral("Save your changes to the Funding Rates before changing tabs?")},
         {QStringLiteral("QueryServiceFundingRates"),
          QStringLiteral(
-             "Select 'E' as Reason, Pricing.Unit, Items.Meal_Item as Item, Pricing.Amount from Pricing left join "
-             "Items on Pricing.Item_ID = Items.Item_ID where Pricing.Fund_CD = :Fund_CD and Pricing.Person_ID = "
-             ":Person_ID and Pricing.Method = 'F' union Select 'I' as Reason, Pricing.Unit, Items.Meal_Item as "
+             "Select 'E' as Reason, Pricing.Unit, Items.Meal_Item as Item, Pricing.Amount from Pricing left "
+             "join "
+             "Items on Pricing.Item_ID = Items.Item_ID where Pricing.Fund_CD = :Fund_CD and "
+             "Pricing.Person_ID = "
+             ":Person_ID and Pricing.Method = 'F' union Select 'I' as Reason, Pricing.Unit, Items.Meal_Item "
+             "as "
              "Item, Pricing.Amount from Pricing left join Items on Pricing.Item_ID = Items.Item_ID where "
-             "Pricing.Fund_CD = :Fund_CD and Pricing.Person_ID = 0 and Pricing.Method = 'F' and Pricing.Unit not "
-             "in (Select Unit from Pricing where Fund_CD = :Fund_CD and Person_ID = :Person_ID) union Select 'I' "
-             "as Reason, Cast(Items.Item_ID as VarChar(2)) as Unit, Items.Meal_Item as Item, Items.Billed_Amount "
-             "as Amount from Items where Items.Billed_Amount > 0 and Items.Item_ID not in (Select Item_ID from "
-             "Pricing where Fund_CD = :Fund_CD and (Person_ID = 0 or Person_ID = :Person_ID) and Method = 'F' and "
+             "Pricing.Fund_CD = :Fund_CD and Pricing.Person_ID = 0 and Pricing.Method = 'F' and Pricing.Unit "
+             "not "
+             "in (Select Unit from Pricing where Fund_CD = :Fund_CD and Person_ID = :Person_ID) union Select "
+             "'I' "
+             "as Reason, Cast(Items.Item_ID as VarChar(2)) as Unit, Items.Meal_Item as Item, "
+             "Items.Billed_Amount "
+             "as Amount from Items where Items.Billed_Amount > 0 and Items.Item_ID not in (Select Item_ID "
+             "from "
+             "Pricing where Fund_CD = :Fund_CD and (Person_ID = 0 or Person_ID = :Person_ID) and Method = "
+             "'F' and "
              "not Item_ID is null) order by Reason, Unit"),
          QStringLiteral("QueryFundUses"),
          {QStringLiteral("Fund_CD"), PersonId}},
         {QStringLiteral("QueryServiceDayRate"),
-         QStringLiteral("Select 'I' as Reason, Reimbursement_Method, Reimbursement_Rate, Reimbursement_Period from "
-                        "FundSrcs where Fund_CD = :Fund_CD"),
+         QStringLiteral(
+             "Select 'I' as Reason, Reimbursement_Method, Reimbursement_Rate, Reimbursement_Period from "
+             "FundSrcs where Fund_CD = :Fund_CD"),
          QStringLiteral("QueryFundUses"),
          {QStringLiteral("Fund_CD")}},
         {QStringLiteral("QueryFundUses"),
@@ -103,18 +113,20 @@ const std::vector<PageQueryDefinition>& pageQueryDefinitions()
          QStringLiteral("Save your changes to the Diseases before changing tabs?")},
         {QStringLiteral("QueryDiseaseLookup"), QStringLiteral("Select * from Diseases order by Disease")},
         {QStringLiteral("QueryEvents"),
-         QStringLiteral("Select Events.*, Staff.Staff_Name, EventCds.Event_Desc, Locatns.Location from Events "
-                        "join Staff on Events.Counselor_ID = Staff.Staff_ID join EventCds on Events.Event_ID = "
-                        "EventCds.Event_ID join Locatns on Events.Loc_Code = Locatns.Location_ID join Services on "
-                        "EventCds.Service_ID = Services.Service_ID where Events.Person_ID = :Person_ID and "
-                        "Upper(Services.Service_Type) = 'C' order by Events.Event_Date desc"),
+         QStringLiteral(
+             "Select Events.*, Staff.Staff_Name, EventCds.Event_Desc, Locatns.Location from Events "
+             "join Staff on Events.Counselor_ID = Staff.Staff_ID join EventCds on Events.Event_ID = "
+             "EventCds.Event_ID join Locatns on Events.Loc_Code = Locatns.Location_ID join Services on "
+             "EventCds.Service_ID = Services.Service_ID where Events.Person_ID = :Person_ID and "
+             "Upper(Services.Service_Type) = 'C' order by Events.Event_Date desc"),
          Clients,
          {PersonId},
          false,
          QStringLiteral("Save your changes to the Counseling Events before changing tabs?")},
         {QStringLiteral("QueryRelationships"),
-         QStringLiteral("Select * from Relationships, Individuals where Relationships.Person_ID = :Person_ID and "
-                        "Relationships.Indiv_ID = Individuals.Indiv_ID"),
+         QStringLiteral(
+             "Select * from Relationships, Individuals where Relationships.Person_ID = :Person_ID and "
+             "Relationships.Indiv_ID = Individuals.Indiv_ID"),
          Clients,
          {PersonId},
          false,
@@ -135,7 +147,8 @@ const std::vector<PageQueryDefinition>& pageQueryDefinitions()
          true,
          QStringLiteral("Save your changes to the Case Management entry before changing tabs?")},
         {QStringLiteral("QueryNSIADLIADL"),
-         QStringLiteral("Select * from NSI_ADL_IADL where Person_ID = :Person_ID order by HEADAssessment_Date desc"),
+         QStringLiteral(
+             "Select * from NSI_ADL_IADL where Person_ID = :Person_ID order by HEADAssessment_Date desc"),
          Clients,
          {PersonId},
          true},
@@ -205,14 +218,12 @@ ClientPageData::ClientPageData(DataSet& clients, RecordServices& services, UserI
     }
     for (const auto& entry : m_entries) {
         const PageQueryDefinition& d = *entry->definition;
-        if (d.masterFields.size() < 2 || d.master == Clients)
-            continue;
+        if (d.masterFields.size() < 2 || d.master == Clients) continue;
         DataSet& master = *masterSet(*entry);
         const DataSet::HookFunction before = master.hook(DataSet::Hook::AfterScroll);
         const QString name = d.master;
         master.setHook(DataSet::Hook::AfterScroll, [this, before, name](DataSet& set) {
-            if (before)
-                before(set);
+            if (before) before(set);
             follow(name);
         });
     }
@@ -228,27 +239,24 @@ ClientPageData::~ClientPageData()
 ClientPageData::Entry* ClientPageData::find(const QString& name) const
 {
     for (const auto& entry : m_entries)
-        if (entry->definition->name.compare(name, Qt::CaseInsensitive) == 0)
-            return entry.get();
+        if (entry->definition->name.compare(name, Qt::CaseInsensitive) == 0) return entry.get();
     return nullptr;
 }
 
 DataSet* ClientPageData::masterSet(const Entry& entry) const
 {
     const QString& master = entry.definition->master;
-    if (master.isEmpty())
-        return nullptr;
-    if (master == Clients)
-        return &m_clients;
+    if (master.isEmpty()) return nullptr;
+    if (master == Clients) return &m_clients;
     Entry* other = find(master);
     return other ? other->set.get() : nullptr;
 }
 
 QueryDataSet& ClientPageData::query(const QString& name)
 {
-    if (Entry* entry = find(name))
-        return *entry->set;
-    throw DbError(DbErrorCode::UnknownName, QStringLiteral("The client window has no page query %1").arg(name));
+    if (Entry* entry = find(name)) return *entry->set;
+    throw DbError(DbErrorCode::UnknownName,
+                  QStringLiteral("The client window has no page query %1").arg(name));
 }
 
 bool ClientPageData::isOpen(const QString& name) const
@@ -269,16 +277,14 @@ void ClientPageData::leavePage()
             else
                 set.cancel();
         }
-        if (!d.keptOpen)
-            set.close();
+        if (!d.keptOpen) set.close();
     }
 }
 
 void ClientPageData::open(Entry& entry)
 {
     QueryDataSet& set = *entry.set;
-    if (set.isActive())
-        return;
+    if (set.isActive()) return;
     const PageQueryDefinition& d = *entry.definition;
     if (d.masterFields.size() > 1) {
         const DataSet* master = masterSet(entry);
@@ -291,8 +297,7 @@ void ClientPageData::open(Entry& entry)
 void ClientPageData::enterPage(int page)
 {
     for (const QString& name : clientPage(page).queries)
-        if (Entry* entry = find(name))
-            open(*entry);
+        if (Entry* entry = find(name)) open(*entry);
 }
 
 void ClientPageData::setReadOnly(bool readOnly)
@@ -309,7 +314,8 @@ void ClientPageData::follow(const QString& master)
 {
     for (const auto& entry : m_entries) {
         const PageQueryDefinition& d = *entry->definition;
-        if (d.masterFields.size() < 2 || d.master.compare(master, Qt::CaseInsensitive) != 0 || !entry->set->isActive())
+        if (d.masterFields.size() < 2 || d.master.compare(master, Qt::CaseInsensitive) != 0 ||
+            !entry->set->isActive())
             continue;
         entry->set->close();
         open(*entry);

@@ -11,10 +11,13 @@ const std::vector<ClientPageInfo>& clientPages()
         {client_page::HealthNutrition,
          QStringLiteral("Health/Nutrition"),
          {QStringLiteral("Health History"), QStringLiteral("Counseling Events")},
-         {QStringLiteral("QueryAssessments"), QStringLiteral("QueryEvents"), QStringLiteral("QueryDiseaseLookup"),
-          QStringLiteral("QueryClientDiseases")}},
+         {QStringLiteral("QueryAssessments"), QStringLiteral("QueryEvents"),
+          QStringLiteral("QueryDiseaseLookup"), QStringLiteral("QueryClientDiseases")}},
         {client_page::Suspensions, QStringLiteral("Suspensions"), {}, {QStringLiteral("QuerySuspends")}},
-        {client_page::DeliveryRoute, QStringLiteral("Delivery/Route"), {}, {QStringLiteral("QueryEpisodicDeliveries")}},
+        {client_page::DeliveryRoute,
+         QStringLiteral("Delivery/Route"),
+         {},
+         {QStringLiteral("QueryEpisodicDeliveries")}},
         {client_page::FundingBilling,
          QStringLiteral("Funding/Billing"),
          {QStringLiteral("Funding"), QStringLiteral("Pledges")},
@@ -35,7 +38,8 @@ const std::vector<ClientPageInfo>& clientPages()
         {client_page::ClientServices,
          QStringLiteral("Client Services"),
          {},
-         {QStringLiteral("QueryServiceApps"), QStringLiteral("QueryDocs"), QStringLiteral("QueryConditions")}},
+         {QStringLiteral("QueryServiceApps"), QStringLiteral("QueryDocs"),
+          QStringLiteral("QueryConditions")}},
     };
     return pages;
 }

@@ -16,8 +16,7 @@ QStringList TFilterForm::suspensionChoices()
 void TFilterForm::setStatus(Status status)
 {
     m_status = status;
-    if (!suspensionEnabled())
-        m_suspension = Suspension::AllRegardless;
+    if (!suspensionEnabled()) m_suspension = Suspension::AllRegardless;
 }
 
 void TFilterForm::setSuspension(Suspension suspension)
@@ -25,7 +24,10 @@ void TFilterForm::setSuspension(Suspension suspension)
     m_suspension = suspensionEnabled() ? suspension : Suspension::AllRegardless;
 }
 
-bool TFilterForm::suspensionEnabled() const { return m_status == Status::Active && !m_internet; }
+bool TFilterForm::suspensionEnabled() const
+{
+    return m_status == Status::Active && !m_internet;
+}
 
 void TFilterForm::setInternet(bool internet)
 {
@@ -36,11 +38,16 @@ void TFilterForm::setInternet(bool internet)
 QString TFilterForm::statusCode() const
 {
     switch (m_status) {
-    case Status::Active: return QStringLiteral("A");
-    case Status::Stopped: return QStringLiteral("S");
-    case Status::Inactive: return QStringLiteral("I");
-    case Status::WaitList: return QStringLiteral("W");
-    case Status::AllRegardless: break;
+    case Status::Active:
+        return QStringLiteral("A");
+    case Status::Stopped:
+        return QStringLiteral("S");
+    case Status::Inactive:
+        return QStringLiteral("I");
+    case Status::WaitList:
+        return QStringLiteral("W");
+    case Status::AllRegardless:
+        break;
     }
     return {};
 }
@@ -50,15 +57,22 @@ QString TFilterForm::statusText() const
     switch (m_status) {
     case Status::Active:
         switch (m_suspension) {
-        case Suspension::NotSuspended: return QStringLiteral("Filter: Active/Not Suspended");
-        case Suspension::Suspended: return QStringLiteral("Filter: Active/Suspended");
-        case Suspension::AllRegardless: return QStringLiteral("Filter: Active Status");
+        case Suspension::NotSuspended:
+            return QStringLiteral("Filter: Active/Not Suspended");
+        case Suspension::Suspended:
+            return QStringLiteral("Filter: Active/Suspended");
+        case Suspension::AllRegardless:
+            return QStringLiteral("Filter: Active Status");
         }
         break;
-    case Status::Stopped: return QStringLiteral("Filter: Stopped Status");
-    case Status::Inactive: return QStringLiteral("Filter: Inactive Status");
-    case Status::WaitList: return QStringLiteral("Filter: Wait List");
-    case Status::AllRegardless: break;
+    case Status::Stopped:
+        return QStringLiteral("Filter: Stopped Status");
+    case Status::Inactive:
+        return QStringLiteral("Filter: Inactive Status");
+    case Status::WaitList:
+        return QStringLiteral("Filter: Wait List");
+    case Status::AllRegardless:
+        break;
     }
     return offText();
 }

@@ -34,7 +34,10 @@ namespace cmd = client_command;
 const QString Status = QStringLiteral("STATUS");
 const QString PersonId = QStringLiteral("PERSON_ID");
 
-bool filled(const QVariant& value) { return !value.isNull() && !value.toString().trimmed().isEmpty(); }
+bool filled(const QVariant& value)
+{
+    return !value.isNull() && !value.toString().trimmed().isEmpty();
+}
 
 // Fields whose change alters which controls are live.
 bool steersControls(const QString& field)
@@ -67,13 +70,11 @@ public:
     }
     void post() override
     {
-        if (QueryDataSet* set = m_form.alternateAddress())
-            set->post();
+        if (QueryDataSet* set = m_form.alternateAddress()) set->post();
     }
     void cancel() override
     {
-        if (QueryDataSet* set = m_form.alternateAddress())
-            set->cancel();
+        if (QueryDataSet* set = m_form.alternateAddress()) set->cancel();
     }
 
 private:
@@ -84,22 +85,23 @@ TFormClients::TFormClients(TDataModule1& module, UserInterface& ui, ClientRules*
     : m_module(module), m_ui(ui), m_rules(rules), m_alternateEditor(std::make_unique<AlternateEditor>(*this)),
       m_pageData(std::make_unique<ClientPageData>(module.clients(), module.services(), ui)),
       m_fieldRules(std::make_unique<ClientFieldRules>(module.db(), ui)),
-      m_staffRow(std::make_unique<QueryDataSet>(module.db(),
-                                                QStringLiteral("Select * from Staff where User_ID = :User_ID")))
+      m_staffRow(std::make_unique<QueryDataSet>(
+          module.db(), QStringLiteral("Select * from Staff where User_ID = :User_ID")))
 {
-    if (m_rules)
-        m_rules->setAlternateAddress(m_alternateEditor.get());
+    if (m_rules) m_rules->setAlternateAddress(m_alternateEditor.get());
     m_filterForm.setInternet(onInternet());
     installOwnHandlers();
 }
 
 TFormClients::~TFormClients()
 {
-    if (m_rules)
-        m_rules->setAlternateAddress(nullptr);
+    if (m_rules) m_rules->setAlternateAddress(nullptr);
 }
 
-TableDataSet& TFormClients::clients() { return m_module.clients(); }
+TableDataSet& TFormClients::clients()
+{
+    return m_module.clients();
+}
 
 template <typename Work> bool TFormClients::guarded(Work&& work)
 {
@@ -121,8 +123,7 @@ void TFormClients::installOwnHandlers()
     setHandler(cmd::FirstClient, [this] { first(); });
     setHandler(cmd::LastClient, [this] { last(); });
     setHandler(cmd::GetBagCode, [this] {
-        if (!isEditing() && !edit())
-            return;
+        if (!isEditing() && !edit()) return;
         m_fieldRules->GetBagCode(clients());
         emit rowChanged();
     });
@@ -132,8 +133,7 @@ void TFormClients::installOwnHandlers()
 
 void TFormClients::create()
 {
-    if (!m_module.session().lGoOn)
-        throw StartupError(QStringLiteral("The data is not connected."));
+    if (!m_module.session().lGoOn) throw StartupError(QStringLiteral("The data is not connected."));
     SetFieldVisibility(VisibleFieldsList::Assessments);
     SetFieldVisibility(VisibleFieldsList::Screening);
     PopulateCombos();
@@ -160,8 +160,7 @@ void TFormClients::applyAccessLevel()
 
 void TFormClients::firstActivation()
 {
-    if (m_activated)
-        return;
+    if (m_activated) return;
     m_activated = true;
     Database& db = m_module.db();
     const SessionState& session = m_module.session();
@@ -170,41 +169,37 @@ void TFormClients::firstActivation()
     // to be put back after this one.)
     guarded([&] {
         const QString text = GetSQLStatement(db, QStringLiteral("EXECUTE_ON_OPEN"));
-        if (text.trimmed().isEmpty() || session.staffId < 0)
-            return;
+        if (text.trimmed().isEmpty() || session.staffId < 0) return;
         const ResultSet asks =
             db.execute(QStringLiteral("Select Execute_OnOpen_Query from Staff where Staff_ID = :Staff_ID"),
                        {{QStringLiteral("Staff_ID"), session.staffId}});
-        if (!asks.isEmpty() && asks.value(0, 0).toBool())
-            db.execute(text);
+        if (!asks.isEmpty() && asks.value(0, 0).toBool()) db.execute(text);
     });
     bool due = false;
     guarded([&] {
         const QDate today = m_module.clock().today();
-        due = !db.execute(QStringLiteral("Select Alert_Recipients.Responsibility_Code, Notes.Subject, "
-                                         "Notes.Alert_DateTime from Alert_Recipients join Notes on "
-                                         "Alert_Recipients.Alert_ID = Notes.Record_ID where "
-                                         "Alert_Recipients.Recipient_ID = :Recipient_ID and (not Notes.Status = "
-                                         "'C') and Notes.Alert_DateTime >= :Begin_Period and Cast( "
-                                         "Notes.Alert_DateTime as Date) <= :End_Period;"),
-                          {{QStringLiteral("Recipient_ID"), session.staffId},
-                           {QStringLiteral("Begin_Period"), QDateTime(today.addDays(-7), QTime(0, 0))},
-                           {QStringLiteral("End_Period"), today}})
+        due = !db.execute(
+                     QStringLiteral("Select Alert_Recipients.Responsibility_Code, Notes.Subject, "
+                                    "Notes.Alert_DateTime from Alert_Recipients join Notes on "
+                                    "Alert_Recipients.Alert_ID = Notes.Record_ID where "
+                                    "Alert_Recipients.Recipient_ID = :Recipient_ID and (not Notes.Status = "
+                                    "'C') and Notes.Alert_DateTime >= :Begin_Period and Cast( "
+                                    "Notes.Alert_DateTime as Date) <= :End_Period;"),
+                     {{QStringLiteral("Recipient_ID"), session.staffId},
+                      {QStringLiteral("Begin_Period"), QDateTime(today.addDays(-7), QTime(0, 0))},
+                      {QStringLiteral("End_Period"), today}})
                    .isEmpty();
     });
-    if (!due)
-        return;
-    m_ui.information(
-        QStringLiteral("You may have an Alert or Follow-Up due!\r\nYour list of Alerts will now be displayed."));
+    if (!due) return;
+    m_ui.information(QStringLiteral(
+        "You may have an Alert or Follow-Up due!\r\nYour list of Alerts will now be displayed."));
     m_alertsShown = true;
-    if (hasHandler(QStringLiteral("ActionEditAlerts")))
-        run(QStringLiteral("ActionEditAlerts"));
+    if (hasHandler(QStringLiteral("ActionEditAlerts"))) run(QStringLiteral("ActionEditAlerts"));
 }
 
 bool TFormClients::closeQuery()
 {
-    if (!m_module.closeQuery())
-        return false;
+    if (!m_module.closeQuery()) return false;
     m_pageData->leavePage();
     return true;
 }
@@ -214,19 +209,24 @@ bool TFormClients::closeQuery()
 QString TFormClients::dataDirectoryText() const
 {
     const DataLocation& location = m_module.location();
-    if (location.clientServer)
-        return location.serverAddress + QLatin1Char('/') + location.database;
+    if (location.clientServer) return location.serverAddress + QLatin1Char('/') + location.database;
     return location.directory;
 }
 
-QString TFormClients::userText() const { return m_module.session().userFullName; }
+QString TFormClients::userText() const
+{
+    return m_module.session().userFullName;
+}
 
 QString TFormClients::recordStateText() const
 {
     switch (m_module.clients().state()) {
-    case DataSet::State::Edit: return QStringLiteral("Editing");
-    case DataSet::State::Insert: return QStringLiteral("Adding");
-    default: return QStringLiteral("Viewing");
+    case DataSet::State::Edit:
+        return QStringLiteral("Editing");
+    case DataSet::State::Insert:
+        return QStringLiteral("Adding");
+    default:
+        return QStringLiteral("Viewing");
     }
 }
 
@@ -238,9 +238,15 @@ void TFormClients::ShowTransactionStatus(bool inTransaction)
 
 // ---- access level ----
 
-bool TFormClients::clientAreaVisible() const { return !m_module.session().access().reportsOnly(); }
+bool TFormClients::clientAreaVisible() const
+{
+    return !m_module.session().access().reportsOnly();
+}
 
-bool TFormClients::fieldsReadOnly() const { return !m_module.session().access().mayChangeData(); }
+bool TFormClients::fieldsReadOnly() const
+{
+    return !m_module.session().access().mayChangeData();
+}
 
 bool TFormClients::isMenuVisible(const QString& path) const
 {
@@ -279,16 +285,12 @@ TFormClients::CommandState TFormClients::commandState(const QString& id) const
     state.text = m_controls.texts.value(id, info->caption);
     if (id.startsWith(QLatin1String("ActionUserReport"))) {
         const int n = id.right(1).toInt();
-        if (n >= 1 && n <= m_lists.userReportCaptions.size())
-            state.text = m_lists.userReportCaptions[n - 1];
+        if (n >= 1 && n <= m_lists.userReportCaptions.size()) state.text = m_lists.userReportCaptions[n - 1];
     }
     const AccessLevel access = m_module.session().access();
-    if (access.reportsOnly() && (info->access & HiddenReportsOnly))
-        state.visible = false;
-    if (access.readOnly() && (info->access & HiddenReadOnly))
-        state.visible = false;
-    if (access.readOnly() && (info->access & DisabledReadOnly))
-        state.enabled = false;
+    if (access.reportsOnly() && (info->access & HiddenReportsOnly)) state.visible = false;
+    if (access.readOnly() && (info->access & HiddenReadOnly)) state.visible = false;
+    if (access.readOnly() && (info->access & DisabledReadOnly)) state.enabled = false;
     state.visible = state.visible && m_controls.isVisible(id);
     state.enabled = state.enabled && m_controls.isEnabled(id);
     state.bold = m_controls.bold.contains(id);
@@ -302,11 +304,9 @@ TFormClients::CommandState TFormClients::commandState(const QString& id) const
 bool TFormClients::run(const QString& id)
 {
     const ClientCommandInfo* info = findClientCommand(id);
-    if (!info || !commandState(id).enabled)
-        return false;
+    if (!info || !commandState(id).enabled) return false;
     const std::function<void()> handler = m_handlers.value(id);
-    if (info->keepsBookmark)
-        BookmarkClients();
+    if (info->keepsBookmark) BookmarkClients();
     const bool done = guarded(handler);
     if (info->keepsBookmark) {
         guarded([&] {
@@ -361,16 +361,17 @@ void TFormClients::last()
 
 bool TFormClients::moveTo(int position)
 {
-    if (position < 0 || position >= rowCount())
-        return false;
-    if (position == this->position())
-        return true;
+    if (position < 0 || position >= rowCount()) return false;
+    if (position == this->position()) return true;
     const bool moved = guarded([&] { clients().setRecNo(position + 1); });
     afterMove();
     return moved && this->position() == position;
 }
 
-int TFormClients::position() const { return m_module.clients().recNo() - 1; }
+int TFormClients::position() const
+{
+    return m_module.clients().recNo() - 1;
+}
 
 int TFormClients::rowCount() const
 {
@@ -380,10 +381,8 @@ int TFormClients::rowCount() const
 
 bool TFormClients::edit()
 {
-    if (fieldsReadOnly())
-        return false;
-    if (isEditing())
-        return true;
+    if (fieldsReadOnly()) return false;
+    if (isEditing()) return true;
     const bool done = guarded([&] { clients().edit(); });
     computeControls();
     emit rowChanged();
@@ -393,8 +392,7 @@ bool TFormClients::edit()
 
 bool TFormClients::post()
 {
-    if (!isEditing())
-        return true;
+    if (!isEditing()) return true;
     const bool done = guarded([&] { clients().post(); });
     m_rowCount = -1; // a new row, or a row the filter or the order moved
     afterMove();
@@ -405,8 +403,7 @@ bool TFormClients::post()
 
 void TFormClients::cancel()
 {
-    if (!isEditing())
-        return;
+    if (!isEditing()) return;
     guarded([&] { clients().cancel(); });
     m_rowCount = -1;
     afterMove();
@@ -425,12 +422,14 @@ QStringList TFormClients::indexNames() const
     QStringList names;
     if (const TableDef* def = m_module.db().persistentTable(u"Clients"))
         for (const IndexDef& index : def->indexes())
-            if (!index.primary)
-                names.append(index.name);
+            if (!index.primary) names.append(index.name);
     return names;
 }
 
-QString TFormClients::indexName() const { return m_module.clients().indexName(); }
+QString TFormClients::indexName() const
+{
+    return m_module.clients().indexName();
+}
 
 QString TFormClients::indexCaption(const QString& index)
 {
@@ -458,8 +457,7 @@ QString TFormClients::indexCaption(const QString& index)
 void TFormClients::setClientIndex(const QString& index)
 {
     TableDataSet& set = clients();
-    if (set.indexName().compare(index, Qt::CaseInsensitive) == 0)
-        return;
+    if (set.indexName().compare(index, Qt::CaseInsensitive) == 0) return;
     BusyGuard busy(m_ui);
     guarded([&] { set.setIndexName(index); });
 }
@@ -476,14 +474,11 @@ bool TFormClients::search(const QString& text)
 {
     TableDataSet& set = clients();
     const QString wanted = text.trimmed();
-    if (wanted.isEmpty() || !set.isActive() || set.isEmpty())
-        return false;
+    if (wanted.isEmpty() || !set.isActive() || set.isEmpty()) return false;
     const TableDef* def = m_module.db().persistentTable(u"Clients");
     const IndexDef* index = def ? def->index(set.indexName()) : nullptr;
-    if (!index)
-        index = def ? def->index(u"LAST_FIRST") : nullptr;
-    if (!index)
-        return false;
+    if (!index) index = def ? def->index(u"LAST_FIRST") : nullptr;
+    if (!index) return false;
     // "Last, First" searches the second column of a two-column key too.
     QStringList parts = QStringList{wanted};
     if (index->columns.size() > 1 && wanted.contains(QLatin1Char(',')))
@@ -502,24 +497,20 @@ bool TFormClients::search(const QString& text)
     // Where a row's key stands against the text: below, or at or after it.
     const auto order = [&](int row) {
         const QVariant v = set.fieldValueAt(row, first);
-        if (numeric)
-            return v.isNull() ? -1 : (v.toDouble() < number ? -1 : (v.toDouble() > number ? 1 : 0));
+        if (numeric) return v.isNull() ? -1 : (v.toDouble() < number ? -1 : (v.toDouble() > number ? 1 : 0));
         return QString::compare(v.toString().trimmed(), key, Qt::CaseInsensitive);
     };
     const auto firstMatches = [&](int row) {
         const QVariant v = set.fieldValueAt(row, first);
-        if (numeric)
-            return !v.isNull() && v.toDouble() == number;
+        if (numeric) return !v.isNull() && v.toDouble() == number;
         return v.toString().trimmed().startsWith(key, Qt::CaseInsensitive);
     };
     const auto matches = [&](int row) {
-        if (!firstMatches(row))
-            return false;
+        if (!firstMatches(row)) return false;
         return numeric || rest.isEmpty() || second < 0 ||
                set.fieldValueAt(row, second).toString().trimmed().startsWith(rest, Qt::CaseInsensitive);
     };
-    if (numeric && !isNumber)
-        return false;
+    if (numeric && !isNumber) return false;
     // The rows stand in the order of the index, so the place of the text is
     // found by halving. Should the store's order of texts differ from this
     // comparison where the halving ends, every row is looked at instead.
@@ -559,25 +550,20 @@ bool TFormClients::search(const QString& text)
 QVariant TFormClients::value(const QString& field) const
 {
     TableDataSet& set = m_module.clients();
-    if (!set.isActive() || (set.isEmpty() && set.state() != DataSet::State::Insert))
-        return {};
-    if (field == client_field::Age)
-        return m_controls.ageText;
+    if (!set.isActive() || (set.isEmpty() && set.state() != DataSet::State::Insert)) return {};
+    if (field == client_field::Age) return m_controls.ageText;
     if (field == client_field::HouseholdName) {
         QueryDataSet& households = m_module.query(QStringLiteral("QueryHouseholdName"));
         return households.isEmpty() ? QVariant() : households.fieldValue(u"Household_Name");
     }
-    if (set.fieldIndex(field) < 0)
-        return {};
+    if (set.fieldIndex(field) < 0) return {};
     return set.fieldValue(field);
 }
 
 bool TFormClients::setValue(const QString& field, const QVariant& value)
 {
-    if (fieldsReadOnly())
-        return false;
-    if (!isEditing() && !edit())
-        return false;
+    if (fieldsReadOnly()) return false;
+    if (!isEditing() && !edit()) return false;
     const bool done = guarded([&] { clients().setFieldValue(field, value); });
     if (steersControls(field)) {
         computeControls();
@@ -589,8 +575,7 @@ bool TFormClients::setValue(const QString& field, const QVariant& value)
 
 void TFormClients::fieldLeft(const QString& field)
 {
-    if (!isEditing())
-        return;
+    if (!isEditing()) return;
     const QString f = field.toUpper();
     DataSet& set = clients();
     bool changed = false;
@@ -622,18 +607,15 @@ void TFormClients::fieldLeft(const QString& field)
         for (const ClientFieldInfo& info : group.fields)
             if (info.kind == ClientFieldKind::History && info.field == f)
                 m_lists.remember(info.list, set.fieldValue(f).toString(), m_module.sharedSettings());
-    if (changed)
-        emit rowChanged();
+    if (changed) emit rowChanged();
 }
 
 bool TFormClients::setListBit(const QString& field, int bit, bool checked)
 {
-    if (bit < 0 || bit > 30)
-        return false;
+    if (bit < 0 || bit > 30) return false;
     const qint64 mask = value(field).toLongLong();
     const qint64 changed = checked ? (mask | (qint64(1) << bit)) : (mask & ~(qint64(1) << bit));
-    if (changed == mask)
-        return true;
+    if (changed == mask) return true;
     if (field.compare(QLatin1String("DIET_RESTR"), Qt::CaseInsensitive) == 0 && checked &&
         !m_fieldRules->acceptDietCheck(qPopulationCount(quint64(changed))))
         return false;
@@ -647,19 +629,20 @@ QString TFormClients::label(const QString& field, const QString& fallback) const
 
 bool TFormClients::isComponentVisible(const QString& component) const
 {
-    if (component.isEmpty())
-        return true;
+    if (component.isEmpty()) return true;
     return ComponentTree::fromText(m_lists.visibleComponents).isVisible(component);
 }
 
-QString TFormClients::entryMask(const QString& field) const { return m_fieldRules->entryMask(field); }
+QString TFormClients::entryMask(const QString& field) const
+{
+    return m_fieldRules->entryMask(field);
+}
 
 // ---- pages ----
 
 void TFormClients::changePage(int page)
 {
-    if (page == m_currentPage || page < 0 || page >= client_page::Count)
-        return;
+    if (page == m_currentPage || page < 0 || page >= client_page::Count) return;
     m_pageData->leavePage();
     m_currentPage = page;
     guarded([&] { m_pageData->enterPage(page); });
@@ -678,11 +661,11 @@ void TFormClients::SetControlsState(bool force)
     TableDataSet& set = clients();
     const qint64 recordId =
         set.isActive() && !set.isEmpty() ? set.fieldValue(u"RecordID").toLongLong() : qint64(-1);
-    if (!force && recordId == m_controls.recordId)
-        return;
+    if (!force && recordId == m_controls.recordId) return;
     if (m_module.db().inTransaction() && m_startedWithParameters)
-        m_ui.warning(QStringLiteral("Stop! Email tech support your CodeSite log file.\r\nA transaction appears to "
-                                    "be active where one should not be."));
+        m_ui.warning(
+            QStringLiteral("Stop! Email tech support your CodeSite log file.\r\nA transaction appears to "
+                           "be active where one should not be."));
     guarded([&] { computeControls(); });
 }
 
@@ -692,9 +675,9 @@ void TFormClients::computeControls()
     c.marked = m_controls.marked;
     TableDataSet& set = clients();
     const bool hasRow = set.isActive() && (!set.isEmpty() || set.state() == DataSet::State::Insert);
-    c.recordId = hasRow && set.state() != DataSet::State::Insert ? set.fieldValue(u"RecordID").toLongLong() : -1;
-    if (c.recordId != m_controls.recordId)
-        c.marked.clear();
+    c.recordId =
+        hasRow && set.state() != DataSet::State::Insert ? set.fieldValue(u"RecordID").toLongLong() : -1;
+    if (c.recordId != m_controls.recordId) c.marked.clear();
     const AccessLevel access = m_module.session().access();
     const ConfigRecord config = ConfigRecord::fromDataSet(m_module.config());
     const QDate today = m_module.clock().today();
@@ -713,7 +696,8 @@ void TFormClients::computeControls()
     if (birth.isValid() && birth.year() > 1899)
         c.ageText = QStringLiteral("(%1)").arg(wholeYears(birth, today));
     c.socialSecurityText = hasRow ? m_fieldRules->socialSecurityText(set) : QString();
-    const QString statusOnFile = set.state() == DataSet::State::Edit ? set.oldValue(Status).toString() : status;
+    const QString statusOnFile =
+        set.state() == DataSet::State::Edit ? set.oldValue(Status).toString() : status;
     for (const client_status::Choice& choice : client_status::choices(statusOnFile, isClient))
         c.statusChoices.append({choice.code, choice.word});
 
@@ -722,44 +706,80 @@ void TFormClients::computeControls()
            isClient);
     const bool stopReason = isClient && hasRow && m_fieldRules->isStopReasonEnabled(set);
     enable({QStringLiteral("STOP_CODE"), QStringLiteral("STOP_REASON")}, stopReason);
-    enable({cmd::AddSuspension, cmd::EditSuspension, QStringLiteral("Suspensions"), QStringLiteral("Service Days"),
-            cmd::AddEditDeliveries, cmd::ScheduledDeliveries, QStringLiteral("Scheduled Deliveries"),
-            cmd::ModifyItems, cmd::ItemsWizard, QStringLiteral("START_DTE"), QStringLiteral("STOP_DTE"),
-            QStringLiteral("CUISINE_ID"), QStringLiteral("COLD_BAG_ID"), cmd::GetBagCode,
-            QStringLiteral("DEPENDENT"), QStringLiteral("HANDICAPPED"), QStringLiteral("PREFERENCES"),
-            QStringLiteral("SVCS_USED"), QStringLiteral("ONGOING_FREQUENCY"), QStringLiteral("DEF_STOP"),
-            cmd::ClearRoutes, cmd::ClearStops},
+    enable({cmd::AddSuspension,
+            cmd::EditSuspension,
+            QStringLiteral("Suspensions"),
+            QStringLiteral("Service Days"),
+            cmd::AddEditDeliveries,
+            cmd::ScheduledDeliveries,
+            QStringLiteral("Scheduled Deliveries"),
+            cmd::ModifyItems,
+            cmd::ItemsWizard,
+            QStringLiteral("START_DTE"),
+            QStringLiteral("STOP_DTE"),
+            QStringLiteral("CUISINE_ID"),
+            QStringLiteral("COLD_BAG_ID"),
+            cmd::GetBagCode,
+            QStringLiteral("DEPENDENT"),
+            QStringLiteral("HANDICAPPED"),
+            QStringLiteral("PREFERENCES"),
+            QStringLiteral("SVCS_USED"),
+            QStringLiteral("ONGOING_FREQUENCY"),
+            QStringLiteral("DEF_STOP"),
+            cmd::ClearRoutes,
+            cmd::ClearStops},
            active);
     enable({QStringLiteral("DIET_RESTR")}, active && m_fieldRules->isDietListEnabled());
     enable({cmd::RecordMissed}, active || status == client_status::Stopped);
     enable({QStringLiteral("DEF_RTE")}, active || status == client_status::WaitList);
     enable({cmd::EditRoutesStops}, active && access.mayEditRoutes());
     enable({cmd::AlternateAddresses}, active && config.flag(QStringLiteral("ENABLE_ALTERNATE_ADDRESSES")));
-    static const char* const Days[] = {"MONDAY", "TUESDAY", "WEDNESDAY", "THURSDAY", "FRIDAY", "SATURDAY", "SUNDAY"};
+    static const char* const Days[] = {"MONDAY", "TUESDAY",  "WEDNESDAY", "THURSDAY",
+                                       "FRIDAY", "SATURDAY", "SUNDAY"};
     for (int d = 0; d < 7; ++d)
         c.enabled.insert(QString::fromLatin1(Days[d]), hasRow && m_fieldRules->isDayEnabled(set, d));
-    enable({QStringLiteral("DOB"), QStringLiteral("SEX"), QStringLiteral("RACE"), QStringLiteral("ETHNICITY"),
-            QStringLiteral("SOCIAL_SECURITY_NUMBER"), QStringLiteral("HEIGHT"), QStringLiteral("USUAL_WEIGHT"),
-            QStringLiteral("MARITAL_ST"), client_field::HouseholdName, cmd::HouseholdMembers, cmd::Households,
-            QStringLiteral("INCOME_CATEGORY"), QStringLiteral("INCOME_MONTH"), QStringLiteral("CHILD_NBR"),
-            QStringLiteral("CHILD_RECV"), QStringLiteral("NUMBER_IN_HOUSEHOLD"), QStringLiteral("HIV_STATUS"),
-            QStringLiteral("LANGUAGE"), QStringLiteral("ILLITERATE"), QStringLiteral("INCOME_SOURCES"),
-            cmd::AddAssessment, QStringLiteral("HOUSING_ARRANGEMENT"), QStringLiteral("INSURANCE_CARRIER"),
+    enable({QStringLiteral("DOB"),
+            QStringLiteral("SEX"),
+            QStringLiteral("RACE"),
+            QStringLiteral("ETHNICITY"),
+            QStringLiteral("SOCIAL_SECURITY_NUMBER"),
+            QStringLiteral("HEIGHT"),
+            QStringLiteral("USUAL_WEIGHT"),
+            QStringLiteral("MARITAL_ST"),
+            client_field::HouseholdName,
+            cmd::HouseholdMembers,
+            cmd::Households,
+            QStringLiteral("INCOME_CATEGORY"),
+            QStringLiteral("INCOME_MONTH"),
+            QStringLiteral("CHILD_NBR"),
+            QStringLiteral("CHILD_RECV"),
+            QStringLiteral("NUMBER_IN_HOUSEHOLD"),
+            QStringLiteral("HIV_STATUS"),
+            QStringLiteral("LANGUAGE"),
+            QStringLiteral("ILLITERATE"),
+            QStringLiteral("INCOME_SOURCES"),
+            cmd::AddAssessment,
+            QStringLiteral("HOUSING_ARRANGEMENT"),
+            QStringLiteral("INSURANCE_CARRIER"),
             QStringLiteral("INSURANCE_ID_NUMBER")},
            !organization);
-    enable({cmd::HouseholdWizard}, !organization && hasRow && set.fieldValue(u"HOUSEHOLD_ID").toLongLong() <= 0);
+    enable({cmd::HouseholdWizard},
+           !organization && hasRow && set.fieldValue(u"HOUSEHOLD_ID").toLongLong() <= 0);
 
     const bool internet = onInternet();
     const Params person{{QStringLiteral("Person_ID"), personId}};
     const bool applications =
-        internet || (hasRow && rowsExist(QStringLiteral("Select TOP 1 App_ID from ServiceApps where Person_ID = "
-                                                        ":Person_ID"),
-                                         person));
-    enable({QStringLiteral("Applications"), QStringLiteral("Documents"), QStringLiteral("Conditions")}, applications);
+        internet ||
+        (hasRow && rowsExist(QStringLiteral("Select TOP 1 App_ID from ServiceApps where Person_ID = "
+                                            ":Person_ID"),
+                             person));
+    enable({QStringLiteral("Applications"), QStringLiteral("Documents"), QStringLiteral("Conditions")},
+           applications);
     const bool history =
-        internet || (hasRow && rowsExist(QStringLiteral("Select TOP 1 RecordID from History where Person_ID = "
-                                                        ":Person_ID"),
-                                         person));
+        internet ||
+        (hasRow && rowsExist(QStringLiteral("Select TOP 1 RecordID from History where Person_ID = "
+                                            ":Person_ID"),
+                             person));
     enable({cmd::ViewStatusHistory}, history);
     enable({cmd::DeleteSelectedDelivery}, true);
 
@@ -768,44 +788,47 @@ void TFormClients::computeControls()
     c.visible.insert(QStringLiteral("Service Days"), !episodic);
     c.visible.insert(QStringLiteral("Scheduled Deliveries"), episodic);
     if (episodic && access.level() == AccessLevel::Level::FullW)
-        for (const QString& id : {cmd::EditRoutesStops, cmd::AddSuspension, cmd::EditSuspension, cmd::DeleteSuspension})
+        for (const QString& id :
+             {cmd::EditRoutesStops, cmd::AddSuspension, cmd::EditSuspension, cmd::DeleteSuspension})
             c.visible.insert(id, false);
 
     if (hasRow && !internet) {
-        if (rowsExist(QStringLiteral("select Deliv_Date from EpisodicDeliveries where Person_ID = :Person_ID and "
-                                     "(not Person_ID is null ) and Schedule_Type = 'S' and Deliv_Date >= "
-                                     ":Current_Date"),
-                      {{QStringLiteral("Person_ID"), personId}, {QStringLiteral("Current_Date"), today}}))
+        if (rowsExist(
+                QStringLiteral("select Deliv_Date from EpisodicDeliveries where Person_ID = :Person_ID and "
+                               "(not Person_ID is null ) and Schedule_Type = 'S' and Deliv_Date >= "
+                               ":Current_Date"),
+                {{QStringLiteral("Person_ID"), personId}, {QStringLiteral("Current_Date"), today}}))
             c.bold.insert(cmd::ScheduledDeliveries);
-        if (rowsExist(QStringLiteral("Select RecordID from Address_Overrides where Person_ID = :Person_ID and "
-                                     "(((Override_Type = 'O' or Override_Type = 'T') and (Expire_Date > "
-                                     ":Expire_Date or Expire_Date is Null)) or ( Override_Type = 'D' and "
-                                     "deliv_date >= :Expire_Date ))"),
-                      {{QStringLiteral("Person_ID"), personId}, {QStringLiteral("Expire_Date"), today}}))
+        if (rowsExist(
+                QStringLiteral("Select RecordID from Address_Overrides where Person_ID = :Person_ID and "
+                               "(((Override_Type = 'O' or Override_Type = 'T') and (Expire_Date > "
+                               ":Expire_Date or Expire_Date is Null)) or ( Override_Type = 'D' and "
+                               "deliv_date >= :Expire_Date ))"),
+                {{QStringLiteral("Person_ID"), personId}, {QStringLiteral("Expire_Date"), today}}))
             c.bold.insert(cmd::AlternateAddresses);
-        if (rowsExist(QStringLiteral("Select RecordID from DefDels where Person_ID = :nPerson_ID and Service_ID = "
-                                     ":nService_ID and Deliv_ID is null"),
-                      {{QStringLiteral("nPerson_ID"), personId},
-                       {QStringLiteral("nService_ID"), set.fieldValue(u"SVCS_USED")}}))
+        if (rowsExist(
+                QStringLiteral("Select RecordID from DefDels where Person_ID = :nPerson_ID and Service_ID = "
+                               ":nService_ID and Deliv_ID is null"),
+                {{QStringLiteral("nPerson_ID"), personId},
+                 {QStringLiteral("nService_ID"), set.fieldValue(u"SVCS_USED")}}))
             c.bold.insert(cmd::ModifyItems);
     }
 
     const ResultSet popUp =
-        hasRow ? m_module.db().execute(QStringLiteral("Select Note, User, Last_Update from Alerts where Person_ID = "
-                                                      ":Person_ID and Client_PopUp = True"),
-                                       person)
+        hasRow ? m_module.db().execute(
+                     QStringLiteral("Select Note, User, Last_Update from Alerts where Person_ID = "
+                                    ":Person_ID and Client_PopUp = True"),
+                     person)
                : ResultSet();
     c.popUpShown = !popUp.isEmpty();
     c.popUpNote = c.popUpShown ? popUp.value(0, 0).toString() : QString();
     c.texts.insert(cmd::ClientPopUp,
                    c.popUpShown ? QStringLiteral("Edit Client Pop-Up") : QStringLiteral("Add Client Pop-Up"));
     enable({cmd::DeleteClientPopUp}, c.popUpShown);
-    if (access.readOnly())
-        c.texts.insert(cmd::ModifyItems, QStringLiteral("View Meal Items"));
+    if (access.readOnly()) c.texts.insert(cmd::ModifyItems, QStringLiteral("View Meal Items"));
 
     m_controls = c;
-    if (hasRow && set.state() != DataSet::State::Insert)
-        computeAlternateAddress();
+    if (hasRow && set.state() != DataSet::State::Insert) computeAlternateAddress();
 }
 
 void TFormClients::computeAlternateAddress()
@@ -814,28 +837,24 @@ void TFormClients::computeAlternateAddress()
     const ConfigRecord config = ConfigRecord::fromDataSet(m_module.config());
     std::optional<qint64> found;
     if (config.flag(QStringLiteral("ENABLE_ALTERNATE_ADDRESSES")))
-        found = AddressOverrideRules::overrideOfDate(m_module.db(), clients().fieldValue(PersonId).toLongLong(),
-                                                     m_module.clock().today());
+        found = AddressOverrideRules::overrideOfDate(
+            m_module.db(), clients().fieldValue(PersonId).toLongLong(), m_module.clock().today());
     if (!found) {
-        if (display.isActive() && !m_alternateEditor->isEditing())
-            display.close();
+        if (display.isActive() && !m_alternateEditor->isEditing()) display.close();
         return;
     }
     if (!display.isActive() || display.param(QStringLiteral("RecordID")).toLongLong() != *found) {
         display.close();
         display.setParam(QStringLiteral("RecordID"), *found);
-        if (fieldsReadOnly())
-            display.setReadOnly(true);
+        if (fieldsReadOnly()) display.setReadOnly(true);
         OpenQuery(display);
     }
     m_controls.alternateRecordId = *found;
     QString caption = QStringLiteral("Alternate Directions");
     const QString description = display.fieldValue(u"Addr_Desc").toString().trimmed();
-    if (!description.isEmpty())
-        caption += QStringLiteral(": ") + description;
+    if (!description.isEmpty()) caption += QStringLiteral(": ") + description;
     const QString route = display.fieldValue(u"Route").toString().trimmed();
-    if (!route.isEmpty())
-        caption += QStringLiteral(", Route: ") + route;
+    if (!route.isEmpty()) caption += QStringLiteral(", Route: ") + route;
     m_controls.alternateDirectionsCaption = caption;
 }
 
@@ -847,18 +866,23 @@ void TFormClients::PopulateCombos()
         // The warnings are about what an agency chose; a tree never saved chose nothing.
         const bool chosen = !m_lists.visibleComponents.trimmed().isEmpty();
         const ComponentTree tree = ComponentTree::fromText(m_lists.visibleComponents);
-        if (chosen && !tree.isVisible(QStringLiteral("Recertification Date")) && config.integer(QStringLiteral("RECERT_WKS")) != 0)
+        if (chosen && !tree.isVisible(QStringLiteral("Recertification Date")) &&
+            config.integer(QStringLiteral("RECERT_WKS")) != 0)
             m_ui.warning(QStringLiteral(
-                "The \"Recertification Date\" is set to invisible but \"Weeks Until \r\nRertification\" contains "
-                "a value other than zero. In the \r\nConfiguration Utility set \"Weeks Until Recertification\" to "
+                "The \"Recertification Date\" is set to invisible but \"Weeks Until \r\nRertification\" "
+                "contains "
+                "a value other than zero. In the \r\nConfiguration Utility set \"Weeks Until "
+                "Recertification\" to "
                 "zero \r\nand the \"Recertication Date\" will then be set to invisible as \r\ndesired."));
         const bool card = tree.isVisible(QStringLiteral("Cardholder Name")) ||
                           tree.isVisible(QStringLiteral("Expiration")) ||
-                          tree.isVisible(QStringLiteral("Security Code")) || tree.isVisible(QStringLiteral("Card Number"));
+                          tree.isVisible(QStringLiteral("Security Code")) ||
+                          tree.isVisible(QStringLiteral("Card Number"));
         if (chosen && card && tree.isVisible(QStringLiteral("Housing/Living Arrangement")))
-            m_ui.warning(QStringLiteral("You have both Credit Card information as well as \r\nHousing/Living "
-                                        "Arrangement set to be visible!\r\nOnly one or the other should be set to "
-                                        "visible at the same time."));
+            m_ui.warning(
+                QStringLiteral("You have both Credit Card information as well as \r\nHousing/Living "
+                               "Arrangement set to be visible!\r\nOnly one or the other should be set to "
+                               "visible at the same time."));
         m_fieldRules = std::make_unique<ClientFieldRules>(m_module.db(), m_ui);
     });
     SetTabVisibility();
@@ -891,14 +915,14 @@ void TFormClients::SetTabVisibility()
 
 void TFormClients::SetFieldVisibility(VisibleFieldsList list)
 {
-    const QString memo = ConfigRecord::fromDataSet(m_module.config()).text(TVisibleFieldsDlg::memoColumn(list));
+    const QString memo =
+        ConfigRecord::fromDataSet(m_module.config()).text(TVisibleFieldsDlg::memoColumn(list));
     // Without a chosen list the grid shows every field but the keys.
     QList<VisibleField> shown;
     if (!memo.trimmed().isEmpty())
         for (const VisibleField& f :
              TVisibleFieldsDlg::SetFieldVisibility(TVisibleFieldsDlg::fieldsOf(list), memo, list, m_ui))
-            if (f.visible)
-                shown.append(f);
+            if (f.visible) shown.append(f);
     if (list == VisibleFieldsList::Assessments)
         m_assessmentColumns = shown;
     else
@@ -919,10 +943,8 @@ void TFormClients::BookmarkClients()
 void TFormClients::returnToBookmark()
 {
     TableDataSet& set = m_module.clients();
-    if (set.state() != DataSet::State::Browse || !set.bookmarkValid(m_bookmark))
-        return;
-    if (set.bookmark().rowId == m_bookmark.rowId)
-        return;
+    if (set.state() != DataSet::State::Browse || !set.bookmarkValid(m_bookmark)) return;
+    if (set.bookmark().rowId == m_bookmark.rowId) return;
     guarded([&] { set.gotoBookmark(m_bookmark); });
 }
 
@@ -967,14 +989,11 @@ void TFormClients::statusFilterClosed(bool ok)
     const QString code = m_filterForm.statusCode();
     const TFilterForm::Suspension suspension = m_filterForm.suspension();
     // The suspensions of today are read once, not once a row.
-    if (suspension != TFilterForm::Suspension::AllRegardless)
-        readSuspendedToday();
+    if (suspension != TFilterForm::Suspension::AllRegardless) readSuspendedToday();
     applyFilter(
         [this, code, suspension](const DataSet& set) {
-            if (set.fieldValue(u"STATUS").toString() != code)
-                return false;
-            if (suspension == TFilterForm::Suspension::AllRegardless)
-                return true;
+            if (set.fieldValue(u"STATUS").toString() != code) return false;
+            if (suspension == TFilterForm::Suspension::AllRegardless) return true;
             const bool suspended = m_suspendedToday.contains(set.fieldValue(u"PERSON_ID").toLongLong());
             return suspension == TFilterForm::Suspension::Suspended ? suspended : !suspended;
         },
@@ -988,10 +1007,14 @@ void TFormClients::customFilterClosed()
         return;
     }
     const ClientCustomFilter filter = m_customFilter;
-    applyFilter([filter](const DataSet& set) { return filter.accepts(set); }, QStringLiteral("Filter: Custom"));
+    applyFilter([filter](const DataSet& set) { return filter.accepts(set); },
+                QStringLiteral("Filter: Custom"));
 }
 
-bool TFormClients::isFiltered() const { return m_module.clients().isFiltered(); }
+bool TFormClients::isFiltered() const
+{
+    return m_module.clients().isFiltered();
+}
 
 // ---- the alternate address in the header ----
 
@@ -1004,25 +1027,23 @@ QueryDataSet* TFormClients::alternateAddress()
 QVariant TFormClients::alternateValue(const QString& column) const
 {
     QueryDataSet& set = m_pageData->query(QStringLiteral("QueryAlternateAddressDisplay"));
-    return set.isActive() && !set.isEmpty() && set.fieldIndex(column) >= 0 ? set.fieldValue(column) : QVariant();
+    return set.isActive() && !set.isEmpty() && set.fieldIndex(column) >= 0 ? set.fieldValue(column)
+                                                                           : QVariant();
 }
 
 bool TFormClients::setAlternateValue(const QString& column, const QVariant& value)
 {
     QueryDataSet* set = alternateAddress();
-    if (!set || fieldsReadOnly())
-        return false;
+    if (!set || fieldsReadOnly()) return false;
     return guarded([&] {
-        if (set->state() == DataSet::State::Browse)
-            set->edit();
+        if (set->state() == DataSet::State::Browse) set->edit();
         set->setFieldValue(column, value);
     });
 }
 
 void TFormClients::alternateTabLeft()
 {
-    if (m_alternateEditor->isEditing())
-        guarded([&] { m_alternateEditor->post(); });
+    if (m_alternateEditor->isEditing()) guarded([&] { m_alternateEditor->post(); });
 }
 
 // ---- map and mail ----
@@ -1031,8 +1052,7 @@ QUrl TFormClients::mapUrl() const
 {
     const ConfigRecord config = ConfigRecord::fromDataSet(m_module.config());
     QString url = config.text(QStringLiteral("MAPPING_URL")).trimmed();
-    if (url.isEmpty())
-        return {};
+    if (url.isEmpty()) return {};
     const bool alternate = m_controls.alternateRecordId > 0;
     const auto part = [&](const char* clientColumn, const char* alternateColumn) {
         const QVariant v = alternate ? alternateValue(QString::fromLatin1(alternateColumn))
@@ -1049,8 +1069,7 @@ QUrl TFormClients::mapUrl() const
 QUrl TFormClients::mailUrl() const
 {
     const QString address = value(QStringLiteral("EMAIL")).toString().trimmed();
-    if (address.isEmpty())
-        return {};
+    if (address.isEmpty()) return {};
     QUrl url;
     url.setScheme(QStringLiteral("mailto"));
     url.setPath(address);

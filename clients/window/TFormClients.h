@@ -212,7 +212,8 @@ public:
     QUrl mailUrl() const;
     static QString printBusyText()
     {
-        return QStringLiteral("A print job is already in progress.\r\nPlease try again after printing is completed.");
+        return QStringLiteral(
+            "A print job is already in progress.\r\nPlease try again after printing is completed.");
     }
     static QString printFailedText() { return QStringLiteral("Print job cancelled or error encountered!"); }
 

@@ -64,24 +64,42 @@ const QHash<QString, QString>& knownNames()
 const QHash<QString, QString>& words()
 {
     static const QHash<QString, QString> w = {
-        {QStringLiteral("ID"), QStringLiteral("ID")},         {QStringLiteral("CD"), QStringLiteral("Code")},
-        {QStringLiteral("DESC"), QStringLiteral("Description")}, {QStringLiteral("DT"), QStringLiteral("Date")},
-        {QStringLiteral("DTE"), QStringLiteral("Date")},      {QStringLiteral("RTE"), QStringLiteral("Route")},
-        {QStringLiteral("NBR"), QStringLiteral("Number")},    {QStringLiteral("NUM"), QStringLiteral("Number")},
-        {QStringLiteral("DELIV"), QStringLiteral("Delivery")}, {QStringLiteral("APP"), QStringLiteral("Application")},
-        {QStringLiteral("ADDR"), QStringLiteral("Address")},  {QStringLiteral("HLTH"), QStringLiteral("Health")},
-        {QStringLiteral("DX"), QStringLiteral("Diagnosis")},  {QStringLiteral("RECV"), QStringLiteral("Receiving")},
-        {QStringLiteral("ST"), QStringLiteral("Status")},     {QStringLiteral("CNSL"), QStringLiteral("Counseling")},
-        {QStringLiteral("ML"), QStringLiteral("Meal")},       {QStringLiteral("SVCS"), QStringLiteral("Services")},
-        {QStringLiteral("CNSLG"), QStringLiteral("Counseling")}, {QStringLiteral("RESTR"), QStringLiteral("Restriction")},
-        {QStringLiteral("MEMB"), QStringLiteral("Member")},   {QStringLiteral("ORG"), QStringLiteral("Organization")},
-        {QStringLiteral("HIV"), QStringLiteral("HIV")},       {QStringLiteral("SSN"), QStringLiteral("SSN")},
-        {QStringLiteral("ADL"), QStringLiteral("ADL")},       {QStringLiteral("IADL"), QStringLiteral("IADL")},
-        {QStringLiteral("NSI"), QStringLiteral("NSI")},       {QStringLiteral("URN"), QStringLiteral("URN")},
-        {QStringLiteral("CC"), QStringLiteral("Card")},       {QStringLiteral("ZIP"), QStringLiteral("ZIP")},
-        {QStringLiteral("RPT"), QStringLiteral("Report")},    {QStringLiteral("MSG"), QStringLiteral("Message")},
-        {QStringLiteral("BOT"), QStringLiteral("Bottom")},    {QStringLiteral("DEF"), QStringLiteral("Default")},
-        {QStringLiteral("ONOPEN"), QStringLiteral("On Open")}, {QStringLiteral("ONCLOSE"), QStringLiteral("On Close")},
+        {QStringLiteral("ID"), QStringLiteral("ID")},
+        {QStringLiteral("CD"), QStringLiteral("Code")},
+        {QStringLiteral("DESC"), QStringLiteral("Description")},
+        {QStringLiteral("DT"), QStringLiteral("Date")},
+        {QStringLiteral("DTE"), QStringLiteral("Date")},
+        {QStringLiteral("RTE"), QStringLiteral("Route")},
+        {QStringLiteral("NBR"), QStringLiteral("Number")},
+        {QStringLiteral("NUM"), QStringLiteral("Number")},
+        {QStringLiteral("DELIV"), QStringLiteral("Delivery")},
+        {QStringLiteral("APP"), QStringLiteral("Application")},
+        {QStringLiteral("ADDR"), QStringLiteral("Address")},
+        {QStringLiteral("HLTH"), QStringLiteral("Health")},
+        {QStringLiteral("DX"), QStringLiteral("Diagnosis")},
+        {QStringLiteral("RECV"), QStringLiteral("Receiving")},
+        {QStringLiteral("ST"), QStringLiteral("Status")},
+        {QStringLiteral("CNSL"), QStringLiteral("Counseling")},
+        {QStringLiteral("ML"), QStringLiteral("Meal")},
+        {QStringLiteral("SVCS"), QStringLiteral("Services")},
+        {QStringLiteral("CNSLG"), QStringLiteral("Counseling")},
+        {QStringLiteral("RESTR"), QStringLiteral("Restriction")},
+        {QStringLiteral("MEMB"), QStringLiteral("Member")},
+        {QStringLiteral("ORG"), QStringLiteral("Organization")},
+        {QStringLiteral("HIV"), QStringLiteral("HIV")},
+        {QStringLiteral("SSN"), QStringLiteral("SSN")},
+        {QStringLiteral("ADL"), QStringLiteral("ADL")},
+        {QStringLiteral("IADL"), QStringLiteral("IADL")},
+        {QStringLiteral("NSI"), QStringLiteral("NSI")},
+        {QStringLiteral("URN"), QStringLiteral("URN")},
+        {QStringLiteral("CC"), QStringLiteral("Card")},
+        {QStringLiteral("ZIP"), QStringLiteral("ZIP")},
+        {QStringLiteral("RPT"), QStringLiteral("Report")},
+        {QStringLiteral("MSG"), QStringLiteral("Message")},
+        {QStringLiteral("BOT"), QStringLiteral("Bottom")},
+        {QStringLiteral("DEF"), QStringLiteral("Default")},
+        {QStringLiteral("ONOPEN"), QStringLiteral("On Open")},
+        {QStringLiteral("ONCLOSE"), QStringLiteral("On Close")},
     };
     return w;
 }
@@ -91,8 +109,7 @@ const QHash<QString, QString>& words()
 QString plainColumnLabel(const QString& column)
 {
     const QString upper = column.trimmed().toUpper();
-    if (const auto it = knownNames().constFind(upper); it != knownNames().constEnd())
-        return *it;
+    if (const auto it = knownNames().constFind(upper); it != knownNames().constEnd()) return *it;
     // Words are parted by underscores and by a capital after a small letter
     // ("PreferredTab").
     QString spaced = column.trimmed();

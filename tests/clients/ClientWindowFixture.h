@@ -19,8 +19,7 @@ protected:
     void SetUp() override
     {
         ModuleFixture::SetUp();
-        if (!data)
-            return;
+        if (!data) return;
         addClient(1, {{QStringLiteral("Client_ID"), QStringLiteral("101.0")},
                       {QStringLiteral("Last_Name"), QStringLiteral("Ames")},
                       {QStringLiteral("First_Name"), QStringLiteral("Ann")},
@@ -62,8 +61,7 @@ protected:
     void TearDown() override
     {
         form.reset();
-        if (module)
-            module->shutdown();
+        if (module) module->shutdown();
         rules.reset();
         module.reset();
     }
@@ -84,8 +82,7 @@ protected:
         signIn(user);
         form = std::make_unique<TFormClients>(*module, ui, rules->rules());
         for (const ClientCommandInfo& c : clientCommands())
-            if (!form->hasHandler(c.id))
-                form->setHandler(c.id, [this, id = c.id] { ran.append(id); });
+            if (!form->hasHandler(c.id)) form->setHandler(c.id, [this, id = c.id] { ran.append(id); });
         form->create();
         form->firstShow();
         return *form;

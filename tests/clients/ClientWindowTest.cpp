@@ -38,8 +38,9 @@ TEST_P(ClientWindow, EachAccessLevelSeesAndChangesWhatItMay)
         EXPECT_EQ(w.commandState(cmd::ModifyItems).text, "Modify Items");
         EXPECT_TRUE(w.setValue(QStringLiteral("FIRST_NAME"), QStringLiteral("Anne")));
         EXPECT_TRUE(w.post());
-        EXPECT_EQ(db().execute(QStringLiteral("select First_Name from Clients where Person_ID = 1")).value(0, 0),
-                  "Anne");
+        EXPECT_EQ(
+            db().execute(QStringLiteral("select First_Name from Clients where Person_ID = 1")).value(0, 0),
+            "Anne");
         TearDown();
     }
     {
@@ -73,22 +74,24 @@ TEST_P(ClientWindow, EachAccessLevelSeesAndChangesWhatItMay)
         EXPECT_FALSE(r.setValue(QStringLiteral("FIRST_NAME"), QStringLiteral("Zed")));
         r.changePage(client_page::Suspensions);
         EXPECT_FALSE(r.pageData().query(QStringLiteral("QuerySuspends")).canModify());
-        EXPECT_EQ(db().execute(QStringLiteral("select First_Name from Clients where Person_ID = 1")).value(0, 0),
-                  "Anne");
+        EXPECT_EQ(
+            db().execute(QStringLiteral("select First_Name from Clients where Person_ID = 1")).value(0, 0),
+            "Anne");
         TearDown();
     }
     {
         TFormClients& o = open(QStringLiteral("userO"));
         EXPECT_FALSE(o.clientAreaVisible());
         EXPECT_TRUE(o.fieldsReadOnly());
-        for (const char* menu : {"Edit", "View", "Utilities", "File/Print", "Reports/Process", "Reports/Analyze"})
+        for (const char* menu :
+             {"Edit", "View", "Utilities", "File/Print", "Reports/Process", "Reports/Analyze"})
             EXPECT_FALSE(o.isMenuVisible(QString::fromLatin1(menu))) << menu;
         for (const char* menu : {"File", "Reports", "Reports/Print", "Reports/Mail Merge", "Help"})
             EXPECT_TRUE(o.isMenuVisible(QString::fromLatin1(menu))) << menu;
-        for (const QString& id : {cmd::RefreshLists, cmd::EditPreferences, cmd::EditCuisine, cmd::EditRoutesStops,
-                                  cmd::AlternateAddresses, cmd::HouseholdMembers, cmd::Households, cmd::ModifyItems,
-                                  cmd::ItemsWizard, QStringLiteral("ActionEditNotes"),
-                                  QStringLiteral("ActionListMembership")})
+        for (const QString& id :
+             {cmd::RefreshLists, cmd::EditPreferences, cmd::EditCuisine, cmd::EditRoutesStops,
+              cmd::AlternateAddresses, cmd::HouseholdMembers, cmd::Households, cmd::ModifyItems,
+              cmd::ItemsWizard, QStringLiteral("ActionEditNotes"), QStringLiteral("ActionListMembership")})
             EXPECT_FALSE(o.commandState(id).visible) << id.toStdString();
         EXPECT_TRUE(o.commandState(QStringLiteral("ActionDeliveryReports")).visible);
         EXPECT_TRUE(o.commandState(cmd::Exit).enabled);
@@ -163,7 +166,8 @@ TEST_P(ClientWindow, EveryPageOpensItsDataAndAPageChangeAsksAboutUnsavedRows)
         for (const QString& query : clientPage(page).queries)
             EXPECT_TRUE(w.pageData().isOpen(query)) << query.toStdString();
     }
-    EXPECT_TRUE(ui.texts(Kind::Error).isEmpty()) << ui.texts(Kind::Error).join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(ui.texts(Kind::Error).isEmpty())
+        << ui.texts(Kind::Error).join(QLatin1Char('\n')).toStdString();
 
     // The alternate address of today is shown, with its directions caption.
     ASSERT_TRUE(w.alternateAddressShown());
@@ -185,7 +189,8 @@ TEST_P(ClientWindow, EveryPageOpensItsDataAndAPageChangeAsksAboutUnsavedRows)
                            "Save your changes to the Suspension before changing tabs?"}));
     EXPECT_FALSE(suspends.isActive());
     EXPECT_NE(w.alternateAddress(), nullptr) << "the alternate address stays open";
-    EXPECT_EQ(db().execute(QStringLiteral("select Reason from Suspends where Person_ID = 1")).value(0, 0), "Travel");
+    EXPECT_EQ(db().execute(QStringLiteral("select Reason from Suspends where Person_ID = 1")).value(0, 0),
+              "Travel");
     EXPECT_EQ(db().execute(QStringLiteral("select Address2 from Address_Overrides")).value(0, 0), "Apt 2");
 
     // No cancels, and the data set is closed all the same.
@@ -194,9 +199,11 @@ TEST_P(ClientWindow, EveryPageOpensItsDataAndAPageChangeAsksAboutUnsavedRows)
     suspends.setFieldValue(u"Reason", QStringLiteral("Lost"));
     ui.clear();
     w.changePage(client_page::StatusDates);
-    EXPECT_EQ(ui.texts(Kind::Question), QStringList{"Save your changes to the Suspension before changing tabs?"});
+    EXPECT_EQ(ui.texts(Kind::Question),
+              QStringList{"Save your changes to the Suspension before changing tabs?"});
     EXPECT_FALSE(suspends.isActive());
-    EXPECT_EQ(db().execute(QStringLiteral("select Reason from Suspends where Person_ID = 1")).value(0, 0), "Travel");
+    EXPECT_EQ(db().execute(QStringLiteral("select Reason from Suspends where Person_ID = 1")).value(0, 0),
+              "Travel");
 }
 
 TEST(TFilterForm, TheStatusBarTellsTheChoicesAndSuspensionFollowsActive)
@@ -254,8 +261,9 @@ TEST_P(ClientWindow, TheStatusFilterKeepsTheChosenClients)
     EXPECT_EQ(w.filterText(), "Filter: Off");
     EXPECT_EQ(w.rowCount(), 6);
 
-    w.customFilter().setConditions({{QStringLiteral("LAST_NAME"), ClientCustomFilter::Operator::StartsWith, "c"},
-                                    {QStringLiteral("STATUS"), ClientCustomFilter::Operator::Equals, "I"}});
+    w.customFilter().setConditions(
+        {{QStringLiteral("LAST_NAME"), ClientCustomFilter::Operator::StartsWith, "c"},
+         {QStringLiteral("STATUS"), ClientCustomFilter::Operator::Equals, "I"}});
     w.customFilterClosed();
     EXPECT_EQ(w.filterText(), "Filter: Custom");
     EXPECT_EQ(w.rowCount(), 1);
@@ -278,8 +286,8 @@ TEST_P(ClientWindow, TheControlsFollowClientOrganizationAndInactiveRows)
 
     moveToPerson(1); // an active client
     const ClientControls& c = w.controls();
-    for (const char* id : {"DELIVERY_TYPE", "START_DTE", "DEF_RTE", "DOB", "SEX", "MONDAY", "FRIDAY", "CUISINE_ID",
-                           "DIET_RESTR", "CONTRACTUAL_START_DTE"})
+    for (const char* id : {"DELIVERY_TYPE", "START_DTE", "DEF_RTE", "DOB", "SEX", "MONDAY", "FRIDAY",
+                           "CUISINE_ID", "DIET_RESTR", "CONTRACTUAL_START_DTE"})
         EXPECT_TRUE(c.isEnabled(QString::fromLatin1(id))) << id;
     EXPECT_FALSE(c.isEnabled(QStringLiteral("SATURDAY"))) << "the agency does not deliver on Saturdays";
     EXPECT_FALSE(c.isEnabled(QStringLiteral("STOP_CODE"))) << "no stop date";
@@ -378,7 +386,8 @@ TEST_P(ClientWindow, TheFirstActivationRunsTheOpeningStatementAndTellsOfAlertsDu
 {
     insertRow(db(), QStringLiteral("Queries"),
               {{QStringLiteral("Query_Name"), QStringLiteral("EXECUTE_ON_OPEN")},
-               {QStringLiteral("Query_Lines"), QStringLiteral("update Clients set Urn = 'OPENED' where Person_ID = 3")}});
+               {QStringLiteral("Query_Lines"),
+                QStringLiteral("update Clients set Urn = 'OPENED' where Person_ID = 3")}});
     db().execute(QStringLiteral("update Staff set Execute_OnOpen_Query = True where User_ID = 'userW'"));
     insertRow(db(), QStringLiteral("Notes"),
               {{QStringLiteral("Record_ID"), 40},
@@ -387,14 +396,17 @@ TEST_P(ClientWindow, TheFirstActivationRunsTheOpeningStatementAndTellsOfAlertsDu
                {QStringLiteral("Status"), QStringLiteral("O")},
                {QStringLiteral("Alert_DateTime"), QDateTime(QDate(2024, 3, 4), QTime(9, 0))}});
     insertRow(db(), QStringLiteral("Alert_Recipients"),
-              {{QStringLiteral("Alert_ID"), 40}, {QStringLiteral("Recipient_ID"), 20},
+              {{QStringLiteral("Alert_ID"), 40},
+               {QStringLiteral("Recipient_ID"), 20},
                {QStringLiteral("Responsibility_Code"), QStringLiteral("O")}});
     TFormClients& w = open(QStringLiteral("userW"));
     w.firstActivation();
     w.firstActivation(); // once per run
-    EXPECT_EQ(db().execute(QStringLiteral("select Urn from Clients where Person_ID = 3")).value(0, 0), "OPENED");
-    EXPECT_EQ(ui.texts(Kind::Information),
-              QStringList{"You may have an Alert or Follow-Up due!\r\nYour list of Alerts will now be displayed."});
+    EXPECT_EQ(db().execute(QStringLiteral("select Urn from Clients where Person_ID = 3")).value(0, 0),
+              "OPENED");
+    EXPECT_EQ(
+        ui.texts(Kind::Information),
+        QStringList{"You may have an Alert or Follow-Up due!\r\nYour list of Alerts will now be displayed."});
     EXPECT_TRUE(w.alertsShown());
     EXPECT_EQ(ran, QStringList{"ActionEditAlerts"});
     TearDown();
@@ -409,9 +421,10 @@ TEST_P(ClientWindow, TheFirstActivationRunsTheOpeningStatementAndTellsOfAlertsDu
 
 TEST_P(ClientWindow, TheMapAndMailAddressesCarryTheClient)
 {
-    db().execute(QStringLiteral("update Config set Mapping = 'Q', Mapping_Url = "
-                                "'https://maps.example.org/?addr=AXXX&city=CXXX&st=SXXX&zip=ZXXX', Organizatn = "
-                                "'Meals Agency'"));
+    db().execute(
+        QStringLiteral("update Config set Mapping = 'Q', Mapping_Url = "
+                       "'https://maps.example.org/?addr=AXXX&city=CXXX&st=SXXX&zip=ZXXX', Organizatn = "
+                       "'Meals Agency'"));
     TFormClients& w = open(QStringLiteral("userW"));
     moveToPerson(1);
     EXPECT_TRUE(w.lists().getMapEnabled);

@@ -13,9 +13,9 @@
 #include "clientwindow/ClientFieldsView.h"
 #include "clientwindow/MainWindow.h"
 #include "clientwindow/StatusFilterDialog.h"
-#include "routes/AltRoutesView.h"
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
+#include "routes/AltRoutesView.h"
 #include "rules/ModuleClientRules.h"
 #include "window/ClientCommands.h"
 #include "window/ClientPageData.h"
@@ -50,8 +50,7 @@ protected:
     void SetUp() override
     {
         ModuleFixture::SetUp();
-        if (!data)
-            return;
+        if (!data) return;
         DemoOptions options;
         options.clients = 300;
         generateDemoAgency(db(), options);
@@ -61,8 +60,7 @@ protected:
     {
         window.reset();
         form.reset();
-        if (module)
-            module->shutdown();
+        if (module) module->shutdown();
         dialogs.reset();
         rules.reset();
         module.reset();
@@ -93,10 +91,8 @@ protected:
 
 QString shownText(QWidget* editor)
 {
-    if (auto* line = qobject_cast<QLineEdit*>(editor))
-        return line->text();
-    if (auto* label = qobject_cast<QLabel*>(editor))
-        return label->text();
+    if (auto* line = qobject_cast<QLineEdit*>(editor)) return line->text();
+    if (auto* label = qobject_cast<QLabel*>(editor)) return label->text();
     return {};
 }
 
@@ -108,8 +104,8 @@ TEST_P(ClientWindowView, TheWindowShowsTheClientsAndMovesThroughThem)
     EXPECT_EQ(w.statusPane(2)->text(), "Filter: Off");
     EXPECT_EQ(w.clientList()->model()->rowCount(), count(QStringLiteral("select count(*) from Clients")));
     // The screens that existed before stay reachable.
-    for (const QString& id : {cmd::PrepareDeliveries, cmd::OrderStopsByRoute, cmd::FindCoordinates, cmd::Configuration,
-                              QStringLiteral("TFormEditStaff")})
+    for (const QString& id : {cmd::PrepareDeliveries, cmd::OrderStopsByRoute, cmd::FindCoordinates,
+                              cmd::Configuration, QStringLiteral("TFormEditStaff")})
         EXPECT_TRUE(w.action(id)->isEnabled()) << id.toStdString();
     EXPECT_EQ(w.action(cmd::PrepareDeliveries)->shortcut(), QKeySequence(QStringLiteral("Ctrl+D")));
     // A screen still to come is there, disabled, and says so.
@@ -125,14 +121,18 @@ TEST_P(ClientWindowView, TheWindowShowsTheClientsAndMovesThroughThem)
     EXPECT_EQ(w.clientList()->currentIndex().row(), 1);
     w.clientList()->setCurrentIndex(w.clientList()->model()->index(40, 0));
     EXPECT_EQ(form->position(), 40);
-    EXPECT_EQ(shownText(w.fields()->editor(QStringLiteral("LAST_NAME"))), form->value(QStringLiteral("LAST_NAME")).toString());
+    EXPECT_EQ(shownText(w.fields()->editor(QStringLiteral("LAST_NAME"))),
+              form->value(QStringLiteral("LAST_NAME")).toString());
     EXPECT_EQ(w.statusPane(3)->text(), QStringLiteral("Viewing  41 of %1").arg(form->rowCount()));
 
     // The search finds a client as the user types.
-    const QString last = db().execute(QStringLiteral("select Last_Name from Clients where Person_ID = 200")).value(0, 0).toString();
+    const QString last = db().execute(QStringLiteral("select Last_Name from Clients where Person_ID = 200"))
+                             .value(0, 0)
+                             .toString();
     w.searchEdit()->setText(last.left(4));
     emit w.searchEdit()->textEdited(last.left(4));
-    EXPECT_TRUE(form->value(QStringLiteral("LAST_NAME")).toString().startsWith(last.left(4), Qt::CaseInsensitive));
+    EXPECT_TRUE(
+        form->value(QStringLiteral("LAST_NAME")).toString().startsWith(last.left(4), Qt::CaseInsensitive));
     EXPECT_EQ(w.clientList()->currentIndex().row(), form->position());
 
     // A page change opens the page's data into its grid.
@@ -172,7 +172,8 @@ TEST_P(ClientWindowView, TheStatusFilterLimitsTheList)
     dialog.accept();
     form->statusFilterClosed(true);
     EXPECT_EQ(w.statusPane(2)->text(), "Filter: Stopped Status");
-    EXPECT_EQ(w.clientList()->model()->rowCount(), count(QStringLiteral("select count(*) from Clients where Status = 'S'")));
+    EXPECT_EQ(w.clientList()->model()->rowCount(),
+              count(QStringLiteral("select count(*) from Clients where Status = 'S'")));
     EXPECT_EQ(w.clientList()->model()->index(0, 2).data().toString(), "Stopped");
     form->statusFilterClosed(false);
     EXPECT_EQ(w.statusPane(2)->text(), "Filter: Off");
@@ -198,10 +199,12 @@ TEST_P(ClientWindowView, AClientEditedInTheWindowIsSavedThroughTheClientRules)
     EXPECT_TRUE(w.navigatorButton(QStringLiteral("Post"))->isEnabled());
     w.navigatorButton(QStringLiteral("Post"))->click();
     EXPECT_FALSE(form->isEditing());
-    EXPECT_EQ(db().execute(QStringLiteral("select Address1 from Clients where Person_ID = %1").arg(person)).value(0, 0),
+    EXPECT_EQ(db().execute(QStringLiteral("select Address1 from Clients where Person_ID = %1").arg(person))
+                  .value(0, 0),
               "1 New Lane");
     // The rules wrote the address history.
-    EXPECT_EQ(count(QStringLiteral("select count(*) from History where Person_ID = %1 and Event = 'Old address: %2'")
+    EXPECT_EQ(count(QStringLiteral(
+                        "select count(*) from History where Person_ID = %1 and Event = 'Old address: %2'")
                         .arg(person)
                         .arg(oldAddress)),
               1);
@@ -230,11 +233,9 @@ TEST_P(ClientWindowView, EditRoutesAndStopsSavesTheWeekdayRouteThroughTheRules)
     int day = -1;
     QTimer::singleShot(0, [&] {
         auto* view = qobject_cast<ui::AltRoutesView*>(QApplication::activeModalWidget());
-        if (!view)
-            return;
+        if (!view) return;
         for (int d = 0; d < 7 && day < 0; ++d)
-            if (view->routeList(d)->isEnabled())
-                day = d;
+            if (view->routeList(d)->isEnabled()) day = d;
         if (day >= 0) {
             view->routeList(day)->setCurrentIndex(1);
             emit view->routeList(day)->activated(1);
@@ -246,7 +247,8 @@ TEST_P(ClientWindowView, EditRoutesAndStopsSavesTheWeekdayRouteThroughTheRules)
     EXPECT_TRUE(form->run(cmd::EditRoutesStops));
     ASSERT_GE(day, 0);
     EXPECT_FALSE(form->isEditing()) << "OK saved the client";
-    const char* const columns[] = {"Mon_Rte", "Tue_Rte", "Wed_Rte", "Thu_Rte", "Fri_Rte", "Sat_Rte", "Sun_Rte"};
+    const char* const columns[] = {"Mon_Rte", "Tue_Rte", "Wed_Rte", "Thu_Rte",
+                                   "Fri_Rte", "Sat_Rte", "Sun_Rte"};
     EXPECT_EQ(db().execute(QStringLiteral("select %1 from Clients where Person_ID = %2")
                                .arg(QLatin1String(columns[day]))
                                .arg(person))
@@ -303,7 +305,8 @@ TEST_P(ClientWindowView, TheWindowRendersWithData)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, ClientWindowView, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
+INSTANTIATE_TEST_SUITE_P(Stores, ClientWindowView,
+                         ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
                          [](const auto& info) { return storeName(info.param); });
 
 } // namespace

@@ -56,11 +56,15 @@ QString gridKey(const QString& grid)
 
 // The client's own address fields, which show the alternate address while
 // its tab is chosen; the alternate row names its columns alike.
-const QStringList AlternateFields = {QStringLiteral("ADDRESS1"), QStringLiteral("ADDRESS2"), QStringLiteral("CITY"),
-                                     QStringLiteral("STATE"),    QStringLiteral("ZIP"),      QStringLiteral("PHONE"),
+const QStringList AlternateFields = {QStringLiteral("ADDRESS1"),   QStringLiteral("ADDRESS2"),
+                                     QStringLiteral("CITY"),       QStringLiteral("STATE"),
+                                     QStringLiteral("ZIP"),        QStringLiteral("PHONE"),
                                      QStringLiteral("PHONE_DESC"), QStringLiteral("DIRECTIONS")};
 
-bool wide(const ClientFieldInfo& info) { return info.kind == K::Memo || info.kind == K::CheckList; }
+bool wide(const ClientFieldInfo& info)
+{
+    return info.kind == K::Memo || info.kind == K::CheckList;
+}
 
 int characterWidth(const QWidget* w, int characters)
 {
@@ -81,17 +85,14 @@ bool ClientFieldsView::isAlternateField(const QString& field) const
 
 QVariant ClientFieldsView::shownValue(const ClientFieldInfo& info) const
 {
-    if (info.field == client_field::Age)
-        return m_presenter.controls().ageText;
-    if (isAlternateField(info.field))
-        return m_presenter.alternateValue(info.field);
+    if (info.field == client_field::Age) return m_presenter.controls().ageText;
+    if (isAlternateField(info.field)) return m_presenter.alternateValue(info.field);
     return m_presenter.value(info.field);
 }
 
 void ClientFieldsView::edited(const QString& field, const QVariant& value)
 {
-    if (m_loading)
-        return;
+    if (m_loading) return;
     if (isAlternateField(field))
         m_presenter.setAlternateValue(field, value);
     else if (!m_presenter.setValue(field, value))
@@ -110,9 +111,8 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
         memo->setTabChangesFocus(true);
         memo->setMinimumHeight(memo->fontMetrics().lineSpacing() * 3 + 12);
         memo->setMaximumHeight(memo->fontMetrics().lineSpacing() * 6 + 12);
-        connect(memo, &QPlainTextEdit::textChanged, this, [this, field, memo] {
-            edited(field, memo->toPlainText());
-        });
+        connect(memo, &QPlainTextEdit::textChanged, this,
+                [this, field, memo] { edited(field, memo->toPlainText()); });
         memo->installEventFilter(this);
         return memo;
     }
@@ -125,7 +125,8 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
     }
     case K::Check:
     case K::YesNo: {
-        auto* box = new QCheckBox(info.kind == K::Check ? m_presenter.label(field, info.label) : QString(), parent);
+        auto* box =
+            new QCheckBox(info.kind == K::Check ? m_presenter.label(field, info.label) : QString(), parent);
         const bool yesNo = info.kind == K::YesNo;
         connect(box, &QCheckBox::toggled, this, [this, field, yesNo](bool on) {
             edited(field, yesNo ? QVariant(on ? QStringLiteral("Y") : QStringLiteral("N")) : QVariant(on));
@@ -148,7 +149,8 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
         list->setMinimumContentsLength(8);
         connect(list, &QComboBox::activated, this, [this, field, list](int i) {
             const QVariant value = list->itemData(i);
-            edited(field, value.toString().isEmpty() && field != QLatin1String("STATUS") ? QVariant() : value);
+            edited(field,
+                   value.toString().isEmpty() && field != QLatin1String("STATUS") ? QVariant() : value);
         });
         return list;
     }
@@ -158,15 +160,15 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
         list->setInsertPolicy(QComboBox::NoInsert);
         list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         list->setMinimumContentsLength(8);
-        if (width > 0)
-            list->lineEdit()->setMaxLength(width);
+        if (width > 0) list->lineEdit()->setMaxLength(width);
         connect(list->lineEdit(), &QLineEdit::textEdited, this,
                 [this, field](const QString& text) { edited(field, text); });
         connect(list, &QComboBox::activated, this, [this, field, list](int i) {
             edited(field, list->itemText(i));
             m_presenter.fieldLeft(field);
         });
-        connect(list->lineEdit(), &QLineEdit::editingFinished, this, [this, field] { m_presenter.fieldLeft(field); });
+        connect(list->lineEdit(), &QLineEdit::editingFinished, this,
+                [this, field] { m_presenter.fieldLeft(field); });
         return list;
     }
     case K::CheckList: {
@@ -174,9 +176,9 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
         list->setMinimumHeight(list->fontMetrics().lineSpacing() * 4 + 8);
         list->setMaximumHeight(list->fontMetrics().lineSpacing() * 7 + 8);
         connect(list, &QListWidget::itemChanged, this, [this, field](QListWidgetItem* item) {
-            if (m_loading)
-                return;
-            if (!m_presenter.setListBit(field, item->data(Qt::UserRole).toInt(), item->checkState() == Qt::Checked))
+            if (m_loading) return;
+            if (!m_presenter.setListBit(field, item->data(Qt::UserRole).toInt(),
+                                        item->checkState() == Qt::Checked))
                 refresh();
         });
         return list;
@@ -201,8 +203,7 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
             edited(field, number && text.trimmed().isEmpty() ? QVariant() : QVariant(text));
         });
         connect(line, &QLineEdit::editingFinished, this, [this, field] { m_presenter.fieldLeft(field); });
-        if (field == QLatin1String("SOCIAL_SECURITY_NUMBER"))
-            line->installEventFilter(this);
+        if (field == QLatin1String("SOCIAL_SECURITY_NUMBER")) line->installEventFilter(this);
         return line;
     }
     }
@@ -284,16 +285,14 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
                         ++row;
                         column = 0;
                     }
-                    if (label)
-                        grid->addWidget(label, row, 0, Qt::AlignTop);
+                    if (label) grid->addWidget(label, row, 0, Qt::AlignTop);
                     grid->addWidget(cell, row, 1, 1, columns * 2 - 1);
                     ++row;
                 } else {
-                    if (label)
-                        grid->addWidget(label, row, column * 2);
+                    if (label) grid->addWidget(label, row, column * 2);
                     // Short entries keep to the left of their cell.
-                    const bool narrow = info.kind == K::Number || info.kind == K::Money || info.kind == K::Display ||
-                                        info.kind == K::YesNo;
+                    const bool narrow = info.kind == K::Number || info.kind == K::Money ||
+                                        info.kind == K::Display || info.kind == K::YesNo;
                     grid->addWidget(cell, row, column * 2 + 1, narrow ? Qt::AlignLeft : Qt::Alignment());
                     if (++column == columns) {
                         column = 0;
@@ -328,8 +327,7 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
         m_gridColumns.insert(group.grid, group.columns);
         const QString name = group.grid;
         connect(view->horizontalHeader(), &QHeaderView::sectionResized, this, [this, name] {
-            if (!m_autoSizing)
-                m_sizedByUser.insert(name);
+            if (!m_autoSizing) m_sizedByUser.insert(name);
         });
         layout->addWidget(view, 1);
     }
@@ -345,8 +343,7 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
         row->addStretch();
         layout->addLayout(row);
     }
-    if (group.grid.isEmpty())
-        layout->addStretch();
+    if (group.grid.isEmpty()) layout->addStretch();
     m_groups.append({&group, box});
     return box;
 }
@@ -400,7 +397,8 @@ void ClientFieldsView::refreshLists()
         const QString caption = m_presenter.label(bound.info.field, bound.info.label);
         if (bound.label)
             bound.label->setText(caption);
-        else if (auto* box = qobject_cast<QCheckBox*>(bound.editor); box && bound.info.kind == K::YesNo && !bound.label)
+        else if (auto* box = qobject_cast<QCheckBox*>(bound.editor);
+                 box && bound.info.kind == K::YesNo && !bound.label)
             box->setText(caption);
     }
     refresh();
@@ -411,22 +409,21 @@ void ClientFieldsView::show(Bound& bound)
     const ClientFieldInfo& info = bound.info;
     const ClientControls& controls = m_presenter.controls();
     const QVariant value = shownValue(info);
-    const bool readOnly = m_presenter.fieldsReadOnly() || (!isAlternateField(info.field) && !controls.isEnabled(info.field));
+    const bool readOnly =
+        m_presenter.fieldsReadOnly() || (!isAlternateField(info.field) && !controls.isEnabled(info.field));
     const bool visible = m_presenter.isComponentVisible(info.component);
     (info.command.isEmpty() ? bound.editor : bound.editor->parentWidget())->setVisible(visible);
-    if (bound.label)
-        bound.label->setVisible(visible);
+    if (bound.label) bound.label->setVisible(visible);
     if (auto* line = qobject_cast<QLineEdit*>(bound.editor)) {
         QString text = DataSetTableModel::displayText(value);
         if (info.field == QLatin1String("SOCIAL_SECURITY_NUMBER") && !m_presenter.isEditing())
             text = controls.socialSecurityText;
-        if (line->text() != text)
-            line->setText(text);
+        if (line->text() != text) line->setText(text);
         line->setReadOnly(readOnly);
-        line->setStyleSheet(controls.marked.contains(info.field) ? QStringLiteral("background: #fde2e2;") : QString());
+        line->setStyleSheet(controls.marked.contains(info.field) ? QStringLiteral("background: #fde2e2;")
+                                                                 : QString());
     } else if (auto* memo = qobject_cast<QPlainTextEdit*>(bound.editor)) {
-        if (memo->toPlainText() != value.toString())
-            memo->setPlainText(value.toString());
+        if (memo->toPlainText() != value.toString()) memo->setPlainText(value.toString());
         memo->setReadOnly(readOnly);
     } else if (auto* date = qobject_cast<DateField*>(bound.editor)) {
         date->setDate(value.toDate());
@@ -443,12 +440,10 @@ void ClientFieldsView::show(Bound& bound)
                 combo->addItem(e.text, e.value);
                 found |= e.value.toString() == value.toString();
             }
-            if (!found)
-                combo->insertItem(0, value.toString(), value.toString());
+            if (!found) combo->insertItem(0, value.toString(), value.toString());
         }
         if (info.kind == K::History) {
-            if (combo->currentText() != value.toString())
-                combo->setEditText(value.toString());
+            if (combo->currentText() != value.toString()) combo->setEditText(value.toString());
         } else {
             int index = combo->findData(value.toString());
             if (index < 0 && !value.isNull()) {
@@ -465,18 +460,17 @@ void ClientFieldsView::show(Bound& bound)
             QListWidgetItem* item = list->item(i);
             const int bit = item->data(Qt::UserRole).toInt();
             const Qt::CheckState state = (mask >> bit) & 1 ? Qt::Checked : Qt::Unchecked;
-            if (item->checkState() != state)
-                item->setCheckState(state);
+            if (item->checkState() != state) item->setCheckState(state);
             item->setFlags(readOnly ? Qt::ItemIsEnabled : Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
         }
     } else if (auto* label = qobject_cast<QLabel*>(bound.editor)) {
-        QString text = info.field == client_field::Suspended ? value.toString()
-                                                             : DataSetTableModel::displayText(value);
-        if (info.field == QLatin1String("STATUS"))
-            text = value.toString();
+        QString text =
+            info.field == client_field::Suspended ? value.toString() : DataSetTableModel::displayText(value);
+        if (info.field == QLatin1String("STATUS")) text = value.toString();
         label->setText(text);
         if (info.field == client_field::Suspended)
-            label->setStyleSheet(text.isEmpty() ? QString() : QStringLiteral("color: #b00020; font-weight: bold;"));
+            label->setStyleSheet(text.isEmpty() ? QString()
+                                                : QStringLiteral("color: #b00020; font-weight: bold;"));
     } else if (auto* group = bound.editor->findChild<QButtonGroup*>(QStringLiteral("Buttons"))) {
         group->setExclusive(false);
         for (QAbstractButton* b : group->buttons()) {
@@ -494,13 +488,13 @@ void ClientFieldsView::refresh()
         show(bound);
     const ClientControls& controls = m_presenter.controls();
     for (const Group& g : m_groups) {
-        if (!g.box)
-            continue;
+        if (!g.box) continue;
         const ClientFieldGroup& layout = *g.layout;
         // The directions of an alternate address say whose they are.
         if (layout.caption == QLatin1String("Directions"))
             g.box->setTitle(m_alternate ? controls.alternateDirectionsCaption : layout.caption);
-        g.box->setVisible(controls.isVisible(layout.caption) && m_presenter.isComponentVisible(layout.component));
+        g.box->setVisible(controls.isVisible(layout.caption) &&
+                          m_presenter.isComponentVisible(layout.component));
         g.box->setEnabled(controls.isEnabled(layout.caption));
     }
     m_loading = false;
@@ -512,7 +506,8 @@ void ClientFieldsView::refreshButtons()
     for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it) {
         const TFormClients::CommandState state = m_presenter.commandState(it.key());
         QPushButton* button = it.value();
-        button->setText(QString(clientButtonCaption(it.key(), state.text)).replace(QLatin1Char('&'), QStringLiteral("&&")));
+        button->setText(QString(clientButtonCaption(it.key(), state.text))
+                            .replace(QLatin1Char('&'), QStringLiteral("&&")));
         button->setVisible(state.visible);
         button->setEnabled(state.enabled);
         button->setToolTip(state.toolTip);
@@ -580,8 +575,7 @@ void ClientFieldsView::saveLayouts()
 
 void ClientFieldsView::setAlternate(bool alternate)
 {
-    if (m_alternate == alternate)
-        return;
+    if (m_alternate == alternate) return;
     m_presenter.alternateTabLeft();
     m_alternate = alternate;
     refresh();
@@ -590,8 +584,7 @@ void ClientFieldsView::setAlternate(bool alternate)
 QWidget* ClientFieldsView::editor(const QString& field) const
 {
     for (const Bound& b : m_bound)
-        if (b.info.field.compare(field, Qt::CaseInsensitive) == 0)
-            return b.editor;
+        if (b.info.field.compare(field, Qt::CaseInsensitive) == 0) return b.editor;
     return nullptr;
 }
 
@@ -599,8 +592,7 @@ QList<QWidget*> ClientFieldsView::editors(const QString& field) const
 {
     QList<QWidget*> list;
     for (const Bound& b : m_bound)
-        if (b.info.field.compare(field, Qt::CaseInsensitive) == 0)
-            list.append(b.editor);
+        if (b.info.field.compare(field, Qt::CaseInsensitive) == 0) list.append(b.editor);
     return list;
 }
 

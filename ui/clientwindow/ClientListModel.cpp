@@ -8,7 +8,10 @@ namespace kb::ui {
 const std::vector<ClientListModel::Column>& ClientListModel::columns()
 {
     static const std::vector<Column> list = {
-        {QStringLiteral("Name"), {QStringLiteral("LAST_NAME"), QStringLiteral("FIRST_NAME")}, QStringLiteral("LAST_FIRST"), 26},
+        {QStringLiteral("Name"),
+         {QStringLiteral("LAST_NAME"), QStringLiteral("FIRST_NAME")},
+         QStringLiteral("LAST_FIRST"),
+         26},
         {QStringLiteral("Client ID"), {QStringLiteral("CLIENT_ID")}, QStringLiteral("CLIENT_ID"), 9},
         {QStringLiteral("Status"), {QStringLiteral("STATUS")}, QStringLiteral("STATUS"), 10},
         {QStringLiteral("Route"), {QStringLiteral("DEF_RTE")}, QStringLiteral("DEF_RTE"), 7},
@@ -27,7 +30,8 @@ int ClientListModel::columnOfIndex(const QString& index)
     return -1;
 }
 
-ClientListModel::ClientListModel(DataSet& clients, QObject* parent) : QAbstractTableModel(parent), m_clients(clients)
+ClientListModel::ClientListModel(DataSet& clients, QObject* parent)
+    : QAbstractTableModel(parent), m_clients(clients)
 {
     reload();
 }
@@ -52,7 +56,10 @@ void ClientListModel::rowChanged(int row)
         emit dataChanged(index(row, 0), index(row, columnCount() - 1), {Qt::DisplayRole});
 }
 
-int ClientListModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : m_rows; }
+int ClientListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_rows;
+}
 
 int ClientListModel::columnCount(const QModelIndex& parent) const
 {
@@ -64,8 +71,7 @@ QVariant ClientListModel::data(const QModelIndex& index, int role) const
     if (role != Qt::DisplayRole || !index.isValid() || index.row() >= m_rows || !m_clients.isActive())
         return {};
     const std::vector<int>& fields = m_fieldIndexes[size_t(index.column())];
-    if (fields.empty() || fields.front() < 0)
-        return {};
+    if (fields.empty() || fields.front() < 0) return {};
     if (index.column() == 0) {
         const QString last = m_clients.fieldValueAt(index.row(), fields[0]).toString().trimmed();
         const QString first = fields.size() > 1 && fields[1] >= 0
@@ -74,17 +80,14 @@ QVariant ClientListModel::data(const QModelIndex& index, int role) const
         return first.isEmpty() ? last : (last.isEmpty() ? first : last + QStringLiteral(", ") + first);
     }
     const QString text = m_clients.fieldValueAt(index.row(), fields.front()).toString().trimmed();
-    if (index.column() == 2)
-        return client_status::word(text);
+    if (index.column() == 2) return client_status::word(text);
     return text;
 }
 
 QVariant ClientListModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || section < 0 || section >= int(columns().size()))
-        return {};
-    if (role == Qt::DisplayRole)
-        return columns()[size_t(section)].title;
+    if (orientation != Qt::Horizontal || section < 0 || section >= int(columns().size())) return {};
+    if (role == Qt::DisplayRole) return columns()[size_t(section)].title;
     if (role == Qt::ToolTipRole && !columns()[size_t(section)].index.isEmpty())
         return QStringLiteral("Click to list the clients in this order");
     return {};

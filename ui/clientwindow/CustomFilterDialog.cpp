@@ -21,9 +21,9 @@ CustomFilterDialog::CustomFilterDialog(ClientCustomFilter& filter, const DataSet
 {
     setWindowTitle(ClientCustomFilter::caption());
     for (int i = 0; i < clients.fieldCount(); ++i)
-        if (clients.field(i).kind == DataSet::FieldKind::Data)
-            m_columns.append(clients.field(i).name);
-    m_table->setHorizontalHeaderLabels({QStringLiteral("Field"), QStringLiteral("Condition"), QStringLiteral("Value")});
+        if (clients.field(i).kind == DataSet::FieldKind::Data) m_columns.append(clients.field(i).name);
+    m_table->setHorizontalHeaderLabels(
+        {QStringLiteral("Field"), QStringLiteral("Condition"), QStringLiteral("Value")});
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -46,8 +46,7 @@ CustomFilterDialog::CustomFilterDialog(ClientCustomFilter& filter, const DataSet
 
     connect(add, &QPushButton::clicked, this, [this] { addCondition(); });
     connect(remove, &QPushButton::clicked, this, [this] {
-        if (m_table->currentRow() >= 0)
-            m_table->removeRow(m_table->currentRow());
+        if (m_table->currentRow() >= 0) m_table->removeRow(m_table->currentRow());
     });
     connect(clear, &QPushButton::clicked, this, [this] { m_table->setRowCount(0); });
     connect(buttons, &QDialogButtonBox::accepted, this, &CustomFilterDialog::accept);
@@ -55,8 +54,7 @@ CustomFilterDialog::CustomFilterDialog(ClientCustomFilter& filter, const DataSet
 
     for (const ClientCustomFilter::Condition& c : m_filter.conditions())
         addCondition(c.column, int(c.op), c.value);
-    if (m_table->rowCount() == 0)
-        addCondition();
+    if (m_table->rowCount() == 0) addCondition();
     m_table->resizeColumnsToContents();
     resize(620, 320);
 }
@@ -68,7 +66,8 @@ void CustomFilterDialog::addCondition(const QString& column, int op, const QStri
     auto* fields = new QComboBox(m_table);
     for (const QString& name : m_columns)
         fields->addItem(plainColumnLabel(name), name);
-    fields->setCurrentIndex(std::max(0, fields->findData(column.toUpper(), Qt::UserRole, Qt::MatchFixedString)));
+    fields->setCurrentIndex(
+        std::max(0, fields->findData(column.toUpper(), Qt::UserRole, Qt::MatchFixedString)));
     auto* ops = new QComboBox(m_table);
     ops->addItems(ClientCustomFilter::operatorTexts());
     ops->setCurrentIndex(op);
@@ -90,11 +89,9 @@ void CustomFilterDialog::accept()
         const auto* fields = qobject_cast<QComboBox*>(m_table->cellWidget(row, 0));
         const auto* ops = qobject_cast<QComboBox*>(m_table->cellWidget(row, 1));
         const auto* text = qobject_cast<QLineEdit*>(m_table->cellWidget(row, 2));
-        if (!fields || !ops || !text)
-            continue;
+        if (!fields || !ops || !text) continue;
         const auto op = ClientCustomFilter::Operator(ops->currentIndex());
-        if (ClientCustomFilter::takesValue(op) && text->text().trimmed().isEmpty())
-            continue;
+        if (ClientCustomFilter::takesValue(op) && text->text().trimmed().isEmpty()) continue;
         conditions.append({fields->currentData().toString(), op, text->text()});
     }
     m_filter.setConditions(conditions);

@@ -14,9 +14,11 @@ namespace {
 bool isKey(const QString& field)
 {
     const QString f = field.toUpper();
-    return f == QLatin1String("RECORDID") || f == QLatin1String("RECORD_ID") || f == QLatin1String("PERSON_ID") ||
-           f == QLatin1String("CLIENT_ID") || f == QLatin1String("APP_ID") || f == QLatin1String("INDIV_ID") ||
-           f.endsWith(QLatin1String("USE_ID")) || f == QLatin1String("NOTE_ID") || f == QLatin1String("ALERT_ID");
+    return f == QLatin1String("RECORDID") || f == QLatin1String("RECORD_ID") ||
+           f == QLatin1String("PERSON_ID") || f == QLatin1String("CLIENT_ID") ||
+           f == QLatin1String("APP_ID") || f == QLatin1String("INDIV_ID") ||
+           f.endsWith(QLatin1String("USE_ID")) || f == QLatin1String("NOTE_ID") ||
+           f == QLatin1String("ALERT_ID");
 }
 
 } // namespace
@@ -40,16 +42,14 @@ void DataSetTableModel::reload()
         if (!m_given.isEmpty()) {
             for (const Column& c : m_given) {
                 const int index = m_set->fieldIndex(c.field);
-                if (index < 0)
-                    continue;
+                if (index < 0) continue;
                 m_columns.append(c);
                 m_fieldIndexes.append(index);
             }
         } else {
             for (int i = 0; i < m_set->fieldCount(); ++i) {
                 const QString name = m_set->field(i).name;
-                if (isKey(name))
-                    continue;
+                if (isKey(name)) continue;
                 m_columns.append({name, plainColumnLabel(name)});
                 m_fieldIndexes.append(i);
             }
@@ -61,7 +61,10 @@ void DataSetTableModel::reload()
     endResetModel();
 }
 
-int DataSetTableModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : m_rows; }
+int DataSetTableModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_rows;
+}
 
 int DataSetTableModel::columnCount(const QModelIndex& parent) const
 {
@@ -70,13 +73,16 @@ int DataSetTableModel::columnCount(const QModelIndex& parent) const
 
 QString DataSetTableModel::displayText(const QVariant& value)
 {
-    if (value.isNull())
-        return {};
+    if (value.isNull()) return {};
     switch (value.typeId()) {
-    case QMetaType::Bool: return value.toBool() ? QStringLiteral("Yes") : QString();
-    case QMetaType::QDate: return value.toDate().toString(QStringLiteral("MM/dd/yyyy"));
-    case QMetaType::QDateTime: return value.toDateTime().toString(QStringLiteral("MM/dd/yyyy hh:mm"));
-    default: return value.toString().trimmed();
+    case QMetaType::Bool:
+        return value.toBool() ? QStringLiteral("Yes") : QString();
+    case QMetaType::QDate:
+        return value.toDate().toString(QStringLiteral("MM/dd/yyyy"));
+    case QMetaType::QDateTime:
+        return value.toDateTime().toString(QStringLiteral("MM/dd/yyyy hh:mm"));
+    default:
+        return value.toString().trimmed();
     }
 }
 
@@ -85,14 +91,14 @@ QVariant DataSetTableModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || !m_set || !m_set->isActive() || index.row() >= m_rows ||
         index.column() >= m_fieldIndexes.size())
         return {};
-    if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
-        return {};
+    if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
     return displayText(m_set->fieldValueAt(index.row(), m_fieldIndexes[index.column()]));
 }
 
 QVariant DataSetTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0 && section < m_columns.size())
+    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0 &&
+        section < m_columns.size())
         return m_columns[section].title;
     return {};
 }

@@ -12,7 +12,8 @@ const QDate Empty(1899, 12, 30);
 
 } // namespace
 
-DateField::DateField(QWidget* parent) : QWidget(parent), m_edit(new QDateEdit(this)), m_clear(new QToolButton(this))
+DateField::DateField(QWidget* parent)
+    : QWidget(parent), m_edit(new QDateEdit(this)), m_clear(new QToolButton(this))
 {
     m_edit->setCalendarPopup(true);
     m_edit->setDisplayFormat(QStringLiteral("MM/dd/yyyy"));
@@ -30,8 +31,7 @@ DateField::DateField(QWidget* parent) : QWidget(parent), m_edit(new QDateEdit(th
     setFocusProxy(m_edit);
     connect(m_edit, &QDateEdit::dateChanged, this, [this](const QDate& date) {
         m_clear->setEnabled(date != Empty && !m_edit->isReadOnly());
-        if (!m_setting)
-            emit dateEdited(date == Empty ? QDate() : date);
+        if (!m_setting) emit dateEdited(date == Empty ? QDate() : date);
     });
     connect(m_edit, &QDateEdit::editingFinished, this, &DateField::editingFinished);
     connect(m_clear, &QToolButton::clicked, this, [this] {
@@ -41,13 +41,15 @@ DateField::DateField(QWidget* parent) : QWidget(parent), m_edit(new QDateEdit(th
     m_clear->setEnabled(false);
 }
 
-QDate DateField::date() const { return m_edit->date() == Empty ? QDate() : m_edit->date(); }
+QDate DateField::date() const
+{
+    return m_edit->date() == Empty ? QDate() : m_edit->date();
+}
 
 void DateField::setDate(const QDate& date)
 {
     const QDate shown = date.isValid() && date > Empty ? date : Empty;
-    if (m_edit->date() == shown)
-        return;
+    if (m_edit->date() == shown) return;
     m_setting = true;
     m_edit->setDate(shown);
     m_setting = false;

@@ -47,7 +47,10 @@ namespace {
 
 const QString LayoutSection = QStringLiteral("ClientEdit");
 
-QString menuText(const QString& caption) { return QString(caption).replace(QLatin1Char('&'), QStringLiteral("&&")); }
+QString menuText(const QString& caption)
+{
+    return QString(caption).replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
 
 // Where the chosen sheet of a page is kept in the per-user ini file.
 std::pair<QString, QString> sheetSetting(int page)
@@ -101,25 +104,26 @@ MainWindow::MainWindow(TFormClients& presenter, UserInterface& ui, QWidget* pare
 MainWindow::~MainWindow()
 {
     // What a plug-in put in its menu goes before its module does.
-    if (QMenu* plugIns = m_menus.value(QStringLiteral("Plug-Ins")))
-        plugIns->clear();
+    if (QMenu* plugIns = m_menus.value(QStringLiteral("Plug-Ins"))) plugIns->clear();
     m_plugIns.unload();
 }
 
-TDataModule1& MainWindow::module() { return m_presenter.module(); }
+TDataModule1& MainWindow::module()
+{
+    return m_presenter.module();
+}
 
 void MainWindow::buildMenus()
 {
     // The top menus in their order; a submenu takes its place among its
     // parent's commands when its first command comes.
     const auto menuOf = [this](const QString& path, const auto& self) -> QMenu* {
-        if (QMenu* menu = m_menus.value(path))
-            return menu;
+        if (QMenu* menu = m_menus.value(path)) return menu;
         for (const ClientMenuInfo& info : clientMenus()) {
-            if (info.path != path)
-                continue;
+            if (info.path != path) continue;
             const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
-            QMenu* menu = slash < 0 ? menuBar()->addMenu(info.caption) : self(path.left(slash), self)->addMenu(info.caption);
+            QMenu* menu = slash < 0 ? menuBar()->addMenu(info.caption)
+                                    : self(path.left(slash), self)->addMenu(info.caption);
             menu->setObjectName(path);
             menu->setToolTipsVisible(true);
             m_menus.insert(path, menu);
@@ -128,8 +132,7 @@ void MainWindow::buildMenus()
         return nullptr;
     };
     for (const ClientMenuInfo& info : clientMenus())
-        if (!info.path.contains(QLatin1Char('/')))
-            menuOf(info.path, menuOf);
+        if (!info.path.contains(QLatin1Char('/'))) menuOf(info.path, menuOf);
     for (const ClientCommandInfo& info : clientCommands()) {
         auto* action = new QAction(menuText(info.caption), this);
         action->setObjectName(info.id);
@@ -143,7 +146,8 @@ void MainWindow::buildMenus()
             // The Edit menu keeps the four moves together, then the rest.
             menu->addAction(action);
             if (id == QLatin1String("ActionLastClient") || id == QLatin1String("ActionRefreshLists") ||
-                id == QLatin1String("ActionCustomFilter") || id == QLatin1String("ActionDeliveryReportMessages"))
+                id == QLatin1String("ActionCustomFilter") ||
+                id == QLatin1String("ActionDeliveryReportMessages"))
                 menu->addSeparator();
         } else {
             addAction(action); // the shortcut works anywhere in the window
@@ -184,8 +188,10 @@ void MainWindow::buildToolBar()
         {"Prior", "Prior", QStyle::SP_ArrowLeft, "Prior client", [this] { m_presenter.prior(); }},
         {"Next", "Next", QStyle::SP_ArrowRight, "Next client", [this] { m_presenter.next(); }},
         {"Last", "Last", QStyle::SP_MediaSkipForward, "Last client", [this] { m_presenter.last(); }},
-        {"Edit", "Edit", QStyle::SP_FileDialogDetailedView, "Change this client (Ctrl+E)", [this] { m_presenter.edit(); }},
-        {"Post", "Post", QStyle::SP_DialogSaveButton, "Save the changes to this client", [this] { m_presenter.post(); }},
+        {"Edit", "Edit", QStyle::SP_FileDialogDetailedView, "Change this client (Ctrl+E)",
+         [this] { m_presenter.edit(); }},
+        {"Post", "Post", QStyle::SP_DialogSaveButton, "Save the changes to this client",
+         [this] { m_presenter.post(); }},
         {"Cancel", "Cancel", QStyle::SP_DialogCancelButton, "Undo the changes to this client",
          [this] { m_presenter.cancel(); }},
     };
@@ -199,8 +205,7 @@ void MainWindow::buildToolBar()
         connect(button, &QToolButton::clicked, this, b.run);
         bar->addWidget(button);
         m_navigator.insert(button->objectName(), button);
-        if (QLatin1String(b.name) == QLatin1String("Last"))
-            bar->addSeparator();
+        if (QLatin1String(b.name) == QLatin1String("Last")) bar->addSeparator();
     }
     bar->addSeparator();
     auto* label = new QLabel(QStringLiteral(" Search For: "), bar);
@@ -231,8 +236,7 @@ void MainWindow::buildToolBar()
     m_navigator.insert(filter->objectName(), filter);
 
     connect(m_search, &QLineEdit::textEdited, this, [this](const QString& text) {
-        if (m_presenter.search(text))
-            selectCurrentRow();
+        if (m_presenter.search(text)) selectCurrentRow();
     });
     connect(m_search, &QLineEdit::returnPressed, this, [this] { m_list->setFocus(); });
     connect(m_index, &QComboBox::activated, this, [this](int i) {
@@ -267,15 +271,13 @@ void MainWindow::buildCentre()
                         QStringLiteral("ClientList"));
     connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) {
-                if (m_selecting || !current.isValid())
-                    return;
+                if (m_selecting || !current.isValid()) return;
                 if (!m_presenter.moveTo(current.row()))
                     selectCurrentRow(); // the row could not be left: back to it
             });
     connect(m_list->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
         const QString index = ClientListModel::columns()[size_t(column)].index;
-        if (index.isEmpty())
-            return;
+        if (index.isEmpty()) return;
         m_search->clear();
         m_presenter.setIndexName(index);
     });
@@ -293,8 +295,7 @@ void MainWindow::buildCentre()
     headerLayout->addWidget(m_popUp);
     auto* groups = new QHBoxLayout;
     for (const ClientFieldGroup& group : clientFieldGroups()) {
-        if (group.page != -1)
-            continue;
+        if (group.page != -1) continue;
         QGroupBox* box = m_fields->buildGroup(group, m_header);
         if (group.caption == QLatin1String("Address")) {
             m_addressTabs = new QTabBar(box);
@@ -304,15 +305,15 @@ void MainWindow::buildCentre()
             m_addressTabs->setDrawBase(false);
             m_addressTabs->hide();
             static_cast<QVBoxLayout*>(box->layout())->insertWidget(0, m_addressTabs);
-            connect(m_addressTabs, &QTabBar::currentChanged, this,
-                    [this](int tab) { m_fields->setAlternate(tab == 0 && m_presenter.alternateAddressShown()); });
+            connect(m_addressTabs, &QTabBar::currentChanged, this, [this](int tab) {
+                m_fields->setAlternate(tab == 0 && m_presenter.alternateAddressShown());
+            });
         }
         groups->addWidget(box, group.caption == QLatin1String("Address") ? 5 : 4);
     }
     headerLayout->addLayout(groups);
     for (const ClientCommandInfo& info : clientCommands())
-        if (info.menu.isEmpty())
-            m_header->addAction(m_actions.value(info.id));
+        if (info.menu.isEmpty()) m_header->addAction(m_actions.value(info.id));
     m_header->setContextMenuPolicy(Qt::ActionsContextMenu);
 
     m_notebook = new QTabWidget(this);
@@ -322,8 +323,7 @@ void MainWindow::buildCentre()
     for (int page = 0; page < client_page::Count; ++page)
         m_notebook->addTab(buildPage(page), clientPage(page).caption);
     connect(m_notebook, &QTabWidget::currentChanged, this, [this](int tab) {
-        if (tab >= 0)
-            m_presenter.changePage(tab);
+        if (tab >= 0) m_presenter.changePage(tab);
     });
 
     auto* top = new QSplitter(Qt::Horizontal, this);
@@ -343,7 +343,8 @@ void MainWindow::buildCentre()
     top->setSizes({420, 860});
     m_splitter->setSizes({300, 600});
     restoreSplitter(*top, module().userSettings(), LayoutSection, QStringLiteral("TopSplitterPercent"));
-    restoreSplitter(*m_splitter, module().userSettings(), LayoutSection, QStringLiteral("MainSplitterPercent"));
+    restoreSplitter(*m_splitter, module().userSettings(), LayoutSection,
+                    QStringLiteral("MainSplitterPercent"));
     setCentralWidget(m_splitter);
     // Nobody sees a client before signing in.
     m_splitter->hide();
@@ -365,8 +366,7 @@ QWidget* MainWindow::buildPage(int page)
         sheetLayout->addLayout(columns);
         bool grids = false;
         for (const ClientFieldGroup& group : clientFieldGroups()) {
-            if (group.page != page || group.sheet != sheet)
-                continue;
+            if (group.page != page || group.sheet != sheet) continue;
             QGroupBox* box = m_fields->buildGroup(group, holder);
             if (!group.grid.isEmpty()) {
                 sheetLayout->addWidget(box, 1);
@@ -380,14 +380,14 @@ QWidget* MainWindow::buildPage(int page)
         column[0]->addStretch();
         column[1]->addStretch();
         if (page == client_page::Map) {
-            auto* note = new QLabel(QStringLiteral("\"Get Map\" shows the client's address on a map in your web "
-                                                   "browser, through the mapping service of System Configuration."),
-                                    holder);
+            auto* note =
+                new QLabel(QStringLiteral("\"Get Map\" shows the client's address on a map in your web "
+                                          "browser, through the mapping service of System Configuration."),
+                           holder);
             note->setWordWrap(true);
             column[0]->insertWidget(1, note);
         }
-        if (!grids)
-            sheetLayout->addStretch();
+        if (!grids) sheetLayout->addStretch();
     };
     auto scrolled = [](QWidget* content) {
         auto* area = new QScrollArea;
@@ -411,7 +411,8 @@ QWidget* MainWindow::buildPage(int page)
     // The sheet last chosen opens again.
     const QString section = sheetSetting(page).first;
     const QString key = sheetSetting(page).second;
-    sheets->setCurrentIndex(std::clamp(module().userSettings().readInteger(section, key, 0), 0, sheets->count() - 1));
+    sheets->setCurrentIndex(
+        std::clamp(module().userSettings().readInteger(section, key, 0), 0, sheets->count() - 1));
     connect(sheets, &QTabWidget::currentChanged, this, [this, section, key](int index) {
         module().userSettings().writeInteger(section, key, index);
         m_fields->reloadGrids();
@@ -434,7 +435,10 @@ void MainWindow::buildStatusBar()
     m_panes[4]->setStyleSheet(QStringLiteral("color: #b00020; font-weight: bold;"));
 }
 
-QLabel* MainWindow::statusPane(int pane) const { return m_panes.value(pane); }
+QLabel* MainWindow::statusPane(int pane) const
+{
+    return m_panes.value(pane);
+}
 
 int MainWindow::tabOfPage(int page) const
 {
@@ -460,11 +464,10 @@ void MainWindow::showUser()
     const bool clientArea = m_presenter.clientAreaVisible();
     m_splitter->setVisible(clientArea);
     menuBar()->setEnabled(true);
-    if (QToolBar* bar = findChild<QToolBar*>(QStringLiteral("Navigator")))
-        bar->setVisible(clientArea);
+    if (QToolBar* bar = findChild<QToolBar*>(QStringLiteral("Navigator"))) bar->setVisible(clientArea);
     if (!clientArea) {
-        auto* note = new QLabel(QStringLiteral("Your user name may run reports: choose one from the Reports menu."),
-                                this);
+        auto* note = new QLabel(
+            QStringLiteral("Your user name may run reports: choose one from the Reports menu."), this);
         note->setObjectName(QStringLiteral("ReportsOnlyNote"));
         note->setAlignment(Qt::AlignCenter);
         takeCentralWidget();
@@ -506,8 +509,7 @@ void MainWindow::showCommands()
     }
     for (const ClientMenuInfo& info : clientMenus()) {
         QMenu* menu = m_menus.value(info.path);
-        if (info.path == QLatin1String("Plug-Ins"))
-            continue;
+        if (info.path == QLatin1String("Plug-Ins")) continue;
         menu->menuAction()->setVisible(m_presenter.isMenuVisible(info.path));
         menu->setEnabled(m_presenter.isMenuEnabled(info.path));
     }
@@ -520,14 +522,14 @@ void MainWindow::showRow()
     m_popUp->setVisible(controls.popUpShown);
     m_popUp->setText(QStringLiteral("<b>Pop-up note:</b> ") + controls.popUpNote.toHtmlEscaped());
     const bool alternate = m_presenter.alternateAddressShown();
-    if (m_addressTabs->isVisible() != alternate || (alternate && !m_fields->alternate() && m_addressTabs->currentIndex() == 0)) {
+    if (m_addressTabs->isVisible() != alternate ||
+        (alternate && !m_fields->alternate() && m_addressTabs->currentIndex() == 0)) {
         const QSignalBlocker block(m_addressTabs);
         m_addressTabs->setVisible(alternate);
         m_addressTabs->setCurrentIndex(0);
         m_fields->setAlternate(alternate);
     }
-    if (alternate)
-        m_addressTabs->setTabToolTip(0, controls.alternateDirectionsCaption);
+    if (alternate) m_addressTabs->setTabToolTip(0, controls.alternateDirectionsCaption);
     m_fields->refresh();
     m_fields->reloadGrids();
     m_model->rowChanged(m_presenter.position());
@@ -548,7 +550,8 @@ void MainWindow::selectCurrentRow()
     m_selecting = true;
     if (row >= 0 && row < m_model->rowCount()) {
         const QModelIndex index = m_model->index(row, 0);
-        m_list->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        m_list->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                             QItemSelectionModel::Rows);
         m_list->scrollTo(index, QAbstractItemView::EnsureVisible);
     } else {
         m_list->selectionModel()->clearSelection();
@@ -562,8 +565,9 @@ void MainWindow::showStatus()
     m_panes[1]->setText(m_presenter.userText());
     m_panes[2]->setText(m_presenter.filterText());
     const int rows = m_presenter.rowCount();
-    m_panes[3]->setText(m_presenter.recordStateText() +
-                        (rows > 0 ? QStringLiteral("  %1 of %2").arg(m_presenter.position() + 1).arg(rows) : QString()));
+    m_panes[3]->setText(
+        m_presenter.recordStateText() +
+        (rows > 0 ? QStringLiteral("  %1 of %2").arg(m_presenter.position() + 1).arg(rows) : QString()));
     m_panes[4]->setText(m_presenter.transactionText());
     m_panes[4]->setVisible(!m_presenter.transactionText().isEmpty());
     const bool editing = m_presenter.isEditing();

@@ -12,12 +12,16 @@ namespace kb::ui {
 
 PlugIns::PlugIns() = default;
 
-PlugIns::~PlugIns() { unload(); }
+PlugIns::~PlugIns()
+{
+    unload();
+}
 
 QString PlugIns::defaultFolder()
 {
     const QDir program(QCoreApplication::applicationDirPath());
-    return program.exists(QStringLiteral("plug-ins")) ? program.filePath(QStringLiteral("plug-ins")) : program.path();
+    return program.exists(QStringLiteral("plug-ins")) ? program.filePath(QStringLiteral("plug-ins"))
+                                                      : program.path();
 }
 
 void PlugIns::load(const QString& folder, QMainWindow* window, QMenu* menu)
@@ -25,8 +29,7 @@ void PlugIns::load(const QString& folder, QMainWindow* window, QMenu* menu)
     const QDir dir(folder);
     for (const QString& file : dir.entryList({QStringLiteral("plg*")}, QDir::Files, QDir::Name)) {
         const QString path = dir.filePath(file);
-        if (!QLibrary::isLibrary(path))
-            continue;
+        if (!QLibrary::isLibrary(path)) continue;
         auto loader = std::make_unique<QPluginLoader>(path);
         QObject* object = loader->instance();
         if (!object) {
@@ -62,6 +65,9 @@ void PlugIns::unload()
     m_names.clear();
 }
 
-QStringList PlugIns::loaded() const { return m_names; }
+QStringList PlugIns::loaded() const
+{
+    return m_names;
+}
 
 } // namespace kb::ui

@@ -64,8 +64,7 @@ void printWindow(MainWindow& window, UserInterface& ui)
         }
     }
     printing = false;
-    if (!printed)
-        ui.warning(TFormClients::printFailedText());
+    if (!printed) ui.warning(TFormClients::printFailedText());
 }
 
 void openUrl(const QUrl& url, UserInterface& ui, const QString& none)
@@ -86,7 +85,9 @@ void registerScreenCommands(MainWindow& window)
     TDataModule1& module = form.module();
     UserInterface& ui = window.ui();
     MainWindow* w = &window;
-    const auto on = [&form](const QString& id, std::function<void()> handler) { form.setHandler(id, std::move(handler)); };
+    const auto on = [&form](const QString& id, std::function<void()> handler) {
+        form.setHandler(id, std::move(handler));
+    };
 
     // File
     on(cmd::PrintScreen, [w, &ui] { printWindow(*w, ui); });
@@ -99,8 +100,7 @@ void registerScreenCommands(MainWindow& window)
         TFormAltRoutes presenter(module.clients());
         AltRoutesView view(presenter, module.userSettings(), w);
         const bool ok = view.exec() == QDialog::Accepted;
-        if (wasEditing)
-            return;
+        if (wasEditing) return;
         if (ok)
             form.post();
         else
@@ -119,8 +119,7 @@ void registerScreenCommands(MainWindow& window)
     on(cmd::ClearStops, [&module] { clearWeekdayStops(module.clients()); });
     on(cmd::Configuration, [w, &module, &form] {
         TFormEditConfig presenter(module);
-        if (!presenter.open())
-            return;
+        if (!presenter.open()) return;
         ConfigView view(presenter, w);
         view.exec();
         form.PopulateCombos(); // the lists follow the new settings
@@ -128,7 +127,9 @@ void registerScreenCommands(MainWindow& window)
     for (const EditorScreen& screen : referenceEditorScreens())
         if (!screen.menuText.isEmpty() && findClientCommand(screen.formName)) {
             const QString formName = screen.formName;
-            on(formName, [w, &module, formName] { showReferenceEditor(formName, module.services(), w, &module.userSettings()); });
+            on(formName, [w, &module, formName] {
+                showReferenceEditor(formName, module.services(), w, &module.userSettings());
+            });
         }
 
     // View
@@ -139,9 +140,9 @@ void registerScreenCommands(MainWindow& window)
     });
     on(cmd::CustomFilter, [w, &form] {
         CustomFilterDialog dialog(form.customFilter(), form.clients(), w);
-        keepPlacement(dialog, form.module().userSettings(), QStringLiteral("TFormCustomFilter"), QSize(620, 320));
-        if (dialog.exec() == QDialog::Accepted)
-            form.customFilterClosed();
+        keepPlacement(dialog, form.module().userSettings(), QStringLiteral("TFormCustomFilter"),
+                      QSize(620, 320));
+        if (dialog.exec() == QDialog::Accepted) form.customFilterClosed();
     });
 
     // Reports
@@ -169,10 +170,11 @@ void registerScreenCommands(MainWindow& window)
     // Help
     on(cmd::OnTheWeb, [&ui] { openUrl(ProductPage, ui, {}); });
     on(cmd::About, [w] {
-        QMessageBox::about(w, QStringLiteral("About Kettlebrook"),
-                           QStringLiteral("<h3>Kettlebrook</h3><p>Version %1</p><p>Client records, meal schedules "
-                                          "and daily deliveries for agencies that bring meals to people at home.</p>")
-                               .arg(QApplication::applicationVersion()));
+        QMessageBox::about(
+            w, QStringLiteral("About Kettlebrook"),
+            QStringLiteral("<h3>Kettlebrook</h3><p>Version %1</p><p>Client records, meal schedules "
+                           "and daily deliveries for agencies that bring meals to people at home.</p>")
+                .arg(QApplication::applicationVersion()));
     });
 
     // On the pages and the header
@@ -181,7 +183,8 @@ void registerScreenCommands(MainWindow& window)
                 QStringLiteral("No web mapping address is set up. Enter one in System Configuration, page "
                                "\"Application Defaults\"."));
     });
-    on(cmd::SendMail, [&form, &ui] { openUrl(form.mailUrl(), ui, QStringLiteral("This client has no e-mail address.")); });
+    on(cmd::SendMail,
+       [&form, &ui] { openUrl(form.mailUrl(), ui, QStringLiteral("This client has no e-mail address.")); });
 }
 
 } // namespace kb::ui

@@ -42,14 +42,12 @@ StatusFilterDialog::StatusFilterDialog(TFilterForm& form, QWidget* parent)
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
     connect(m_status, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row < 0)
-            return;
+        if (row < 0) return;
         m_form.setStatus(TFilterForm::Status(row));
         showChoices();
     });
     connect(m_suspension, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row < 0)
-            return;
+        if (row < 0) return;
         m_form.setSuspension(TFilterForm::Suspension(row));
         showChoices();
     });

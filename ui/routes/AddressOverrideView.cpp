@@ -61,11 +61,12 @@ AddressOverrideView::AddressOverrideView(TFormAddressOverride& presenter, Record
       m_model(new DataSetTableModel(this))
 {
     setWindowTitle(TFormAddressOverride::caption());
-    m_model->setDataSet(&presenter.dataSet(), {{QStringLiteral("Addr_Desc"), QStringLiteral("Description")},
-                                               {QStringLiteral("Deliv_Date"), QStringLiteral("Single Date")},
-                                               {QStringLiteral("DOW"), QStringLiteral("DOW")},
-                                               {QStringLiteral("Effective_Date"), QStringLiteral("Effective")},
-                                               {QStringLiteral("Expire_Date"), QStringLiteral("Expires")}});
+    m_model->setDataSet(&presenter.dataSet(),
+                        {{QStringLiteral("Addr_Desc"), QStringLiteral("Description")},
+                         {QStringLiteral("Deliv_Date"), QStringLiteral("Single Date")},
+                         {QStringLiteral("DOW"), QStringLiteral("DOW")},
+                         {QStringLiteral("Effective_Date"), QStringLiteral("Effective")},
+                         {QStringLiteral("Expire_Date"), QStringLiteral("Expires")}});
     m_grid->setModel(m_model);
     m_grid->setToolTip(TFormAddressOverride::gridHint());
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -77,8 +78,7 @@ AddressOverrideView::AddressOverrideView(TFormAddressOverride& presenter, Record
     m_grid->setMinimumHeight(m_grid->fontMetrics().height() * 6);
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) {
-                if (m_showing || !current.isValid())
-                    return;
+                if (m_showing || !current.isValid()) return;
                 m_services.guarded([&] { m_presenter.dataSet().setRecNo(current.row() + 1); });
                 showRow();
             });
@@ -100,7 +100,8 @@ AddressOverrideView::AddressOverrideView(TFormAddressOverride& presenter, Record
             editor->setObjectName(name);
             m_editors.insert(name.toUpper(), editor);
             m_rows.insert(name.toUpper(), caption);
-            fields->addWidget(editor, name == QLatin1String("State") || name == QLatin1String("Stop") ? 0 : 1);
+            fields->addWidget(editor,
+                              name == QLatin1String("State") || name == QLatin1String("Stop") ? 0 : 1);
         }
         form->addLayout(fields, row++, 1);
     }
@@ -145,7 +146,8 @@ AddressOverrideView::AddressOverrideView(TFormAddressOverride& presenter, Record
 QWidget* AddressOverrideView::makeEditor(const QString& column)
 {
     const QString upper = column.toUpper();
-    if (upper == QLatin1String("ADDR_DESC") || upper == QLatin1String("OVERRIDE_TYPE") || upper == QLatin1String("DOW")) {
+    if (upper == QLatin1String("ADDR_DESC") || upper == QLatin1String("OVERRIDE_TYPE") ||
+        upper == QLatin1String("DOW")) {
         auto* list = new QComboBox(this);
         list->setEditable(upper == QLatin1String("ADDR_DESC"));
         if (upper == QLatin1String("ADDR_DESC"))
@@ -172,8 +174,7 @@ QWidget* AddressOverrideView::makeEditor(const QString& column)
     }
     if (upper.endsWith(QLatin1String("_DATE"))) {
         auto* date = new DateField(this);
-        if (upper == QLatin1String("CREATE_DATE"))
-            date->setReadOnly(true);
+        if (upper == QLatin1String("CREATE_DATE")) date->setReadOnly(true);
         connect(date, &DateField::dateEdited, this,
                 [this, column](const QDate& d) { setValue(column, d.isValid() ? QVariant(d) : QVariant()); });
         return date;
@@ -182,12 +183,12 @@ QWidget* AddressOverrideView::makeEditor(const QString& column)
         auto* memo = new QPlainTextEdit(this);
         memo->setMaximumHeight(memo->fontMetrics().lineSpacing() * 4 + 12);
         memo->setTabChangesFocus(true);
-        connect(memo, &QPlainTextEdit::textChanged, this, [this, column, memo] { setValue(column, memo->toPlainText()); });
+        connect(memo, &QPlainTextEdit::textChanged, this,
+                [this, column, memo] { setValue(column, memo->toPlainText()); });
         return memo;
     }
     auto* line = new QLineEdit(this);
-    if (upper == QLatin1String("CREATED_BY"))
-        line->setReadOnly(true);
+    if (upper == QLatin1String("CREATED_BY")) line->setReadOnly(true);
     if (upper == QLatin1String("STATE") || upper == QLatin1String("PHONE_DESC"))
         line->setMaximumWidth(line->fontMetrics().averageCharWidth() * 5 + 16);
     connect(line, &QLineEdit::textEdited, this, [this, column](const QString& text) {
@@ -198,12 +199,10 @@ QWidget* AddressOverrideView::makeEditor(const QString& column)
 
 void AddressOverrideView::setValue(const QString& column, const QVariant& value)
 {
-    if (m_showing)
-        return;
+    if (m_showing) return;
     QueryDataSet& set = m_presenter.dataSet();
     m_services.guarded([&] {
-        if (set.state() == DataSet::State::Browse)
-            set.edit();
+        if (set.state() == DataSet::State::Browse) set.edit();
         set.setFieldValue(column, value);
     });
 }
@@ -230,8 +229,7 @@ void AddressOverrideView::showRow()
         } else if (auto* date = qobject_cast<DateField*>(editor)) {
             date->setDate(value.toDate());
         } else if (auto* memo = qobject_cast<QPlainTextEdit*>(editor)) {
-            if (memo->toPlainText() != value.toString())
-                memo->setPlainText(value.toString());
+            if (memo->toPlainText() != value.toString()) memo->setPlainText(value.toString());
         } else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
             line->setText(DataSetTableModel::displayText(value));
         }
@@ -247,8 +245,8 @@ void AddressOverrideView::reload()
     m_model->reload();
     const int row = m_presenter.dataSet().recNo() - 1;
     if (row >= 0)
-        m_grid->selectionModel()->setCurrentIndex(m_model->index(row, 0),
-                                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        m_grid->selectionModel()->setCurrentIndex(
+            m_model->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     m_showing = false;
     showRow();
 }
@@ -266,14 +264,12 @@ void AddressOverrideView::locateDate()
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, &ask, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, &ask, &QDialog::reject);
-    if (ask.exec() == QDialog::Accepted)
-        m_presenter.ActionLocateDate(calendar->selectedDate());
+    if (ask.exec() == QDialog::Accepted) m_presenter.ActionLocateDate(calendar->selectedDate());
 }
 
 void AddressOverrideView::done(int result)
 {
-    if (!m_presenter.close())
-        return;
+    if (!m_presenter.close()) return;
     QDialog::done(result);
 }
 

@@ -46,18 +46,16 @@ AltRoutesView::AltRoutesView(TFormAltRoutes& presenter, SettingsFile& settings, 
             grid->addWidget(marker, d + 1, 3);
         }
         connect(m_routes[d], &QComboBox::activated, this, [this, d](int index) {
-            if (m_showing)
-                return;
+            if (m_showing) return;
             m_presenter.setRoute(d, index <= 0 ? QString() : m_routes[d]->itemText(index));
             showDays();
         });
         connect(m_stops[d], &QDoubleSpinBox::valueChanged, this, [this, d](double value) {
-            if (!m_showing)
-                m_presenter.setStop(d, value <= 0 ? QVariant() : QVariant(value));
+            if (!m_showing) m_presenter.setStop(d, value <= 0 ? QVariant() : QVariant(value));
         });
     }
-    auto* intro = new QLabel(QStringLiteral("A day without a route of its own uses the client's default route and stop."),
-                             this);
+    auto* intro = new QLabel(
+        QStringLiteral("A day without a route of its own uses the client's default route and stop."), this);
     intro->setWordWrap(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     auto* layout = new QVBoxLayout(this);
@@ -77,8 +75,7 @@ void AltRoutesView::showDays()
         const QString route = m_presenter.route(d).trimmed();
         int index = 0;
         for (int i = 1; i < m_routes[d]->count(); ++i)
-            if (m_routes[d]->itemText(i).section(QLatin1Char('-'), 0, 0).trimmed() == route)
-                index = i;
+            if (m_routes[d]->itemText(i).section(QLatin1Char('-'), 0, 0).trimmed() == route) index = i;
         m_routes[d]->setCurrentIndex(index);
         m_routes[d]->setEnabled(m_presenter.routeEnabled(d));
         m_stops[d]->setValue(m_presenter.stop(d).toDouble());
