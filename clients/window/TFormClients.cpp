@@ -564,7 +564,12 @@ bool TFormClients::setValue(const QString& field, const QVariant& value)
 {
     if (fieldsReadOnly()) return false;
     if (!isEditing() && !edit()) return false;
-    const bool done = guarded([&] { clients().setFieldValue(field, value); });
+    QVariant stored = value;
+    // A default stop below nothing means no place yet.
+    if (field.compare(QLatin1String("DEF_STOP"), Qt::CaseInsensitive) == 0 && !value.isNull() &&
+        value.toDouble() < 0)
+        stored = 0.0;
+    const bool done = guarded([&] { clients().setFieldValue(field, stored); });
     if (steersControls(field)) {
         computeControls();
         emit rowChanged();

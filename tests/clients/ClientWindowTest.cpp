@@ -37,6 +37,8 @@ TEST_P(ClientWindow, EachAccessLevelSeesAndChangesWhatItMay)
         EXPECT_TRUE(w.commandState(cmd::AddNewPerson).visible);
         EXPECT_EQ(w.commandState(cmd::ModifyItems).text, "Modify Items");
         EXPECT_TRUE(w.setValue(QStringLiteral("FIRST_NAME"), QStringLiteral("Anne")));
+        EXPECT_TRUE(w.setValue(QStringLiteral("DEF_STOP"), -3));
+        EXPECT_EQ(w.value(QStringLiteral("DEF_STOP")).toDouble(), 0.0) << "a negative stop is no stop";
         EXPECT_TRUE(w.post());
         EXPECT_EQ(
             db().execute(QStringLiteral("select First_Name from Clients where Person_ID = 1")).value(0, 0),
