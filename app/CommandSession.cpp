@@ -7,7 +7,8 @@
 
 namespace kb::app {
 
-CommandSession::CommandSession(CommandContext& context) : m_ui(context.err, context.answers), m_clock(commandClock(context))
+CommandSession::CommandSession(CommandContext& context)
+    : m_ui(context.err, context.answers), m_dialogs(context.err), m_clock(commandClock(context))
 {
     if (context.user.isEmpty())
         throw std::runtime_error("Name the user with --user NAME");
@@ -17,6 +18,8 @@ CommandSession::CommandSession(CommandContext& context) : m_ui(context.err, cont
     if (!context.server.isEmpty())
         settings.applyServerOption(context.server);
     m_data = std::make_unique<TDataModule1>(*m_clock, m_ui);
+    m_clientRules = std::make_unique<ModuleClientRules>(*m_data);
+    m_clientRules->setDialogs(&m_dialogs);
     m_data->start(settings, platformUserDataFolder(), TDataModule1::Opening::OnFirstUse);
     SignIn::complete(m_data->db(), m_data->session(), SignIn::lookUp(m_data->db(), context.user));
     m_data->userSignedIn();

@@ -398,19 +398,30 @@ QString TFormRunPrepare::clientDetails(int row)
         return {};
     const auto text = [&](const char* column) { return rows.value(0, QString::fromLatin1(column)).toString().trimmed(); };
     QStringList lines;
-    lines << text("Full_Name") << text("Address1");
+    // A name without a middle name has no gap in it.
+    lines << text("Full_Name").simplified() << text("Address1");
     if (!text("Address2").isEmpty())
         lines << text("Address2");
     lines << QStringLiteral("%1, %2 %3").arg(text("City"), text("State"), text("Zip"));
-    lines << QStringLiteral("Phone: %1   Other Phone: %2").arg(text("Phone"), text("OPhone"));
-    lines << QStringLiteral("Directions: ") + text("Directions");
-    lines << QStringLiteral("Cross Street: ") + text("Cross_Street");
+    if (!text("Phone").isEmpty())
+        lines << QStringLiteral("Phone: ") + text("Phone");
+    if (!text("OPhone").isEmpty())
+        lines << QStringLiteral("Other Phone: ") + text("OPhone");
+    if (!text("Directions").isEmpty())
+        lines << QStringLiteral("Directions: ") + text("Directions");
+    if (!text("Cross_Street").isEmpty())
+        lines << QStringLiteral("Cross Street: ") + text("Cross_Street");
     static const char* const days[] = {"Def", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
+    // Only the days that have a route or stop of their own say so.
     for (const char* day : days) {
         const QString d = QString::fromLatin1(day);
+        const QString route = rows.value(0, d + QStringLiteral("_Rte")).toString().trimmed();
+        const QVariant stop = rows.value(0, d + QStringLiteral("_Stop"));
+        if (route.isEmpty() && (stop.isNull() || stop.toDouble() == 0))
+            continue;
         lines << QStringLiteral("%1: Route %2, Stop %3")
-                     .arg(d, rows.value(0, d + QStringLiteral("_Rte")).toString(),
-                          rows.value(0, d + QStringLiteral("_Stop")).toString());
+                     .arg(d, route.isEmpty() ? QStringLiteral("none") : route,
+                          stop.isNull() ? QStringLiteral("none") : QString::number(stop.toDouble(), 'g', 10));
     }
     return lines.join(QLatin1Char('\n'));
 }

@@ -542,12 +542,13 @@ void ConfigView::runCommand(int command)
                                              ? VisibleFieldsList::Assessments
                                              : VisibleFieldsList::Screening);
         VisibleFieldsView view(dialog, module.ui(), this);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TVisibleFieldsDlg"), QSize(760, 480));
         view.exec();
         break;
     }
     case Command::AssessmentChoices:
     case Command::ScreeningChoices:
-        showReferenceEditor(QStringLiteral("TFormCustomLookupChoices"), module.services(), this);
+        showReferenceEditor(QStringLiteral("TFormCustomLookupChoices"), module.services(), this, &module.userSettings());
         break;
     case Command::ShowLogIns: {
         TFormDisplayLogins logins(module.db());

@@ -4,7 +4,11 @@
 #include "Clock.h"
 #include "store/Database.h"
 #include "DebugLog.h"
-#include "MainWindow.h"
+#include "QtClientDialogs.h"
+#include "clientwindow/MainWindow.h"
+#include "clientwindow/PlugIns.h"
+#include "rules/ModuleClientRules.h"
+#include "window/TFormClients.h"
 #include "PasswordDialog.h"
 #include "QtUserInterface.h"
 #include "session/SessionSettings.h"
@@ -16,6 +20,7 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QSplashScreen>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -69,6 +74,11 @@ int runDesktopProgram(int argc, char** argv, const DesktopOptions& options)
 
     const std::unique_ptr<Clock> clock = makeClock(options.today);
     std::unique_ptr<TDataModule1> data;
+    // Declared after the module, so they go first: the rules hang on its
+    // Clients set, the window on both.
+    std::unique_ptr<ModuleClientRules> clientRules;
+    std::unique_ptr<QtClientDialogs> clientDialogs;
+    std::unique_ptr<TFormClients> form;
     std::unique_ptr<MainWindow> window;
     {
         QSplashScreen splash(splashPicture());
@@ -87,9 +97,16 @@ int runDesktopProgram(int argc, char** argv, const DesktopOptions& options)
                 settings.applyServerOption(options.server);
             step("Creating DataModule1");
             data = std::make_unique<TDataModule1>(*clock, ui);
+            clientRules = std::make_unique<ModuleClientRules>(*data);
             data->start(settings, platformUserDataFolder());
+            clientDialogs = std::make_unique<QtClientDialogs>(nullptr, data->userSettings());
+            clientRules->setDialogs(clientDialogs.get());
             step("Creating Form Clients");
-            window = std::make_unique<MainWindow>(*data, ui);
+            form = std::make_unique<TFormClients>(*data, ui, clientRules->rules());
+            form->setStartedWithParameters(log.target() != DebugLog::Target::Off);
+            form->create();
+            window = std::make_unique<MainWindow>(*form, ui);
+            window->loadPlugIns(PlugIns::defaultFolder());
         } catch (const std::exception& e) {
             splash.close();
             return fail(ui, QStringLiteral("Aborting... Critical error: ") + QString::fromUtf8(e.what()));
@@ -99,13 +116,20 @@ int runDesktopProgram(int argc, char** argv, const DesktopOptions& options)
 
     window->show();
     ui.setParent(window.get());
+    clientDialogs->setParent(window.get());
     TPasswordDlg signIn(data->db(), data->session(), ui);
     PasswordDialog dialog(signIn, window.get());
     if (!dialog.run()) // Cancel ends the program; a fatal failure says why first
         return dialog.fatalMessage().isEmpty() ? 0 : fail(ui, dialog.fatalMessage());
     data->userSignedIn();
+    form->firstShow();
     window->showUser();
+    QTimer::singleShot(0, form.get(), [&form] { form->firstActivation(); });
     const int rc = app.exec();
+    window.reset();
+    form.reset();
+    clientDialogs.reset();
+    clientRules.reset();
     try {
         data->shutdown();
     } catch (const std::exception& e) {

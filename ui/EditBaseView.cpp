@@ -2,6 +2,8 @@
 
 #include "reference/TFormDietCombinations.h"
 #include "reference/TFormEditBase.h"
+#include "FormPlacement.h"
+#include "catalogue/ColumnLabels.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -32,10 +34,14 @@ struct NavigatorButton
 };
 
 const NavigatorButton Navigator[] = {
-    {Command::First, "|<"},  {Command::Prior, "<"},       {Command::Next, ">"},
-    {Command::Last, ">|"},   {Command::Insert, "+"},      {Command::Delete, "-"},
-    {Command::Post, "Post"}, {Command::Cancel, "Cancel"}, {Command::Refresh, "Refresh"},
+    {Command::First, "First"},   {Command::Prior, "Prior"},   {Command::Next, "Next"},
+    {Command::Last, "Last"},     {Command::Insert, "Add"},    {Command::Delete, "Delete"},
+    {Command::Post, "Post"},     {Command::Cancel, "Cancel"}, {Command::Refresh, "Refresh"},
 };
+
+const char* const Tips[] = {"First row", "Prior row", "Next row", "Last row", "Add a new row",
+                            "Delete the selected row", "Save the changes to this row",
+                            "Undo the changes to this row", "Read the rows again"};
 
 QString shown(const QVariant& value)
 {
@@ -46,7 +52,7 @@ QString shown(const QVariant& value)
 
 } // namespace
 
-EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent)
+EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent, SettingsFile* settings)
     : QDialog(parent), m_presenter(presenter), m_pages(new QTabWidget(this)), m_grid(new QTableWidget(this))
 {
     setWindowTitle(presenter.caption());
@@ -56,6 +62,8 @@ EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent)
     auto* navigator = new QHBoxLayout;
     for (const NavigatorButton& b : Navigator) {
         auto* button = new QPushButton(QString::fromLatin1(b.text), this);
+        button->setToolTip(QString::fromLatin1(Tips[int(b.command)]));
+        button->setAutoDefault(false);
         m_buttons.insert(int(b.command), button);
         navigator->addWidget(button);
         connect(button, &QPushButton::clicked, this,
@@ -67,7 +75,8 @@ EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent)
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_grid->horizontalHeader()->setStretchLastSection(true);
+    m_grid->horizontalHeader()->setStretchLastSection(false);
+    m_grid->setAlternatingRowColors(true);
     m_grid->setWordWrap(false);
     m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_grid->verticalHeader()->setDefaultSectionSize(m_grid->fontMetrics().height() + 6);
@@ -89,6 +98,11 @@ EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent)
 
     presenter.setOnChanged([this] { showState(); });
     showState();
+    m_grid->resizeColumnsToContents();
+    if (settings)
+        keepPlacement(*this, *settings, objectName(), QSize(760, 560));
+    else
+        resize(fittingSize(*this, QSize(760, 560)));
 }
 
 EditBaseView::~EditBaseView()
@@ -178,11 +192,16 @@ void EditBaseView::showGrid()
 {
     const TFormEditBase::Grid& grid = m_presenter.grid();
     m_grid->setColumnCount(int(grid.fields.size()));
-    m_grid->setHorizontalHeaderLabels(grid.fields);
+    QStringList titles;
+    for (const QString& field : grid.fields)
+        titles.append(plainColumnLabel(field));
+    m_grid->setHorizontalHeaderLabels(titles);
+    const bool firstFill = m_grid->rowCount() == 0 && !grid.rows.isEmpty();
     m_grid->setRowCount(int(grid.rows.size()));
     for (int r = 0; r < grid.rows.size(); ++r)
         for (int c = 0; c < grid.fields.size(); ++c)
             m_grid->setItem(r, c, new QTableWidgetItem(shown(grid.rows[r].value(c))));
+    if (firstFill) m_grid->resizeColumnsToContents();
     if (grid.current >= 0) m_grid->selectRow(grid.current);
 }
 

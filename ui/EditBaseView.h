@@ -9,8 +9,9 @@ class QTabWidget;
 class QTableWidget;
 
 namespace kb {
+class SettingsFile;
 class TFormEditBase;
-}
+} // namespace kb
 
 namespace kb::ui {
 
@@ -23,7 +24,8 @@ class EditBaseView : public QDialog
     Q_OBJECT
 
 public:
-    explicit EditBaseView(TFormEditBase& presenter, QWidget* parent = nullptr);
+    // With settings, the screen keeps its place and size in them.
+    explicit EditBaseView(TFormEditBase& presenter, QWidget* parent = nullptr, SettingsFile* settings = nullptr);
     ~EditBaseView() override;
 
     QTabWidget* pages() const { return m_pages; }

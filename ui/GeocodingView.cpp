@@ -1,7 +1,6 @@
 #include "GeocodingView.h"
 
 #include "TFormGeocodeAddresses.h"
-#include "UserIni.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -10,7 +9,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSettings>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -79,8 +77,6 @@ GeocodingView::GeocodingView(TFormGeocodeAddresses& presenter, const SessionStat
         m_presenter.ActionAccept(rows);
     });
     connect(&m_presenter, &TFormGeocodeAddresses::changed, this, &GeocodingView::showMatches);
-    QSettings ini(userIniPath(m_session), QSettings::IniFormat);
-    restoreGeometry(ini.value(QStringLiteral("FormGeocodeAddresses/Geometry")).toByteArray());
     showMatches();
 }
 
@@ -100,8 +96,6 @@ void GeocodingView::showMatches()
 
 void GeocodingView::done(int result)
 {
-    QSettings ini(userIniPath(m_session), QSettings::IniFormat);
-    ini.setValue(QStringLiteral("FormGeocodeAddresses/Geometry"), saveGeometry());
     QDialog::done(result);
 }
 

@@ -9,7 +9,6 @@
 #include "StopValueDialog.h"
 #include "TFormMapPointOptionsOrderRoutes.h"
 #include "TFormOrderRoutes.h"
-#include "UserIni.h"
 #include "UserInterface.h"
 
 #include <QAction>
@@ -23,7 +22,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
-#include <QSettings>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -157,8 +155,6 @@ OrderRoutesView::OrderRoutesView(TFormOrderRoutes& presenter, Database& db, cons
                     m_presenter.setCurrentPosition(current.row());
             });
 
-    QSettings ini(userIniPath(m_session), QSettings::IniFormat);
-    restoreGeometry(ini.value(QStringLiteral("FormOrderRoutes/Geometry")).toByteArray());
     showState();
 }
 
@@ -273,8 +269,6 @@ void OrderRoutesView::done(int result)
     } catch (const std::exception& e) {
         m_ui.error(QString::fromUtf8(e.what()));
     }
-    QSettings ini(userIniPath(m_session), QSettings::IniFormat);
-    ini.setValue(QStringLiteral("FormOrderRoutes/Geometry"), saveGeometry());
     QDialog::done(result);
 }
 

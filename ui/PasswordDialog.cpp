@@ -8,12 +8,17 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kb::ui {
 
 PasswordDialog::PasswordDialog(TPasswordDlg& presenter, QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_name(new QLineEdit(this))
 {
     setWindowTitle(TPasswordDlg::caption());
+    // The title must fit the window frame, whose buttons take room of their own.
+    setMinimumWidth(std::max(340, fontMetrics().horizontalAdvance(windowTitle()) + 160));
+    m_name->setMaxLength(12);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(TPasswordDlg::prompt(), this));
     layout->addWidget(m_name);

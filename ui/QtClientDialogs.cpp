@@ -7,13 +7,13 @@ namespace kb::ui {
 
 void QtClientDialogs::showHouseholdMembers(TFormShowHouseholdMembers& form)
 {
-    ShowHouseholdMembersView view(form, m_iniPath, m_parent);
+    ShowHouseholdMembersView view(form, m_settings, m_parent);
     view.exec();
 }
 
 bool QtClientDialogs::showResetStartDate(TFormResetStartDate& form)
 {
-    ResetStartDateView view(form, m_iniPath, m_parent);
+    ResetStartDateView view(form, m_settings, m_parent);
     return view.exec() == QDialog::Accepted;
 }
 

@@ -2,22 +2,19 @@
 
 #include <QString>
 
-class QMenu;
 class QWidget;
 
 namespace kb {
 class RecordServices;
-}
+class SettingsFile;
+} // namespace kb
 
 namespace kb::ui {
 
-// Fills the "Table Maintenance" submenu of the main window's Edit menu with
-// one entry per code table screen; each entry opens that screen modally
-// over parent.
-void addReferenceEditorsMenu(QMenu* menu, RecordServices& services, QWidget* parent);
-
 // Opens one code table screen by its form name, modally; false when there
-// is no such screen or its table cannot be opened.
-bool showReferenceEditor(const QString& formName, RecordServices& services, QWidget* parent);
+// is no such screen or its table cannot be opened. With settings, the screen
+// keeps its place and size in them.
+bool showReferenceEditor(const QString& formName, RecordServices& services, QWidget* parent,
+                         SettingsFile* settings = nullptr);
 
 } // namespace kb::ui

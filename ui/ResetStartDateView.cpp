@@ -1,6 +1,6 @@
 #include "ResetStartDateView.h"
 
-#include "FormPositions.h"
+#include "FormPlacement.h"
 #include "screens/TFormResetStartDate.h"
 
 #include <QDateEdit>
@@ -34,8 +34,8 @@ QDate pickedDate(const QDateEdit* edit)
 
 } // namespace
 
-ResetStartDateView::ResetStartDateView(TFormResetStartDate& presenter, QString iniPath, QWidget* parent)
-    : QDialog(parent), m_presenter(presenter), m_iniPath(std::move(iniPath)),
+ResetStartDateView::ResetStartDateView(TFormResetStartDate& presenter, SettingsFile& settings, QWidget* parent)
+    : QDialog(parent), m_presenter(presenter),
       m_start(datePicker(presenter.startDate(), this)),
       m_recert(datePicker(presenter.recertificationDate(), this))
 {
@@ -52,7 +52,7 @@ ResetStartDateView::ResetStartDateView(TFormResetStartDate& presenter, QString i
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    FormPositions::restore(*this, m_iniPath, FormName);
+    keepPlacement(*this, settings, FormName, QSize());
 }
 
 void ResetStartDateView::done(int result)
@@ -61,7 +61,6 @@ void ResetStartDateView::done(int result)
         m_presenter.setStartDate(pickedDate(m_start));
         m_presenter.setRecertificationDate(pickedDate(m_recert));
     }
-    FormPositions::save(*this, m_iniPath, FormName);
     QDialog::done(result);
 }
 

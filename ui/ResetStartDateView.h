@@ -5,6 +5,7 @@
 class QDateEdit;
 
 namespace kb {
+class SettingsFile;
 class TFormResetStartDate;
 }
 
@@ -17,7 +18,7 @@ class ResetStartDateView : public QDialog
     Q_OBJECT
 
 public:
-    ResetStartDateView(TFormResetStartDate& presenter, QString iniPath, QWidget* parent = nullptr);
+    ResetStartDateView(TFormResetStartDate& presenter, SettingsFile& settings, QWidget* parent = nullptr);
 
     QDateEdit* startDateEdit() const { return m_start; }
     QDateEdit* recertificationDateEdit() const { return m_recert; }
@@ -27,7 +28,6 @@ protected:
 
 private:
     TFormResetStartDate& m_presenter;
-    QString m_iniPath;
     QDateEdit* m_start;
     QDateEdit* m_recert;
 };

@@ -142,6 +142,8 @@ void RunPrepareView::run(void (TFormRunPrepare::*action)())
     } catch (const std::exception& e) {
         m_ui.error(QString::fromUtf8(e.what()));
     }
+    // Names, services and addresses are read whole.
+    m_grid->resizeColumnsToContents();
 }
 
 } // namespace kb::ui

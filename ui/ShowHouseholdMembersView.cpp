@@ -1,6 +1,6 @@
 #include "ShowHouseholdMembersView.h"
 
-#include "FormPositions.h"
+#include "FormPlacement.h"
 #include "screens/TFormShowHouseholdMembers.h"
 
 #include <QHBoxLayout>
@@ -23,13 +23,12 @@ QString dateText(const QDate& date)
 
 } // namespace
 
-ShowHouseholdMembersView::ShowHouseholdMembersView(TFormShowHouseholdMembers& presenter, QString iniPath,
+ShowHouseholdMembersView::ShowHouseholdMembersView(TFormShowHouseholdMembers& presenter, SettingsFile& settings,
                                                    QWidget* parent)
-    : QDialog(parent), m_presenter(presenter), m_iniPath(std::move(iniPath)), m_grid(new QTableWidget(this)),
+    : QDialog(parent), m_presenter(presenter), m_grid(new QTableWidget(this)),
       m_migrate(new QPushButton(QStringLiteral("&Migrate"), this))
 {
     setWindowTitle(TFormShowHouseholdMembers::caption());
-    resize(820, 300);
     auto* intro = new QLabel(
         QStringLiteral("Compare the status, dates, delivery days, routes and stops of these members "
                        "with the client just saved. Migrate copies the client's delivery settings "
@@ -65,18 +64,12 @@ ShowHouseholdMembersView::ShowHouseholdMembersView(TFormShowHouseholdMembers& pr
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     m_presenter.setOnChanged([this] { showMembers(); });
     showMembers();
-    FormPositions::restore(*this, m_iniPath, FormName);
+    keepPlacement(*this, settings, FormName, QSize(860, 320));
 }
 
 ShowHouseholdMembersView::~ShowHouseholdMembersView()
 {
     m_presenter.setOnChanged({});
-}
-
-void ShowHouseholdMembersView::done(int result)
-{
-    FormPositions::save(*this, m_iniPath, FormName);
-    QDialog::done(result);
 }
 
 void ShowHouseholdMembersView::showMembers()

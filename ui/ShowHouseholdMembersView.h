@@ -6,6 +6,7 @@ class QPushButton;
 class QTableWidget;
 
 namespace kb {
+class SettingsFile;
 class TFormShowHouseholdMembers;
 }
 
@@ -18,21 +19,17 @@ class ShowHouseholdMembersView : public QDialog
     Q_OBJECT
 
 public:
-    ShowHouseholdMembersView(TFormShowHouseholdMembers& presenter, QString iniPath,
+    ShowHouseholdMembersView(TFormShowHouseholdMembers& presenter, SettingsFile& settings,
                              QWidget* parent = nullptr);
     ~ShowHouseholdMembersView() override;
 
     QTableWidget* grid() const { return m_grid; }
     QPushButton* migrateButton() const { return m_migrate; }
 
-protected:
-    void done(int result) override;
-
 private:
     void showMembers();
 
     TFormShowHouseholdMembers& m_presenter;
-    QString m_iniPath;
     QTableWidget* m_grid;
     QPushButton* m_migrate;
     bool m_showing = false;

@@ -1,5 +1,7 @@
 #include "VisibleFieldsView.h"
 
+#include "FormPlacement.h"
+
 #include "UserInterface.h"
 #include "settings/TVisibleFieldsDlg.h"
 
@@ -81,8 +83,9 @@ VisibleFieldsView::VisibleFieldsView(TVisibleFieldsDlg& presenter, UserInterface
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    resize(760, 480);
+    resize(fittingSize(*this, QSize(760, 480)));
     showLists();
+    m_opened = m_presenter.memoText();
 }
 
 void VisibleFieldsView::showLists(int visibleRow)
@@ -121,6 +124,13 @@ void VisibleFieldsView::modifyLabel()
 void VisibleFieldsView::accept()
 {
     if (m_presenter.accept()) QDialog::accept();
+}
+
+void VisibleFieldsView::reject()
+{
+    if (m_presenter.memoText() != m_opened && m_ui.question(discardQuestion(), Buttons::YesNo) != Answer::Yes)
+        return;
+    QDialog::reject();
 }
 
 } // namespace kb::ui

@@ -25,6 +25,13 @@ public:
 
     // OK: kept only when the presenter could save the choice.
     void accept() override;
+    // Cancel, Escape or the close button: changes are given up only after
+    // the user says so.
+    void reject() override;
+    static QString discardQuestion()
+    {
+        return QStringLiteral("Close without keeping your changes to the visible fields?");
+    }
 
 private:
     void showLists(int visibleRow = -1);
@@ -34,6 +41,7 @@ private:
     UserInterface& m_ui;
     QListWidget* m_available;
     QListWidget* m_visible;
+    QString m_opened; // the choice as it stood when the screen opened
 };
 
 } // namespace kb::ui

@@ -16,14 +16,9 @@
 #include "Csv.h"
 #include "dataset/Abort.h"
 #include "dataset/TableDataSet.h"
-#include "records/DataSetActions.h"
 #include "records/RecordServices.h"
-#include "rules/ClientDialogs.h"
-#include "rules/ClientHistoryTexts.h"
-#include "rules/ClientRules.h"
 #include "rules/NewPerson.h"
-#include "screens/TFormResetStartDate.h"
-#include "screens/TFormShowHouseholdMembers.h"
+#include "session/TDataModule1.h"
 #include "store/Database.h"
 
 #include <limits>
@@ -33,61 +28,14 @@ namespace {
 
 using kb::app::UsageError;
 
-// The screens of a save, headless: what they would show goes to the error
-// stream, and nothing is changed through them.
-class ConsoleClientDialogs final : public kb::ClientDialogs
-{
-public:
-    explicit ConsoleClientDialogs(QTextStream& err) : m_err(err) {}
-
-    void showHouseholdMembers(kb::TFormShowHouseholdMembers& form) override
-    {
-        m_err << form.caption() << ":\n";
-        for (const auto& m : form.members())
-            m_err << "  " << m.clientId << ' ' << m.name << ", " << m.status << ", route " << m.route << ", "
-                  << (m.days.isEmpty() ? QStringLiteral("no days") : m.days) << '\n';
-    }
-    bool showResetStartDate(kb::TFormResetStartDate& form) override
-    {
-        m_err << form.caption() << ": " << form.startDateLabel() << ' ' << dateText(form.startDate());
-        if (form.recertificationVisible())
-            m_err << ", " << form.recertificationDateLabel() << ' ' << dateText(form.recertificationDate());
-        m_err << " [Cancel]\n";
-        return false;
-    }
-
-private:
-    static QString dateText(const QDate& date)
-    {
-        return date.isValid() ? kb::client_history::dateText(date) : QStringLiteral("none");
-    }
-
-    QTextStream& m_err;
-};
-
-// The one place where a command changes clients: the user's level is
-// checked, the Clients set gets the rules as the desktop's data module
-// holds it, and the work runs in one transaction.
+// A change of clients through the data module's shared Clients set, which
+// carries the client rules as on the desktop: the work runs in one
+// transaction, and the session refuses it when the user's level does not
+// allow changes.
 class ClientWrite
 {
 public:
-    explicit ClientWrite(kb::app::CommandSession& session, QTextStream& err)
-        : m_session(session), m_dialogs(err), m_clients(session.data().db(), QStringLiteral("Clients")),
-          m_rules(session.data().services(), session.ui(), session.data().clock(), session.data().session())
-    {
-        const QString level = session.data().session().accessLevel;
-        if (level == QLatin1String("R") || level == QLatin1String("O"))
-            throw std::runtime_error("Your access level does not allow changing client records.");
-        session.data().services().installErrorHooks(m_clients);
-        m_rules.attach(m_clients);
-        m_rules.setDialogs(&m_dialogs);
-        kb::OpenTable(m_clients);
-    }
-    ~ClientWrite()
-    {
-        m_rules.detach();
-        m_clients.close();
-    }
+    explicit ClientWrite(kb::app::CommandSession& session) : m_session(session), m_clients(session.data().clients()) {}
 
     kb::DataSet& clients() { return m_clients; }
 
@@ -102,6 +50,9 @@ public:
         } catch (const kb::Abort&) {
             if (m_clients.state() != kb::DataSet::State::Browse) m_clients.cancel();
             return false;
+        } catch (...) {
+            if (m_clients.state() != kb::DataSet::State::Browse) m_clients.cancel();
+            throw;
         }
         guard.commit();
         return true;
@@ -115,9 +66,7 @@ public:
 
 private:
     kb::app::CommandSession& m_session;
-    ConsoleClientDialogs m_dialogs;
-    kb::TableDataSet m_clients;
-    kb::ClientRules m_rules;
+    kb::TableDataSet& m_clients;
 };
 
 qint64 personWord(const kb::app::CommandArgs& args)
@@ -154,7 +103,7 @@ int setClient(kb::app::CommandContext& context, const kb::app::CommandArgs& args
     kb::app::CommandSession session(context);
     bool saved = false;
     {
-        ClientWrite write(session, context.err);
+        ClientWrite write(session);
         if (!write.clients().locate(QStringLiteral("PERSON_ID"), personId)) noSuchPerson(personId);
         saved = write.run([&] {
             write.clients().edit();
@@ -173,7 +122,7 @@ int newClient(kb::app::CommandContext& context, const kb::app::CommandArgs& args
     int personId = 0;
     bool saved = false;
     {
-        ClientWrite write(session, context.err);
+        ClientWrite write(session);
         saved = write.run([&] {
             write.clients().append();
             personId =

@@ -206,6 +206,17 @@ QVariant DataSet::fieldValue(int index) const
     return row->extra.value(f.source);
 }
 
+QVariant DataSet::fieldValueAt(int position, int index) const
+{
+    if (position < 0 || position >= int(m_view.size()) || index < 0 || index >= int(m_fields.size()))
+        return {};
+    const Row* row = &m_rows[size_t(m_view[size_t(position)])];
+    if (m_state == State::Edit && position == m_pos)
+        row = &m_edit;
+    Restore<const Row*> eval(m_evalRow, row);
+    return fieldValue(index);
+}
+
 QVariant DataSet::oldValue(QStringView name) const
 {
     const Field& f = m_fields[size_t(requireField(*this, name))];

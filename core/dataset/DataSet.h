@@ -188,6 +188,11 @@ public:
     // field the set does not have.
     QVariant fieldValue(QStringView name) const;
     QVariant fieldValue(int index) const;
+    // The value of a field in the row at a 0-based position among the rows
+    // the filter lets through, without moving and without hooks (calculated
+    // fields are worked out for that row): for lists that show many rows at
+    // once. The row in edit shows its typed values. Null out of range.
+    QVariant fieldValueAt(int position, int index) const;
     // In Edit or Insert only (and on calculated fields inside OnCalcFields);
     // the value is brought to the field's type at once.
     void setFieldValue(QStringView name, const QVariant& value);

@@ -1,5 +1,6 @@
 #include "reference/EditorFieldRules.h"
 
+#include "catalogue/ColumnLabels.h"
 #include "store/Database.h"
 
 namespace kb {
@@ -59,13 +60,10 @@ const CodeList* codeList(const QString& table, const QString& column)
     return nullptr;
 }
 
-// "SERVICE_DESC" reads "Service Desc:".
+// "SERVICE_DESC" reads "Service Description:".
 QString labelOf(const QString& column)
 {
-    QStringList words = column.split(QLatin1Char('_'), Qt::SkipEmptyParts);
-    for (QString& w : words)
-        w = w.left(1).toUpper() + w.mid(1).toLower();
-    return words.join(QLatin1Char(' ')) + QLatin1Char(':');
+    return plainColumnLabel(column) + QLatin1Char(':');
 }
 
 FieldEditor editorOf(FieldType type)

@@ -82,6 +82,34 @@ RowReader TFormEditBase::originalRow() const
     return [this](const QString& column) { return m_set->oldValue(column); };
 }
 
+namespace {
+
+// Passes everything on to the user and counts the questions, so that a
+// delete its guards have already asked about is not asked about twice.
+class CountingQuestions final : public UserInterface
+{
+public:
+    explicit CountingQuestions(UserInterface& ui) : m_ui(ui) {}
+    int questions = 0;
+    void information(const QString& text) override { m_ui.information(text); }
+    void warning(const QString& text) override { m_ui.warning(text); }
+    void error(const QString& text) override { m_ui.error(text); }
+    Answer question(const QString& text, Buttons buttons) override
+    {
+        ++questions;
+        return m_ui.question(text, buttons);
+    }
+    void progressStart(const QString& text) override { m_ui.progressStart(text); }
+    void progressStep(int percent) override { m_ui.progressStep(percent); }
+    void progressEnd() override { m_ui.progressEnd(); }
+    void setBusy(bool busy) override { m_ui.setBusy(busy); }
+
+private:
+    UserInterface& m_ui;
+};
+
+} // namespace
+
 void TFormEditBase::installRules()
 {
     DataSet& set = *m_set;
@@ -98,7 +126,10 @@ void TFormEditBase::installRules()
             throw Abort();
     });
     set.setHook(DataSet::Hook::BeforeDelete, [this](DataSet& s) {
-        if (!passesDeleteGuards(m_db, m_ui, m_screen.table, currentRow())) throw Abort();
+        CountingQuestions ui(m_ui);
+        if (!passesDeleteGuards(m_db, ui, m_screen.table, currentRow())) throw Abort();
+        // A row goes for good: the user says so first, unless a guard just asked.
+        if (ui.questions == 0 && m_ui.question(deleteQuestion(), Buttons::YesNo) != Answer::Yes) throw Abort();
         m_deleted.clear();
         for (const QString& name : s.fieldNames())
             m_deleted.insert(name.toUpper(), s.fieldValue(name));
@@ -143,6 +174,9 @@ bool TFormEditBase::open()
 bool TFormEditBase::close()
 {
     if (!m_set || !m_set->isActive()) return true;
+    // A new row nothing was typed into is dropped without a question.
+    if (m_set->state() == DataSet::State::Insert && !m_set->isModified())
+        guarded([this] { m_set->cancel(); });
     if (editing()) {
         if (m_ui.question(QStringLiteral("Save changes to data before closing window?"), Buttons::YesNo) ==
             Answer::Yes) {
@@ -209,6 +243,11 @@ bool TFormEditBase::run(Command command)
     case Command::Delete:
         return guarded([&] { set.remove(); });
     case Command::Post:
+        // An empty new row is not saved: the row waits for its values.
+        if (set.state() == DataSet::State::Insert && !set.isModified()) {
+            m_ui.information(nothingToSaveText());
+            return false;
+        }
         return guarded([&] { set.post(); });
     case Command::Cancel:
         return guarded([&] { set.cancel(); });

@@ -49,6 +49,13 @@ public:
 
     const EditorScreen& screen() const { return m_screen; }
     const QString& caption() const { return m_screen.caption; }
+    // Asked before a row is deleted, unless the table's own guards asked.
+    static QString deleteQuestion() { return QStringLiteral("Delete the selected row? This cannot be undone."); }
+    // Told when a new row is posted before anything was typed into it.
+    static QString nothingToSaveText()
+    {
+        return QStringLiteral("There is nothing to save yet: type the new row's values first.");
+    }
     DataSet& dataSet() { return *m_set; }
 
     // Opens the table; false (the user told) when it cannot be opened.

@@ -73,7 +73,12 @@ TEST_P(TFormEditBaseTest, NewRowsAreNumberedAndRequiredFieldsKeepTheRowInEdit)
     EXPECT_FALSE(form->isEnabled(Command::Insert));
     EXPECT_FALSE(form->isEnabled(Command::Next));
 
+    // An empty new row is not saved.
+    EXPECT_FALSE(form->run(Command::Post));
+    EXPECT_EQ(ui.texts(Kind::Information), QStringList{TFormEditBase::nothingToSaveText()});
+    EXPECT_EQ(form->dataSet().state(), DataSet::State::Insert);
     // Without a code the post is refused and the row stays to be completed.
+    ASSERT_TRUE(form->setValue(QStringLiteral("DIET_DESC"), QStringLiteral("Low Salt")));
     EXPECT_FALSE(form->run(Command::Post));
     EXPECT_EQ(ui.texts(Kind::Warning),
               QStringList{"The Diet Identifier (AKA Diet Code or Abbreviation) can't be left \r\nblank!"});
@@ -187,6 +192,10 @@ TEST_P(TFormEditBaseTest, AServiceThatMayGoTakesItsItemsAndFundingUses)
                   "are assigned to this Service you can not delete it."});
 
     ASSERT_TRUE(form->dataSet().locate(QStringLiteral("SERVICE_ID"), 2));
+    ui.clear();
+    EXPECT_FALSE(form->run(Command::Delete)) << "No keeps the row";
+    EXPECT_EQ(ui.texts(Kind::Question), QStringList{TFormEditBase::deleteQuestion()});
+    ui.answerNext(Answer::Yes);
     EXPECT_TRUE(form->run(Command::Delete));
     EXPECT_EQ(count(QStringLiteral("select count(*) from Defdels where Service_ID = 2")), 0);
     EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Service_ID = 2")), 0);

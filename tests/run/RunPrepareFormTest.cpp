@@ -170,6 +170,16 @@ TEST_F(RunPrepareForm, DoubleClickShowsTheClientsDetails)
     EXPECT_TRUE(shown[0].contains(QStringLiteral("555-0101")));
     EXPECT_TRUE(shown[0].contains(QStringLiteral("Tue: Route R2, Stop 8")));
     EXPECT_TRUE(shown[0].contains(QStringLiteral("Def: Route R1, Stop 1")));
+    // Days without a route of their own, and empty details, are left out.
+    EXPECT_FALSE(shown[0].contains(QStringLiteral("Mon:"))) << shown[0].toStdString();
+    EXPECT_FALSE(shown[0].contains(QStringLiteral("Directions:")));
+
+    ui.clear();
+    addClient(2, {{QStringLiteral("Monday"), true}});
+    prepare(monday);
+    form().showClientDetails(1);
+    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Information).value(0).startsWith(QStringLiteral("First2 Last2\n")))
+        << "no double blank without a middle name";
 }
 
 } // namespace

@@ -16,6 +16,7 @@
 #include "screens/TFormResetStartDate.h"
 #include "screens/TFormShowHouseholdMembers.h"
 #include "session/SessionState.h"
+#include "settings/SettingsFile.h"
 
 #include <QApplication>
 #include <QDateEdit>
@@ -57,9 +58,8 @@ protected:
         if (!QApplication::instance()) new QApplication(argc, argv);
     }
 
-    QString ini() const { return folder.filePath(QStringLiteral("Kettbrk.ini")); }
-
     QTemporaryDir folder;
+    SettingsFile settings{folder.path()};
     test::TempDataDir data;
     test::ScriptedUserInterface ui;
     RecordServices services{data.db(), ui};
@@ -93,7 +93,7 @@ TEST_F(ClientDialogsViewTest, TheHouseholdListMigratesTheChosenMember)
     int shown = 0;
     dialogs.onMembers = [&](TFormShowHouseholdMembers& form) {
         ++shown;
-        ui::ShowHouseholdMembersView view(form, ini());
+        ui::ShowHouseholdMembersView view(form, settings);
         view.show();
         EXPECT_EQ(view.windowTitle(), "Other Household Members");
         ASSERT_EQ(view.grid()->rowCount(), 2);
@@ -133,7 +133,7 @@ TEST_F(ClientDialogsViewTest, TheResetScreenHandsBackTheDatesOnOkAndKeepsItsPlac
 {
     TFormResetStartDate form(QDate(2024, 1, 2), QDate(2024, 6, 1), true);
     {
-        ui::ResetStartDateView view(form, ini());
+        ui::ResetStartDateView view(form, settings);
         view.show();
         EXPECT_EQ(view.windowTitle(), "Reset Start Date");
         EXPECT_EQ(view.startDateEdit()->date(), QDate(2024, 1, 2));
@@ -145,7 +145,7 @@ TEST_F(ClientDialogsViewTest, TheResetScreenHandsBackTheDatesOnOkAndKeepsItsPlac
     }
     EXPECT_EQ(form.startDate(), QDate(2024, 1, 2)) << "Cancel keeps the dates";
     {
-        ui::ResetStartDateView view(form, ini());
+        ui::ResetStartDateView view(form, settings);
         EXPECT_EQ(view.pos(), QPoint(120, 130));
         view.show();
         view.startDateEdit()->setDate(QDate(2024, 3, 11));
@@ -156,7 +156,7 @@ TEST_F(ClientDialogsViewTest, TheResetScreenHandsBackTheDatesOnOkAndKeepsItsPlac
     EXPECT_FALSE(form.recertificationDate().isValid()) << "the empty picker is no date";
 
     TFormResetStartDate startOnly(QDate(), QDate(), false);
-    ui::ResetStartDateView view(startOnly, ini());
+    ui::ResetStartDateView view(startOnly, settings);
     view.show();
     EXPECT_FALSE(view.recertificationDateEdit()->isVisible());
     EXPECT_EQ(view.startDateEdit()->text().trimmed(), "");

@@ -7,7 +7,8 @@
 #include "ConfigView.h"
 #include "DemoAgency.h"
 #include "DisplayLoginsView.h"
-#include "MainWindow.h"
+#include "clientwindow/MainWindow.h"
+#include "window/TFormClients.h"
 #include "ScriptedUserInterface.h"
 #include "TempDataDir.h"
 #include "VisibleFieldsView.h"
@@ -36,6 +37,8 @@
 #include <QTreeWidget>
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 using namespace kb;
 using namespace kb::test;
@@ -236,36 +239,42 @@ TEST_F(ConfigViews, LogInsAndVisibleFieldsOpenFromTheScreen)
     EXPECT_EQ(fieldsView.visibleList()->count(), 2);
     EXPECT_EQ(fieldsView.availableList()->count(), int(fields.available().size()));
     screenshot(fieldsView, QStringLiteral("visible-fields"));
+    // Leaving with changes asks first; No keeps the screen open.
+    ui.clear();
+    fieldsView.reject();
+    EXPECT_EQ(ui.texts(Kind::Question), QStringList{ui::VisibleFieldsView::discardQuestion()});
+    EXPECT_TRUE(fieldsView.isVisible());
     fieldsView.accept();
     EXPECT_EQ(stored("select ADL_VISIBLE_FIELDS from Config").count(u'\n'), 1);
 }
 
 TEST_F(ConfigViews, TheMenusFollowTheAccessLevel)
 {
-    {
-        TDataModule1& m = signIn(QStringLiteral("W"));
-        ui::MainWindow window(m, ui);
-        window.showUser();
-        EXPECT_TRUE(window.configurationAction()->isEnabled());
-        EXPECT_TRUE(window.tableMaintenanceMenu()->isEnabled());
-        EXPECT_TRUE(window.editMenu()->menuAction()->isVisible());
+    const auto window = [&](const char* level, const std::function<void(ui::MainWindow&)>& check) {
+        TDataModule1& m = signIn(QString::fromLatin1(level));
+        TFormClients form(m, ui);
+        form.create();
+        ui::MainWindow w(form, ui);
+        form.firstShow();
+        w.showUser();
+        check(w);
         module->shutdown();
-    }
-    {
-        TDataModule1& m = signIn(QStringLiteral("R"));
-        ui::MainWindow window(m, ui);
-        window.showUser();
-        EXPECT_FALSE(window.tableMaintenanceMenu()->isEnabled());
-        EXPECT_FALSE(window.processMenu()->isEnabled());
-        EXPECT_TRUE(window.editMenu()->menuAction()->isVisible());
-        module->shutdown();
-    }
-    TDataModule1& m = signIn(QStringLiteral("O"));
-    ui::MainWindow window(m, ui);
-    window.showUser();
-    EXPECT_FALSE(window.editMenu()->menuAction()->isVisible());
-    EXPECT_FALSE(window.processMenu()->menuAction()->isVisible());
-    EXPECT_FALSE(window.analyzeMenu()->menuAction()->isVisible());
+    };
+    window("W", [](ui::MainWindow& w) {
+        EXPECT_TRUE(w.action(QStringLiteral("TFormEditConfig"))->isEnabled());
+        EXPECT_TRUE(w.menu(QStringLiteral("Edit/Table Maintenance"))->isEnabled());
+        EXPECT_TRUE(w.menu(QStringLiteral("Edit"))->menuAction()->isVisible());
+    });
+    window("R", [](ui::MainWindow& w) {
+        EXPECT_FALSE(w.menu(QStringLiteral("Edit/Table Maintenance"))->isEnabled());
+        EXPECT_FALSE(w.menu(QStringLiteral("Reports/Process"))->isEnabled());
+        EXPECT_TRUE(w.menu(QStringLiteral("Edit"))->menuAction()->isVisible());
+    });
+    window("O", [](ui::MainWindow& w) {
+        EXPECT_FALSE(w.menu(QStringLiteral("Edit"))->menuAction()->isVisible());
+        EXPECT_FALSE(w.menu(QStringLiteral("Reports/Process"))->menuAction()->isVisible());
+        EXPECT_FALSE(w.menu(QStringLiteral("Reports/Analyze"))->menuAction()->isVisible());
+    });
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "EditBaseView.h"
 #include "records/RecordServices.h"
 #include "ReferenceEditorsMenu.h"
+#include "window/ClientCommands.h"
 #include "ScriptedUserInterface.h"
 #include "TempDataDir.h"
 #include "reference/TFormEditBase.h"
@@ -110,17 +111,57 @@ TEST_F(EditBaseViewTest, ServiceFieldsHideAndShowWithTheType)
     EXPECT_TRUE(exclusive->isVisible());
 }
 
+TEST_F(EditBaseViewTest, DestructiveAndEmptyActionsAskFirstAndTitlesArePlainWords)
+{
+    TFormEditBase presenter(services, *referenceEditorScreen(QStringLiteral("TFormEditCuisines")));
+    ASSERT_TRUE(presenter.open());
+    ui::EditBaseView view(presenter);
+    view.show();
+    QStringList titles;
+    for (int c = 0; c < view.grid()->columnCount(); ++c)
+        titles << view.grid()->horizontalHeaderItem(c)->text();
+    EXPECT_EQ(titles, (QStringList{"Cuisine ID", "Cuisine"}));
+
+    // An empty new row is not saved, and closing drops it without a question.
+    view.button(int(Command::Insert))->click();
+    view.button(int(Command::Post))->click();
+    EXPECT_EQ(ui.texts(Kind::Information), QStringList{TFormEditBase::nothingToSaveText()});
+    EXPECT_EQ(data.db().recordCount(QStringLiteral("Cuisines")), 0);
+    auto* name = qobject_cast<QLineEdit*>(view.editor(QStringLiteral("Cuisine")));
+    ASSERT_NE(name, nullptr);
+    name->setText(QStringLiteral("Creole"));
+    emit name->textEdited(name->text());
+    view.button(int(Command::Post))->click();
+    EXPECT_EQ(data.db().recordCount(QStringLiteral("Cuisines")), 1);
+
+    // Deleting asks; No keeps the row.
+    ui.clear();
+    view.button(int(Command::Delete))->click();
+    EXPECT_EQ(ui.texts(Kind::Question), QStringList{TFormEditBase::deleteQuestion()});
+    EXPECT_EQ(data.db().recordCount(QStringLiteral("Cuisines")), 1);
+
+    // Escape with a change asks whether to save it.
+    name->setText(QStringLiteral("Cajun"));
+    emit name->textEdited(name->text());
+    ui.clear();
+    ui.answerNext(Answer::Yes);
+    view.reject();
+    EXPECT_EQ(ui.texts(Kind::Question), QStringList{"Save changes to data before closing window?"});
+    EXPECT_EQ(data.db().execute(QStringLiteral("select Cuisine from Cuisines")).value(0, 0), "Cajun");
+}
+
 TEST_F(EditBaseViewTest, TheMenuListsEveryTableMaintenanceScreen)
 {
-    QMenu menu;
-    ui::addReferenceEditorsMenu(&menu, services, nullptr);
-    QStringList entries;
-    for (QAction* action : menu.actions())
-        entries.append(action->text());
-    EXPECT_EQ(entries.size(), 19);
-    EXPECT_TRUE(entries.contains(QStringLiteral("Diet Modifications")));
-    EXPECT_TRUE(entries.contains(QStringLiteral("System &Queries")));
-    EXPECT_TRUE(entries.contains(QStringLiteral("Cold Bag Code Usage")));
+    // Every code table screen has its command under Table Maintenance.
+    int screens = 0;
+    for (const EditorScreen& screen : referenceEditorScreens()) {
+        if (screen.menuText.isEmpty()) continue;
+        ++screens;
+        const ClientCommandInfo* command = findClientCommand(screen.formName);
+        ASSERT_NE(command, nullptr) << screen.formName.toStdString();
+        EXPECT_EQ(command->menu, "Edit/Table Maintenance");
+    }
+    EXPECT_EQ(screens, 19);
     EXPECT_FALSE(ui::showReferenceEditor(QStringLiteral("TFormNoSuchScreen"), services, nullptr));
 }
 

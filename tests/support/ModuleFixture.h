@@ -56,10 +56,15 @@ protected:
 
     Database& db() { return data->db(); }
 
+    // Called with the module before it starts, for what must hang on its
+    // data sets from the start (the client rules).
+    virtual void beforeStart(TDataModule1&) {}
+
     // Starts the module and signs in: "keeperin" or "user" + a level letter.
     TDataModule1& signIn(const QString& user)
     {
         module = std::make_unique<TDataModule1>(data->clock(), ui);
+        beforeStart(*module);
         module->start(settingsFor(*data), appData.path());
         SignIn::complete(module->db(), module->session(), SignIn::lookUp(module->db(), user));
         module->userSignedIn();
