@@ -474,6 +474,9 @@ TEST_P(SqlDialect, UpdatesFromAJoinedMemoryTableAndOtherQuotedForms)
     EXPECT_EQ(run(QStringLiteral("Update memory MemMappingData set Stop = 0 where (Stop = Null)")).rowsAffected(), 1);
     EXPECT_EQ(scalar(QStringLiteral("select count(*) from Memory MemMappingData where Stop = 0")).toInt(), 1);
 
+    // A memory table named by its file in quotes, as the label run empties it.
+    EXPECT_EQ(run(QStringLiteral("Delete  from \"MemMappingData.dat\"")).rowsAffected(), 4);
+
     // The items wizard's insert with its "fields" word, and a working table
     // opened empty from a select that finds nothing.
     run(QStringLiteral("Insert into DefDels fields ( Person_ID, Service_ID, Del_Day, Quantity, Item_ID, Sort_Order ) "
