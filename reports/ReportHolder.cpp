@@ -103,6 +103,13 @@ std::shared_ptr<ReportDocument> ReportHolder::layout()
     inputs.now = m_clock.now();
     inputs.database = m_database;
     inputs.labelStartPosition = m_startPosition;
+    const int perSheet = m_template->columns.labelsPerSheet();
+    if (perSheet > 0 && m_startPosition > perSheet)
+        throw MessageError(
+            QStringLiteral("The first label to print must be one of the %1 labels of the sheet, "
+                           "not label %2.")
+                .arg(perSheet)
+                .arg(m_startPosition));
     inputs.progress = m_progress;
     auto document = std::make_shared<ReportDocument>(layoutReport(m_template, inputs));
     if (!m_documentName.isEmpty() && document->title.isEmpty())

@@ -397,6 +397,7 @@ private:
             } else {
                 c.fail(QStringLiteral("unknown statement '%1' in the report").arg(line->tokens.front().text));
             }
+            report.labelFit.design = m_stock->label;
             c.done();
         }
         if (m_stock) {
