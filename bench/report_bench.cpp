@@ -46,6 +46,8 @@ public:
     }
     bool askClientItemsSortOrder(TFormClientItemsSortOrder&) override { return true; }
     bool askItemLimitation(TFormItemLimitation&) override { return false; }
+    // Cancelled: a label for every delivery.
+    bool askLabelLimit(TFormLabelLimit&) override { return false; }
 };
 
 } // namespace
