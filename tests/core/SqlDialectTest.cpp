@@ -189,6 +189,13 @@ TEST_P(SqlDialect, OrderingDescendingNocaseAndTop)
         "Select Person_ID, Client_ID, Last_Name+', '+First_Name as Last_First from Clients where Client_ID > '' "
         "Order by Last_First NoCase"));
     EXPECT_EQ(column(r, 2), (QStringList{"adams, bob", "Adams, Dee", "Baker, Ann", "Zimmer, Cy"}));
+    // A distinct select sorted without case by its qualified columns.
+    EXPECT_EQ(column(run(QStringLiteral("Select Distinct Clients.Last_Name, Clients.First_Name from Clients "
+                                        "order by Last_Name, First_Name nocase"))),
+              (QStringList{"Adams", "Baker", "Zimmer", "adams"}));
+    EXPECT_EQ(column(run(QStringLiteral("Select Distinct Clients.Last_Name, Clients.First_Name from Clients "
+                                        "order by Last_Name nocase, First_Name nocase"))),
+              (QStringList{"adams", "Adams", "Baker", "Zimmer"}));
     // Empty values sort first.
     EXPECT_EQ(column(run(QStringLiteral("select Client_ID from Clients order by Stop_Dte, Client_ID"))),
               (QStringList{"1.0", "3.0", "4.0", "2.0"}));
