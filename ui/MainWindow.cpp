@@ -9,7 +9,9 @@
 #include "OrderRoutesView.h"
 #include "TFormGeocodeAddresses.h"
 #include "TFormOrderRoutes.h"
+#include "deliveryreports/ClientIdCardPrint.h"
 #include "deliveryreports/DeliveryReportChoice.h"
+#include "dataset/TableDataSet.h"
 #include "session/TDataModule1.h"
 #include "settings/TFormEditConfig.h"
 
@@ -48,6 +50,17 @@ MainWindow::MainWindow(TDataModule1& data, UserInterface& ui, QWidget* parent)
         ->setObjectName(QStringLiteral("DeliveryReports1"));
     m_driverMessages = reports->addAction(QStringLiteral("Edit Delivery Report Driver Messages"), this,
                                           [this] { openDeliveryReportMessages(m_data, m_ui, this); });
+    // The card of the current client; the client window takes this action
+    // over when it comes.
+    reports
+        ->addAction(QStringLiteral("Client ID Card"), this,
+                    [this] {
+                        TableDataSet& clients = m_data.clients();
+                        if (clients.isActive() && !clients.isEmpty())
+                            printClientIdCard(m_data, m_ui, this, clients.fieldValue(u"Person_ID").toInt());
+                    })
+        ->setObjectName(QStringLiteral("ActionPrintClientID"));
+    reports->addAction(QStringLiteral("Label Stock..."), this, [this] { openLabelStockSettings(m_data, this); });
     m_analyze = menuBar()->addMenu(QStringLiteral("&Analyze"));
     m_analyze->setEnabled(false);
     menuBar()->addMenu(QStringLiteral("&Maintenance"))->setEnabled(false);

@@ -4,6 +4,7 @@
 #include "ReportHolder.h"
 #include "UserInterface.h"
 #include "data/RowsPipe.h"
+#include "labels/LabelStockSettings.h"
 #include "model/LabelStock.h"
 #include "settings/SettingsFile.h"
 #include "store/Database.h"
@@ -23,9 +24,9 @@ QString ClientIdCard::nameAndId(const QString& first, const QString& middle, con
     return text + last + QStringLiteral(",    Client ID: ") + clientId;
 }
 
-ClientIdCard::ClientIdCard(const DeliveryReportContext& context) : m_context(context)
+ClientIdCard::ClientIdCard(const DeliveryReportContext& context)
+    : m_context(context), m_stock(LabelStockSettings::read(context.settings, LabelStockSettings::cardKey()))
 {
-    if (m_context.settings) m_stock = m_context.settings->readString(section(), QStringLiteral("Stock"));
 }
 
 QString ClientIdCard::stock() const
@@ -85,10 +86,8 @@ bool ClientIdCard::print(ReportHolder& holder, int personId)
         holder.setPrinterName(m_context.settings->readString(section(), QStringLiteral("Printer")));
     const bool printed = holder.print();
     holder.clearPipes();
-    if (printed && m_context.settings) {
+    if (printed && m_context.settings)
         m_context.settings->writeString(section(), QStringLiteral("Printer"), holder.printerName());
-        m_context.settings->writeString(section(), QStringLiteral("Stock"), stock());
-    }
     return printed;
 }
 

@@ -14,9 +14,9 @@ class ReportHolder;
 // directory, which receives the card's two fields, "Client Name and ID"
 // and "Barcode", as the one row of the pipe LabelFields.
 //
-// The stock the card prints on (empty: the template's own) and the printer
-// it went to last are kept in the section "ClientIDCard" of the per-user
-// settings, so that the next card goes to the same label printer.
+// The stock the card prints on is the user's (LabelStockSettings); the
+// printer it went to last is kept in the section "ClientIDCard" of the
+// per-user settings, so that the next card goes to the same label printer.
 class ClientIdCard
 {
 public:
@@ -32,7 +32,8 @@ public:
 
     explicit ClientIdCard(const DeliveryReportContext& context);
 
-    // The stock of the settings; a name LabelStock does not know is ignored.
+    // The stock of the settings (empty: the template's own); a name
+    // LabelStock does not know is ignored.
     QString stock() const;
     void setStock(const QString& name) { m_stock = name; }
 
