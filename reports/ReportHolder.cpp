@@ -97,12 +97,6 @@ std::shared_ptr<ReportDocument> ReportHolder::layout()
     }
     if (m_stock)
         applyLabelStock(*m_template, *m_stock);
-    ReportInputs inputs;
-    inputs.pipes = m_pipes;
-    inputs.parameters = m_parameters;
-    inputs.now = m_clock.now();
-    inputs.database = m_database;
-    inputs.labelStartPosition = m_startPosition;
     const int perSheet = m_template->columns.labelsPerSheet();
     if (perSheet > 0 && m_startPosition > perSheet)
         throw MessageError(
@@ -110,6 +104,12 @@ std::shared_ptr<ReportDocument> ReportHolder::layout()
                            "not label %2.")
                 .arg(perSheet)
                 .arg(m_startPosition));
+    ReportInputs inputs;
+    inputs.pipes = m_pipes;
+    inputs.parameters = m_parameters;
+    inputs.now = m_clock.now();
+    inputs.database = m_database;
+    inputs.labelStartPosition = m_startPosition;
     inputs.progress = m_progress;
     auto document = std::make_shared<ReportDocument>(layoutReport(m_template, inputs));
     if (!m_documentName.isEmpty() && document->title.isEmpty())

@@ -397,12 +397,12 @@ private:
             } else {
                 c.fail(QStringLiteral("unknown statement '%1' in the report").arg(line->tokens.front().text));
             }
-            report.labelFit.design = m_stock->label;
             c.done();
         }
         if (m_stock) {
             if (!report.body.detail)
                 fail(opened, QStringLiteral("a report on label stock needs a detail band, which is one label"));
+            report.labelFit.design = m_stock->label;
             applyLabelStock(report, *m_stock);
         }
         if (report.columns.count > 1 && report.columns.width <= 0)
