@@ -50,6 +50,15 @@ const Sort Sorts[] = {
     {"Diet / Route / Stop", " order by Diet_Descr, Route_ID, Stop nocase "},
 };
 
+// The entries of a list table, in order.
+template <typename Row, size_t N> QStringList entriesOf(const Row (&rows)[N])
+{
+    QStringList list;
+    for (const Row& row : rows)
+        list << QString::fromLatin1(row.entry);
+    return list;
+}
+
 } // namespace
 
 QString LabelSelection::effectiveRule() const
@@ -63,10 +72,7 @@ namespace LabelRules {
 
 QStringList limitEntries()
 {
-    QStringList list;
-    for (const Limit& l : Limits)
-        list << QString::fromLatin1(l.entry);
-    return list;
+    return entriesOf(Limits);
 }
 
 QString ruleOf(int index)
@@ -93,10 +99,7 @@ QString clauseOf(const QString& rule, bool filterAll)
 
 QStringList sortOrders()
 {
-    QStringList list;
-    for (const Sort& s : Sorts)
-        list << QString::fromLatin1(s.entry);
-    return list;
+    return entriesOf(Sorts);
 }
 
 QString statementOrder(int sortOrder)

@@ -4,6 +4,7 @@
 #include "ReportHolder.h"
 #include "UserInterface.h"
 #include "delivery/FailureText.h"
+#include "deliveryreports/DeliveryReportChoice.h"
 #include "labels/ClientIdCard.h"
 #include "labels/LabelStockSettings.h"
 #include "session/TDataModule1.h"
@@ -18,13 +19,7 @@ namespace kb::ui {
 
 void printClientIdCard(TDataModule1& data, UserInterface& ui, QWidget* parent, int personId)
 {
-    const DataLocation& location = data.location();
-    reports::DeliveryReportContext context{data.db(),
-                                           data.clock(),
-                                           ui,
-                                           data.session().cUserName,
-                                           &data.userSettings(),
-                                           location.clientServer ? QString() : location.directory};
+    const reports::DeliveryReportContext context = deliveryReportContext(data, ui);
     QtReportOutput output(parent, ui, data.userSettings().path());
     reports::ReportHolder holder(output, data.clock());
     holder.setDocumentName(reports::ClientIdCard::caption());
