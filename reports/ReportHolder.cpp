@@ -97,6 +97,13 @@ std::shared_ptr<ReportDocument> ReportHolder::layout()
     }
     if (m_stock)
         applyLabelStock(*m_template, *m_stock);
+    const int perSheet = m_template->columns.labelsPerSheet();
+    if (perSheet > 0 && m_startPosition > perSheet)
+        throw MessageError(
+            QStringLiteral("The first label to print must be one of the %1 labels of the sheet, "
+                           "not label %2.")
+                .arg(perSheet)
+                .arg(m_startPosition));
     ReportInputs inputs;
     inputs.pipes = m_pipes;
     inputs.parameters = m_parameters;

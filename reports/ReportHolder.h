@@ -61,6 +61,10 @@ public:
     ReportDestination destination() const { return m_destination; }
     void setShowPrintDialog(bool show) { m_showPrintDialog = show; }
     bool showPrintDialog() const { return m_showPrintDialog; }
+    // The printer of the next print (see ReportOutput::setPrinterName), and
+    // the one the last print went to.
+    void setPrinterName(const QString& name) { m_output.setPrinterName(name); }
+    const QString& printerName() const { return m_output.printerName(); }
 
     // Pipes are found by name; a pipe given again under a name replaces the
     // earlier one. setPipe keeps a reference, addPipe takes ownership.

@@ -28,6 +28,16 @@ public:
     // Prints it, through the print dialog when asked; false when the user
     // cancelled the dialog. Throws MessageError when printing fails.
     virtual bool print(const ReportDocument& document, bool showDialog) = 0;
+
+    // The printer to print on, by the name the platform's print system
+    // gives it (a label printer, say); the dialog starts on it. Empty, or a
+    // printer the system does not have, means its default printer. After a
+    // print it names the printer the user chose.
+    void setPrinterName(const QString& name) { m_printerName = name; }
+    const QString& printerName() const { return m_printerName; }
+
+protected:
+    QString m_printerName;
 };
 
 // Sends every report to one PDF file, whatever its destination.

@@ -33,6 +33,9 @@ bool QtReportOutput::print(const reports::ReportDocument& document, bool showDia
     if (document.pageCount() == 0)
         return false;
     QPrinter printer(QPrinter::HighResolution);
+    // The printer first: choosing one resets the paper to its own.
+    if (!m_printerName.isEmpty() && !QPrinterInfo::printerInfo(m_printerName).isNull())
+        printer.setPrinterName(m_printerName);
     printer.setDocName(document.title);
     printer.setCreator(QStringLiteral("Kettlebrook"));
     // The painter draws from the paper's corner; the margins are the report's.
@@ -62,6 +65,7 @@ bool QtReportOutput::print(const reports::ReportDocument& document, bool showDia
     // are sent as many times.
     const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
     reports::paintPages(document, printer, first, last, copies);
+    if (printer.outputFormat() == QPrinter::NativeFormat) m_printerName = printer.printerName();
     return true;
 }
 

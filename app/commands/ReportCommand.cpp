@@ -1,14 +1,17 @@
 // kettlebrook --user NAME report NAME_OR_INDEX [--from D] [--to D] [--dates D,D...]
 //     [--services ID,...] [--routes ID,...|--centers CODE,...] [--exclude]
 //     [--diets CODE,...] [--match any|all] [--sort N] [--title TEXT] [--item ID]
+//     [--limit N] [--stock NAME] [--start N]
 //     [--pdf FILE] [--csv FILE] [--yes|--no]
+// kettlebrook --user NAME report "Client ID Card" --client CLIENT_ID [--stock NAME] --pdf FILE
 //
 // Runs a delivery report as "Select the Delivery Report to Run" does and
 // writes it to a PDF file, or its data set as CSV: what a script uses to
-// print the day's sheets. Before a report of one date the user's Staff row
-// may ask whether to prepare the date again: --yes prepares and saves it,
-// --no (or neither) runs on the data as it stands. The report's own
-// questions are answered by the options.
+// print the day's sheets and labels. Before a report of one date the user's
+// Staff row may ask whether to prepare the date again: --yes prepares and
+// saves it, --no (or neither) runs on the data as it stands. The report's
+// own questions are answered by the options. "Client ID Card" prints a
+// client's card as the client's window does.
 
 #include "CommandRegistry.h"
 #include "CommandSession.h"
@@ -27,6 +30,9 @@
 #include "delivery/questions/TFormClientItemsSortOrder.h"
 #include "delivery/questions/TFormDeliveryDietCriteria.h"
 #include "delivery/questions/TFormItemLimitation.h"
+#include "labels/ClientIdCard.h"
+#include "labels/TFormLabelLimit.h"
+#include "model/LabelStock.h"
 #include "session/TDataModule1.h"
 #include "store/Database.h"
 #include "template/TemplateRegistry.h"
@@ -59,14 +65,8 @@ public:
         if (codes.isEmpty())
             throw UsageError(
                 QStringLiteral("\"Selected Diet Restrictions\" needs the diets: --diets CODE,..."));
-        for (const QString& code : codes) {
-            if (!form.checkCode(code))
-                throw UsageError(QStringLiteral("--diets: there is no diet with the code %1 (%2).")
-                                     .arg(code, form.codes().join(QStringLiteral(", "))));
-        }
-        form.setMatchAll(m_args.choice(QStringLiteral("match"),
-                                       {QStringLiteral("any"), QStringLiteral("all")},
-                                       QStringLiteral("any")) == QLatin1String("all"));
+        checkDiets(form.diets(), codes);
+        form.setMatchAll(matchAll());
         form.setSortOrder(int(m_args.integer(QStringLiteral("sort"), 0, 3, 0)));
         form.setTitle(m_args.value(QStringLiteral("title")));
         return true;
@@ -84,10 +84,93 @@ public:
             throw UsageError(QStringLiteral("--item: there is no item %1.").arg(item));
         return true;
     }
+    bool askLabelLimit(TFormLabelLimit& form) override
+    {
+        const int last = int(LabelRules::limitEntries().size()) - 1;
+        form.setLimitIndex(int(m_args.integer(QStringLiteral("limit"), 0, last, 0)));
+        const QStringList codes = listOption(m_args, QStringLiteral("diets"));
+        if (!codes.isEmpty()) {
+            if (!form.dietsEnabled())
+                throw UsageError(QStringLiteral("--diets goes with --limit %1 (\"%2\") on the labels.")
+                                     .arg(LabelRules::SelectedDiets)
+                                     .arg(LabelRules::limitEntries()[LabelRules::SelectedDiets]));
+            checkDiets(form.diets(), codes);
+        }
+        if (form.dietsEnabled())
+            form.setMatch(matchAll() ? TFormLabelLimit::Match::All : TFormLabelLimit::Match::Any);
+        form.setSortOrder(
+            int(m_args.integer(QStringLiteral("sort"), 0, int(LabelRules::sortOrders().size()) - 1, 0)));
+        return true;
+    }
 
 private:
+    bool matchAll() const
+    {
+        return m_args.choice(QStringLiteral("match"), {QStringLiteral("any"), QStringLiteral("all")},
+                             QStringLiteral("any")) == QLatin1String("all");
+    }
+    static void checkDiets(DietCheckList& diets, const QStringList& codes)
+    {
+        for (const QString& code : codes) {
+            if (!diets.checkCode(code))
+                throw UsageError(QStringLiteral("--diets: there is no diet with the code %1 (%2).")
+                                     .arg(code, diets.codes().join(QStringLiteral(", "))));
+        }
+    }
+
     const kb::app::CommandArgs& m_args;
 };
+
+// The stock named by --stock; empty when not given. An unknown name is
+// refused with the names there are.
+QString stockOption(const kb::app::CommandArgs& args)
+{
+    const QString name = args.value(QStringLiteral("stock")).trimmed();
+    if (name.isEmpty() || LabelStock::find(name)) return name;
+    QStringList names;
+    for (const LabelStock& stock : LabelStock::catalogue())
+        names << stock.name;
+    throw UsageError(QStringLiteral("--stock: there is no label stock %1 (%2).")
+                         .arg(name, names.join(QStringLiteral(", "))));
+}
+
+// The card of the client --client names, to the PDF file.
+int runClientIdCard(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
+{
+    const QString pdf = args.value(QStringLiteral("pdf"));
+    const QString clientId = args.value(QStringLiteral("client")).trimmed();
+    if (pdf.isEmpty() || clientId.isEmpty())
+        throw UsageError(QStringLiteral("The Client ID Card needs --client CLIENT_ID and --pdf FILE."));
+    const QString stock = stockOption(args);
+    const auto clock = kb::app::commandClock(context);
+    kb::app::CommandSession session(context);
+    kb::TDataModule1& data = session.data();
+    const kb::ResultSet person =
+        data.db().execute(QStringLiteral("Select Person_ID from Clients where Client_ID = :Client_ID"),
+                          {{QStringLiteral("Client_ID"), clientId}});
+    if (person.rowCount() == 0)
+        throw kb::MessageError(QStringLiteral("There is no client with the Client ID %1.").arg(clientId));
+    const kb::DataLocation& location = data.location();
+    DeliveryReportContext reportContext{data.db(),    *clock,
+                                        session.ui(), data.session().cUserName,
+                                        nullptr,      location.clientServer ? QString() : location.directory};
+    ClientIdCard card(reportContext);
+    card.setStock(stock);
+    PdfFileOutput output(pdf);
+    ReportHolder holder(output, *clock);
+    holder.setDocumentName(ClientIdCard::caption());
+    if (!card.prepare(holder, person.value(0, 0).toInt())) {
+        session.close();
+        return 1;
+    }
+    holder.setDestination(ReportDestination::Printer);
+    holder.setShowPrintDialog(false);
+    holder.print();
+    holder.clearPipes();
+    context.err << "Wrote " << pdf << '\n';
+    session.close();
+    return 0;
+}
 
 // Checks the entries of a limit list named by the option; a word the list
 // lacks is refused.
@@ -122,6 +205,8 @@ void writeFile(const QString& path, const std::function<void(QTextStream&)>& wri
 
 int runReport(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 {
+    if (args.positional(0).compare(ClientIdCard::caption(), Qt::CaseInsensitive) == 0)
+        return runClientIdCard(context, args);
     const QString pdf = args.value(QStringLiteral("pdf"));
     const QString csv = args.value(QStringLiteral("csv"));
     if (pdf.isEmpty() && csv.isEmpty())
@@ -145,6 +230,11 @@ int runReport(kb::app::CommandContext& context, const kb::app::CommandArgs& args
     if (fixed && *fixed == int(DeliveryReport::SelectedDietRestrictions) &&
         !args.isSet(QStringLiteral("diets")))
         throw UsageError(QStringLiteral("\"Selected Diet Restrictions\" needs the diets: --diets CODE,..."));
+    const bool labels = fixed && DeliveryReports::isLabel(*fixed);
+    for (const char* option : {"limit", "stock", "start"}) {
+        if (!labels && args.isSet(QLatin1String(option)))
+            throw UsageError(QStringLiteral("--%1 goes with the labels only.").arg(QLatin1String(option)));
+    }
 
     kb::app::CommandSession session(context);
     kb::TDataModule1& data = session.data();
@@ -152,6 +242,8 @@ int runReport(kb::app::CommandContext& context, const kb::app::CommandArgs& args
     choices.from = from;
     choices.to = to;
     choices.dates[0] = from;
+    choices.labelStock = stockOption(args);
+    choices.labelStart = int(args.integer(QStringLiteral("start"), 1, 1000, 1));
     const kb::DataLocation& location = data.location();
     const QString folder = location.clientServer ? QString() : location.directory;
     if (fixed) {
@@ -246,7 +338,8 @@ const kb::app::CommandRegistration registration(
          "Runs a delivery report (its number 0 to 23, its name, or the name of a user-defined report) as the "
          "report screen does, to a PDF file, or writes its data set as CSV. A report of one date may first "
          "ask "
-         "whether to prepare the date again (the user's Staff row decides): --yes prepares and saves it."),
+         "whether to prepare the date again (the user's Staff row decides): --yes prepares and saves it. "
+         "\"Client ID Card\" prints the card of the client --client names."),
      .minArguments = 1,
      .maxArguments = 1,
      .options =
@@ -257,7 +350,7 @@ const kb::app::CommandRegistration registration(
                              QStringLiteral("The last date (the first when not given)."),
                              QStringLiteral("YYYY-MM-DD")),
           QCommandLineOption(QStringLiteral("dates"),
-                             QStringLiteral("Up to four separate dates (run sheets only)."),
+                             QStringLiteral("Up to four separate dates (run sheets and labels only)."),
                              QStringLiteral("D,D,...")),
           QCommandLineOption(QStringLiteral("services"), QStringLiteral("Only these service numbers."),
                              QStringLiteral("ID,...")),
@@ -283,6 +376,22 @@ const kb::app::CommandRegistration registration(
                              QStringLiteral("TEXT")),
           QCommandLineOption(QStringLiteral("item"), QStringLiteral("Kitchen Item Counts: only this item."),
                              QStringLiteral("ID")),
+          QCommandLineOption(
+              QStringLiteral("limit"),
+              QStringLiteral("Labels: the deliveries that get a label, by the number of the "
+                             "limit list (0, all, when not given; 3 takes --diets and --match)."),
+              QStringLiteral("N")),
+          QCommandLineOption(QStringLiteral("stock"),
+                             QStringLiteral("Labels and the ID card: the label stock to print on (the "
+                                            "template's own when not given)."),
+                             QStringLiteral("NAME")),
+          QCommandLineOption(QStringLiteral("start"),
+                             QStringLiteral("Labels: the first label to use on a partly used sheet, counted "
+                                            "from 1 across the first row."),
+                             QStringLiteral("N")),
+          QCommandLineOption(QStringLiteral("client"),
+                             QStringLiteral("Client ID Card: the client's Client ID."),
+                             QStringLiteral("CLIENT_ID")),
           QCommandLineOption(QStringLiteral("pdf"), QStringLiteral("Write the report to this PDF file."),
                              QStringLiteral("FILE")),
           QCommandLineOption(QStringLiteral("csv"),

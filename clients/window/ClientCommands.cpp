@@ -116,6 +116,7 @@ const std::vector<ClientCommandInfo>& clientCommands()
         command("ActionPrepareDeliveries", "Reports/Process", "Prepare Daily Deliveries", "Ctrl+D"),
         command("ActionCreditWalkIns", "Reports/Process", "Episodic events to be Credited"),
         report("ActionDeliveryReports", "Reports/Print", "Delivery Reports and Labels"),
+        report("ActionLabelStock", "Reports/Print", "Label Stock..."),
         report("ActionRecentStops", "Reports/Print", "Recent Stops and Suspensions"),
         report("ActionCaseManagementReports", "Reports/Print", "Case Management Reports"),
         report("ActionCounselingReports", "Reports/Print", "Counseling Reports"),

@@ -189,6 +189,9 @@ private:
         TableRef ref;
         ref.memory = acceptWord("MEMORY");
         ref.name = expectName("a table name");
+        // A table named by its file, "MemTableLabels.dat", is the table.
+        if (ref.name.size() > 4 && ref.name.endsWith(QLatin1String(".dat"), Qt::CaseInsensitive))
+            ref.name.chop(4);
         // A database qualifier ("Memory".name or db.name) is dropped.
         if (peek().isSymbol(QLatin1StringView(".")) &&
             (peek(1).kind == TokenKind::Identifier || peek(1).kind == TokenKind::QuotedName)) {

@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QSet>
 
+#include <algorithm>
+
 namespace kb::sql {
 
 namespace {
@@ -1421,7 +1423,15 @@ private:
         }
         QString sql;
         QString orderBy;
-        if (cores.size() == 1) {
+        // PostgreSQL sorts a distinct select only by what it selects, so a
+        // sort without case over its columns sorts the result from outside,
+        // as a union's is.
+        const bool sortOutside =
+            cores.size() == 1 && pg() && s.cores.front().distinct &&
+            std::any_of(s.orderBy.begin(), s.orderBy.end(), [](const OrderItem& o) { return o.nocase; }) &&
+            std::all_of(s.orderBy.begin(), s.orderBy.end(),
+                        [&](const OrderItem& o) { return outputPosition(*o.expr, columns) >= 0; });
+        if (cores.size() == 1 && !sortOutside) {
             sql = cores.front().sql;
             QStringList parts;
             for (const OrderItem& o : s.orderBy) {

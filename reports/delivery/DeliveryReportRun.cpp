@@ -5,6 +5,7 @@
 #include "MessageError.h"
 #include "ReportHolder.h"
 #include "UserInterface.h"
+#include "model/LabelStock.h"
 #include "template/TemplateError.h"
 #include "template/TemplateRegistry.h"
 
@@ -46,12 +47,31 @@ bool DeliveryReportRun::loadTemplate(ReportHolder& holder, const QString& fileNa
     return false;
 }
 
+void DeliveryReportRun::setLabelStock(ReportHolder& holder, const DeliveryReportChoices& choices)
+{
+    if (!DeliveryReports::isLabel(choices.report)) {
+        holder.setLabelStock(nullptr);
+        holder.setLabelStartPosition(1);
+        return;
+    }
+    const LabelStock* stock = nullptr;
+    if (!choices.labelStock.isEmpty()) {
+        stock = LabelStock::find(choices.labelStock);
+        if (!stock)
+            throw MessageError(
+                QStringLiteral("There is no label stock named \"%1\".").arg(choices.labelStock));
+    }
+    holder.setLabelStock(stock);
+    holder.setLabelStartPosition(choices.labelStart);
+}
+
 bool DeliveryReportRun::prepare(ReportHolder& holder, const DeliveryReportChoices& choices)
 {
     m_data.reset();
     holder.clearPipes();
     holder.clearParameters();
     holder.setDatabase(&m_context.db);
+    setLabelStock(holder, choices);
     if (choices.report >= DeliveryReports::fixedCount) {
         // Its statements are its own; it reads the parameters and Config,
         // and the period as the parameters dStart and dEnd.
@@ -64,9 +84,6 @@ bool DeliveryReportRun::prepare(ReportHolder& holder, const DeliveryReportChoice
         holder.setParameter(QStringLiteral("dEnd"), choices.to);
         return true;
     }
-    if (DeliveryReports::isLabel(choices.report))
-        throw MessageError(
-            QStringLiteral("The label reports come with the label printing of a later version."));
     const QString file = DeliveryReports::templateFile(choices.report);
     // A missing template ends the report before its data is read.
     if (!m_context.templateFolder.isEmpty() && !QFileInfo(templatePath(file)).isFile()) {

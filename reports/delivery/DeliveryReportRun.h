@@ -37,6 +37,9 @@ public:
     QString templatePath(const QString& fileName) const;
 
 private:
+    // Labels print on the chosen stock from the chosen first label; other
+    // reports on their own paper.
+    static void setLabelStock(ReportHolder& holder, const DeliveryReportChoices& choices);
     bool loadTemplate(ReportHolder& holder, const QString& fileName, bool userDefined);
 
     const DeliveryReportContext& m_context;

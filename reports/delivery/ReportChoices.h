@@ -59,6 +59,12 @@ struct DeliveryReportChoices
     CheckedList routes; // route ids, or center codes
     bool excludeRoutes = false;
 
+    // Labels: the stock they print on (a name of LabelStock's catalogue;
+    // empty for the one the template names) and the first label to use on
+    // a partly used sheet, counted from 1 across the first row.
+    QString labelStock;
+    int labelStart = 1;
+
     // The set separate dates, in order, up to the first cleared one.
     std::vector<QDate> separateDates() const;
     // The service list's text: the checked entries as shown.

@@ -10,11 +10,15 @@
 
 #include "Clock.h"
 #include "UserInterface.h"
+#include "labels/LabelStockSettings.h"
+#include "model/LabelStock.h"
 #include "settings/SettingsFile.h"
 #include "store/Database.h"
 #include "template/TemplateRegistry.h"
 
 #include <QLocale>
+
+#include <algorithm>
 
 namespace kb::reports {
 
@@ -110,6 +114,7 @@ void TFormRepChoice::readSettings()
     m_choices.page = s.readInteger(section(), QStringLiteral("DateRangeType"), 0) == 1
                          ? DatePage::NonContiguous
                          : DatePage::Range;
+    m_choices.labelStock = LabelStockSettings::read(&s, LabelStockSettings::labelsKey());
 }
 
 void TFormRepChoice::writeSettings()
@@ -120,6 +125,7 @@ void TFormRepChoice::writeSettings()
     s.writeString(section(), QStringLiteral("PrintDestination"), destinationName(m_choices.destination));
     s.writeString(section(), QStringLiteral("DateRangeType"),
                   m_choices.page == DatePage::NonContiguous ? QStringLiteral("1") : QStringLiteral("0"));
+    LabelStockSettings::write(&s, LabelStockSettings::labelsKey(), m_choices.labelStock);
 }
 
 void TFormRepChoice::setReportIndex(int index)
@@ -250,6 +256,37 @@ bool TFormRepChoice::datesEnabled() const
 bool TFormRepChoice::limitsEnabled() const
 {
     return DeliveryReports::takesLimits(m_choices.report);
+}
+
+bool TFormRepChoice::labelOptionsEnabled() const
+{
+    return DeliveryReports::isLabel(m_choices.report);
+}
+
+int TFormRepChoice::labelStockIndex() const
+{
+    return LabelStockSettings::indexOf(m_choices.labelStock);
+}
+
+void TFormRepChoice::setLabelStockIndex(int index)
+{
+    m_choices.labelStock = LabelStockSettings::stockAt(index);
+    // A start beyond the new sheet would be refused at OK.
+    const int perSheet = labelsPerSheet();
+    if (perSheet > 0 && m_choices.labelStart > perSheet) m_choices.labelStart = 1;
+    emit stateChanged();
+}
+
+void TFormRepChoice::setLabelStart(int position)
+{
+    m_choices.labelStart = std::max(1, position);
+    emit stateChanged();
+}
+
+int TFormRepChoice::labelsPerSheet() const
+{
+    const LabelStock* stock = LabelStock::find(m_choices.labelStock);
+    return stock ? stock->labelsPerPage() : 0;
 }
 
 void TFormRepChoice::ok()

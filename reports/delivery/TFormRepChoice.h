@@ -85,6 +85,18 @@ public:
     // for every fixed report.
     bool datesEnabled() const;
     bool limitsEnabled() const;
+    // The labels: the stock they print on, as an index of
+    // LabelStockSettings::entries() (kept in the user's settings), and the
+    // first label to use on a partly used sheet (1 each time the screen
+    // opens). Both serve the three label reports only.
+    bool labelOptionsEnabled() const;
+    int labelStockIndex() const;
+    void setLabelStockIndex(int index);
+    int labelStart() const { return m_choices.labelStart; }
+    void setLabelStart(int position);
+    // The labels of one sheet of the chosen stock; 0 for the template's own.
+    int labelsPerSheet() const;
+
     // OK and Cancel are disabled while a report is built.
     bool buttonsEnabled() const { return m_buttonsEnabled; }
 

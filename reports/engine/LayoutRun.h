@@ -135,6 +135,10 @@ private:
     QImage loadImage(const QString& path, int line);
     QImage imageFromValue(const QVariant& value);
 
+    // Scales and centres each label's content on a stock other than the
+    // one the template is laid out for.
+    void fitLabels();
+
     // ---- pagination ----
     class PageScope;
     void computeGroupHeights();

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace kb::reports {
 
@@ -51,6 +52,7 @@ ReportDocument LayoutRun::run()
         auto& last = m_extra.back().contributions;
         last.insert(last.end(), m_pendingContributions.begin(), m_pendingContributions.end());
     }
+    fitLabels();
     computeGroupHeights();
     paginate();
     layoutPageBands();
@@ -58,6 +60,66 @@ ReportDocument LayoutRun::run()
         m_inputs.progress(100);
     m_doc.formatter = std::move(m_formatter);
     return std::move(m_doc);
+}
+
+void LayoutRun::fitLabels()
+{
+    const LabelFit& fit = m_report->labelFit;
+    if (fit.design.isEmpty() || fit.identity()) return;
+    const double s = fit.scale();
+    const QPointF offset = fit.offset();
+    auto point = [&](QPointF p) { return p * s + offset; };
+    auto rect = [&](const QRectF& r) { return QRectF(point(r.topLeft()), r.size() * s); };
+    // Each style once in its scaled form.
+    std::map<int, int> scaled;
+    auto style = [&](int index) {
+        const auto it = scaled.find(index);
+        if (it != scaled.end()) return it->second;
+        TextStyle st = m_doc.styles[size_t(index)];
+        st.size *= s;
+        st.border *= s;
+        const int made = styleIndex(st);
+        scaled.emplace(index, made);
+        return made;
+    };
+    struct Scale
+    {
+        decltype(point)& p;
+        decltype(rect)& r;
+        decltype(style)& st;
+        double s;
+        void operator()(TextItem& i) const
+        {
+            i.rect = r(i.rect);
+            i.style = st(i.style);
+            for (double& w : i.widths)
+                w *= s;
+        }
+        void operator()(LineItem& i) const
+        {
+            i.from = p(i.from);
+            i.to = p(i.to);
+            i.width *= s;
+        }
+        void operator()(BoxItem& i) const
+        {
+            i.rect = r(i.rect);
+            i.width *= s;
+        }
+        void operator()(ImageItem& i) const { i.rect = r(i.rect); }
+        void operator()(BarcodeItem& i) const
+        {
+            i.rect = r(i.rect);
+            i.style = st(i.style);
+        }
+    };
+    const Scale scale{point, rect, style, s};
+    for (Block& block : m_doc.blocks) {
+        if (!block.columnar) continue;
+        for (Item& item : block.items)
+            std::visit(scale, item);
+        block.height = fit.label.height();
+    }
 }
 
 void LayoutRun::walkSection(int sectionIndex, double x)

@@ -3,6 +3,7 @@
 #include "model/ReportTemplate.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace kb::reports {
 
@@ -64,8 +65,37 @@ const LabelStock* LabelStock::find(const QString& name)
     return nullptr;
 }
 
+double LabelFit::scale() const
+{
+    if (design.isEmpty() || label.isEmpty())
+        return 1;
+    return std::min(label.width() / design.width(), label.height() / design.height());
+}
+
+QPointF LabelFit::offset() const
+{
+    const double s = scale();
+    return design.isEmpty() || label.isEmpty()
+               ? QPointF()
+               : QPointF((label.width() - design.width() * s) / 2, (label.height() - design.height() * s) / 2);
+}
+
+bool LabelFit::identity() const
+{
+    // Within a hundredth of a point the stock is the template's own.
+    const QPointF o = offset();
+    return std::abs(scale() - 1) < 1e-4 && std::abs(o.x()) < 0.01 && std::abs(o.y()) < 0.01;
+}
+
 void applyLabelStock(ReportTemplate& report, const LabelStock& stock)
 {
+    // The first stock a template meets is the label its detail band is laid
+    // out for, unless its own stock statement said so already.
+    if (report.labelFit.design.isEmpty())
+        report.labelFit.design =
+            QSizeF(report.columns.width > 0 ? report.columns.width : report.bodyWidth(),
+                   report.body.detail ? report.body.detail->height : stock.label.height());
+    report.labelFit.label = stock.label;
     report.pageSize = stock.page;
     report.marginLeft = stock.marginLeft;
     report.marginTop = stock.marginTop;
@@ -80,8 +110,11 @@ void applyLabelStock(ReportTemplate& report, const LabelStock& stock)
     report.columns.gap = stock.columnGap;
     report.columns.rowPitch = stock.label.height() + stock.rowGap;
     report.columns.acrossFirst = true;
+    report.columns.rows = stock.rows;
+    // The band keeps the height it is laid out at; the layout fits each
+    // label to the stock's.
     if (report.body.detail)
-        report.body.detail->height = stock.label.height();
+        report.body.detail->height = report.labelFit.design.height();
 }
 
 } // namespace kb::reports

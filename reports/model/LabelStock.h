@@ -35,7 +35,8 @@ struct LabelStock
 };
 
 // Sets the page, margins and grid of the template to the stock's; the
-// detail band is one label.
+// detail band is one label. A template laid out for another label is
+// fitted to this one (see LabelFit).
 void applyLabelStock(ReportTemplate& report, const LabelStock& stock);
 
 } // namespace kb::reports

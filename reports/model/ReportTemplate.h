@@ -162,6 +162,10 @@ struct ColumnLayout
     double gap = 0;    // between columns
     double rowPitch = 0; // from one label's top to the next one's; 0: the detail's height
     bool acrossFirst = true;
+    int rows = 0; // the rows of a sheet of labels; 0: as many as the page holds
+
+    // The labels of one sheet; 0 when the rows are not fixed.
+    int labelsPerSheet() const { return rows > 0 ? count * rows : 0; }
 };
 
 // A data set the template defines itself, for reports that bring their own
@@ -181,6 +185,21 @@ struct ParameterDef
     QVariant defaultValue;
 };
 
+// How the labels of a template fit the stock they print on: the label the
+// template's detail band was laid out for, and the label of the stock. On a
+// stock of another size the label's content is scaled, keeping its
+// proportions, to fill the stock's label as far as it can, and centred in
+// it; on its own stock it prints as it stands.
+struct LabelFit
+{
+    QSizeF design; // empty: not a label report
+    QSizeF label;
+
+    double scale() const;
+    QPointF offset() const; // of the scaled content inside the stock's label
+    bool identity() const;
+};
+
 struct ReportTemplate
 {
     QString fileName; // where it was read from, for messages and relative files
@@ -188,6 +207,7 @@ struct ReportTemplate
     QSizeF pageSize{612, 792}; // Letter
     double marginLeft = 36, marginTop = 36, marginRight = 36, marginBottom = 36;
     ColumnLayout columns;
+    LabelFit labelFit;
     QString locale = QStringLiteral("en_US");
     QString dateFormat = QStringLiteral("MM/dd/yyyy");
     QString dateTimeFormat = QStringLiteral("MM/dd/yyyy h:mm AP");

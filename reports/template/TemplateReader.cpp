@@ -402,6 +402,7 @@ private:
         if (m_stock) {
             if (!report.body.detail)
                 fail(opened, QStringLiteral("a report on label stock needs a detail band, which is one label"));
+            report.labelFit.design = m_stock->label;
             applyLabelStock(report, *m_stock);
         }
         if (report.columns.count > 1 && report.columns.width <= 0)

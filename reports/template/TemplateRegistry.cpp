@@ -33,7 +33,8 @@ namespace TemplateRegistry {
 QStringList builtInNames()
 {
     ensureResources();
-    return QDir(ResourceFolder).entryList(QStringList{QStringLiteral("*.rtm")}, QDir::Files, QDir::Name);
+    return QDir(ResourceFolder)
+        .entryList(QStringList{QStringLiteral("*.rtm"), QStringLiteral("*.LWL")}, QDir::Files, QDir::Name);
 }
 
 QString builtInText(const QString& fileName)

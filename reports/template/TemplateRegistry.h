@@ -5,12 +5,13 @@
 
 namespace kb::reports {
 
-// The templates of the fixed reports, built into the program (the files of
-// reports/templates/) and written into every new data directory, where an
-// agency may change them without rebuilding the program.
+// The templates of the fixed reports and the client ID card ("Client ID with
+// Barcode.LWL", a template of the same form), built into the program (the
+// files of reports/templates/) and written into every new data directory,
+// where an agency may change them without rebuilding the program.
 namespace TemplateRegistry {
 
-// File names, such as "DailyRunRAP030103.rtm", in order.
+// File names, such as "DailyRunRAP030103.rtm", in order of their names.
 QStringList builtInNames();
 // The template's text; empty when there is no built-in template of that name.
 QString builtInText(const QString& fileName);

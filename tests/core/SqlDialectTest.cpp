@@ -189,6 +189,13 @@ TEST_P(SqlDialect, OrderingDescendingNocaseAndTop)
         "Select Person_ID, Client_ID, Last_Name+', '+First_Name as Last_First from Clients where Client_ID > '' "
         "Order by Last_First NoCase"));
     EXPECT_EQ(column(r, 2), (QStringList{"adams, bob", "Adams, Dee", "Baker, Ann", "Zimmer, Cy"}));
+    // A distinct select sorted without case by its qualified columns.
+    EXPECT_EQ(column(run(QStringLiteral("Select Distinct Clients.Last_Name, Clients.First_Name from Clients "
+                                        "order by Last_Name, First_Name nocase"))),
+              (QStringList{"Adams", "Baker", "Zimmer", "adams"}));
+    EXPECT_EQ(column(run(QStringLiteral("Select Distinct Clients.Last_Name, Clients.First_Name from Clients "
+                                        "order by Last_Name nocase, First_Name nocase"))),
+              (QStringList{"adams", "Adams", "Baker", "Zimmer"}));
     // Empty values sort first.
     EXPECT_EQ(column(run(QStringLiteral("select Client_ID from Clients order by Stop_Dte, Client_ID"))),
               (QStringList{"1.0", "3.0", "4.0", "2.0"}));
@@ -473,6 +480,9 @@ TEST_P(SqlDialect, UpdatesFromAJoinedMemoryTableAndOtherQuotedForms)
     run(QStringLiteral("Select Person_ID, Def_Stop as Stop into Memory MemMappingData from Clients"));
     EXPECT_EQ(run(QStringLiteral("Update memory MemMappingData set Stop = 0 where (Stop = Null)")).rowsAffected(), 1);
     EXPECT_EQ(scalar(QStringLiteral("select count(*) from Memory MemMappingData where Stop = 0")).toInt(), 1);
+
+    // A memory table named by its file in quotes, as the label run empties it.
+    EXPECT_EQ(run(QStringLiteral("Delete  from \"MemMappingData.dat\"")).rowsAffected(), 4);
 
     // The items wizard's insert with its "fields" word, and a working table
     // opened empty from a select that finds nothing.

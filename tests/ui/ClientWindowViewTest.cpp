@@ -106,7 +106,8 @@ TEST_P(ClientWindowView, TheWindowShowsTheClientsAndMovesThroughThem)
     // The screens that existed before stay reachable.
     for (const QString& id : {cmd::PrepareDeliveries, cmd::OrderStopsByRoute, cmd::FindCoordinates,
                               cmd::Configuration, QStringLiteral("TFormEditStaff"), cmd::DeliveryReports,
-                              cmd::DeliveryReportMessages, cmd::SpecialMeals})
+                              cmd::DeliveryReportMessages, cmd::SpecialMeals, cmd::LabelStock,
+                              cmd::PrintClientIdCard})
         EXPECT_TRUE(w.action(id)->isEnabled()) << id.toStdString();
     EXPECT_EQ(w.action(cmd::PrepareDeliveries)->shortcut(), QKeySequence(QStringLiteral("Ctrl+D")));
     // A screen still to come is there, disabled, and says so.

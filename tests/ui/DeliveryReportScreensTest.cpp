@@ -16,8 +16,11 @@
 #include "deliveryreports/DeliveryDietCriteriaDialog.h"
 #include "deliveryreports/DeliveryReportMessagesView.h"
 #include "deliveryreports/ItemLimitationDialog.h"
+#include "deliveryreports/LabelLimitDialog.h"
 #include "deliveryreports/RepChoiceView.h"
 #include "engine/ReportDocument.h"
+#include "labels/LabelStockSettings.h"
+#include "labels/TFormLabelLimit.h"
 #include "settings/ConfigRecord.h"
 #include "settings/SettingsFile.h"
 #include "template/TemplateRegistry.h"
@@ -28,6 +31,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -122,6 +126,50 @@ TEST_F(DeliveryReportScreens, TheQuestionsDialogsEnableOkOnceAnswered)
     EXPECT_TRUE(items.okButton()->isEnabled());
     EXPECT_EQ(limitation.itemId(), 14); // by name: Chicken Dinner, Frozen Dinner, Fruit Cup
     keepPicture(items, QStringLiteral("FormItemLimitation"));
+}
+
+TEST_F(DeliveryReportScreens, LabelsChooseTheirStockStartAndSelection)
+{
+    TFormRepChoice presenter(context, output, questions, nullptr);
+    presenter.FormShow();
+    RepChoiceView view(presenter, &settings, [] {});
+    view.reportList()->setCurrentIndex(int(DeliveryReport::ClientCountRouteDiet));
+    EXPECT_FALSE(view.labelStockList()->isEnabled());
+    view.reportList()->setCurrentIndex(int(DeliveryReport::DeliveryLabelsWithAddresses));
+    EXPECT_TRUE(view.labelStockList()->isEnabled());
+    EXPECT_EQ(view.labelStockList()->count(), int(LabelStockSettings::entries().size()));
+    view.labelStockList()->setCurrentIndex(LabelStockSettings::indexOf(QStringLiteral("Avery L7160")));
+    EXPECT_EQ(presenter.choices().labelStock, "Avery L7160");
+    EXPECT_EQ(view.labelStartEdit()->maximum(), 21);
+    view.labelStartEdit()->setValue(4);
+    EXPECT_EQ(presenter.labelStart(), 4);
+    view.fromEdit()->setDate(wednesday);
+    view.toEdit()->setDate(wednesday);
+    keepPicture(view, QStringLiteral("FormRepChoiceLabels"));
+    view.okButton()->click();
+    ASSERT_EQ(output.previews.size(), 1u)
+        << (ui.messages().isEmpty() ? "" : ui.messages()[0].text.toStdString());
+    EXPECT_EQ(output.previews[0]->pageSize.toSize(), QSize(595, 842));
+
+    TFormLabelLimit limit(data.db(), nullptr);
+    limit.FormShow();
+    LabelLimitDialog dialog(limit);
+    EXPECT_EQ(dialog.windowTitle(), "Label Selection and Sorting");
+    EXPECT_EQ(dialog.limitList()->count(), 14);
+    EXPECT_FALSE(dialog.dietList()->isEnabled());
+    dialog.limitList()->setCurrentIndex(3);
+    EXPECT_TRUE(dialog.dietList()->isEnabled());
+    dialog.dietList()->item(2)->setCheckState(Qt::Checked);
+    dialog.sortList()->setCurrentIndex(4);
+    const LabelSelection chosen = limit.selection();
+    EXPECT_EQ(chosen.cLabelLimit, "S");
+    EXPECT_EQ(chosen.nLabelDiet, 4);
+    EXPECT_FALSE(chosen.lFilterAll);
+    EXPECT_EQ(chosen.sortOrder, 4);
+    keepPicture(dialog, QStringLiteral("FormLabelLimit"));
+    dialog.limitList()->setCurrentIndex(5);
+    EXPECT_FALSE(dialog.dietList()->isEnabled());
+    EXPECT_EQ(limit.match(), TFormLabelLimit::Match::None);
 }
 
 TEST_F(DeliveryReportScreens, TheDriverMessagesAreSavedOnOk)

@@ -15,6 +15,7 @@
 #include "clientwindow/MainWindow.h"
 #include "clientwindow/StatusFilterDialog.h"
 #include "dataset/TableDataSet.h"
+#include "deliveryreports/ClientIdCardPrint.h"
 #include "deliveryreports/DeliveryReportChoice.h"
 #include "overrides/TFormAddressOverride.h"
 #include "reference/EditorScreen.h"
@@ -157,8 +158,15 @@ void registerScreenCommands(MainWindow& window)
     });
     on(cmd::DeliveryReportMessages, [w, &module, &ui] { openDeliveryReportMessages(module, ui, w); });
 
+    on(cmd::PrintClientIdCard, [w, &module, &ui] {
+        TableDataSet& clients = module.clients();
+        if (clients.isActive() && !clients.isEmpty())
+            printClientIdCard(module, ui, w, clients.fieldValue(u"Person_ID").toInt());
+    });
+
     // Reports
     on(cmd::DeliveryReports, [w, &module, &ui] { openDeliveryReportChoice(module, ui, w); });
+    on(cmd::LabelStock, [w, &module] { openLabelStockSettings(module, w); });
     on(cmd::PrepareDeliveries, [w, &module, &ui] {
         TFormRunPrepare presenter(module.db(), module.session(), ui);
         // "Print Report" opens the report choice on the run's date.

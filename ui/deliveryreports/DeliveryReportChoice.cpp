@@ -14,15 +14,20 @@
 
 namespace kb::ui {
 
-void openDeliveryReportChoice(TDataModule1& data, UserInterface& ui, QWidget* parent, const QDate& runDate)
+reports::DeliveryReportContext deliveryReportContext(TDataModule1& data, UserInterface& ui)
 {
     const DataLocation& location = data.location();
-    reports::DeliveryReportContext context{data.db(),
-                                           data.clock(),
-                                           ui,
-                                           data.session().cUserName,
-                                           &data.userSettings(),
-                                           location.clientServer ? QString() : location.directory};
+    return {data.db(),
+            data.clock(),
+            ui,
+            data.session().cUserName,
+            &data.userSettings(),
+            location.clientServer ? QString() : location.directory};
+}
+
+void openDeliveryReportChoice(TDataModule1& data, UserInterface& ui, QWidget* parent, const QDate& runDate)
+{
+    const reports::DeliveryReportContext context = deliveryReportContext(data, ui);
     QtReportOutput output(parent, ui, data.userSettings().path());
     QtReportQuestions questions(parent);
     // A date's run prepared for a report is shown on the run screen when the

@@ -3,6 +3,7 @@
 #include "deliveryreports/ClientItemsSortOrderDialog.h"
 #include "deliveryreports/DeliveryDietCriteriaDialog.h"
 #include "deliveryreports/ItemLimitationDialog.h"
+#include "deliveryreports/LabelLimitDialog.h"
 
 namespace kb::ui {
 
@@ -21,6 +22,12 @@ bool QtReportQuestions::askClientItemsSortOrder(reports::TFormClientItemsSortOrd
 bool QtReportQuestions::askItemLimitation(reports::TFormItemLimitation& form)
 {
     ItemLimitationDialog dialog(form, m_parent);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+bool QtReportQuestions::askLabelLimit(reports::TFormLabelLimit& form)
+{
+    LabelLimitDialog dialog(form, m_parent);
     return dialog.exec() == QDialog::Accepted;
 }
 

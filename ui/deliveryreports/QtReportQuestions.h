@@ -19,6 +19,7 @@ public:
     bool askDietCriteria(reports::TFormDeliveryDietCriteria& form) override;
     bool askClientItemsSortOrder(reports::TFormClientItemsSortOrder& form) override;
     bool askItemLimitation(reports::TFormItemLimitation& form) override;
+    bool askLabelLimit(reports::TFormLabelLimit& form) override;
 
 private:
     QPointer<QWidget> m_parent;

@@ -2,6 +2,7 @@
 
 #include "FormPlacement.h"
 #include "delivery/TFormRepChoice.h"
+#include "labels/LabelStockSettings.h"
 
 #include <QButtonGroup>
 #include <QComboBox>
@@ -16,6 +17,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -65,7 +67,8 @@ RepChoiceView::RepChoiceView(TFormRepChoice& presenter, SettingsFile* settings,
       m_selectAll(new QPushButton(QStringLiteral("&Select All Routes"), this)),
       m_deselectAll(new QPushButton(QStringLiteral("&DeSelect All Routes"), this)),
       m_include(new QRadioButton(this)), m_exclude(new QRadioButton(this)),
-      m_ok(new QPushButton(QStringLiteral("OK"), this)),
+      m_labelGroup(new QGroupBox(QStringLiteral("Labels"), this)), m_labelStock(new QComboBox(this)),
+      m_labelStart(new QSpinBox(this)), m_ok(new QPushButton(QStringLiteral("OK"), this)),
       m_cancel(new QPushButton(QStringLiteral("Cancel"), this))
 {
     setWindowTitle(TFormRepChoice::caption());
@@ -85,6 +88,17 @@ RepChoiceView::RepChoiceView(TFormRepChoice& presenter, SettingsFile* settings,
     auto* destinationLayout = new QVBoxLayout(destinationGroup);
     destinationLayout->addWidget(m_screen);
     destinationLayout->addWidget(m_printer);
+    // The label stock, and where a partly used sheet starts.
+    m_labelStock->addItems(reports::LabelStockSettings::entries());
+    m_labelStock->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_labelStock->setMinimumContentsLength(28);
+    m_labelStart->setRange(1, 1000);
+    auto* labelLayout = new QFormLayout(m_labelGroup);
+    labelLayout->addRow(QStringLiteral("Label stock:"), m_labelStock);
+    labelLayout->addRow(QStringLiteral("Start at label:"), m_labelStart);
+    auto* right = new QVBoxLayout;
+    right->addWidget(destinationGroup);
+    right->addWidget(m_labelGroup);
 
     // The dates.
     auto* range = new QWidget(m_pages);
@@ -123,7 +137,7 @@ RepChoiceView::RepChoiceView(TFormRepChoice& presenter, SettingsFile* settings,
 
     auto* top = new QHBoxLayout;
     top->addWidget(reportGroup, 3);
-    top->addWidget(destinationGroup, 2);
+    top->addLayout(right, 2);
     auto* middle = new QHBoxLayout;
     middle->addWidget(m_pages, 1);
     middle->addWidget(m_serviceGroup, 1);
@@ -177,6 +191,12 @@ RepChoiceView::RepChoiceView(TFormRepChoice& presenter, SettingsFile* settings,
     connect(m_exclude, &QRadioButton::toggled, this, [this](bool on) {
         if (!m_showing) m_presenter.setExcludeRoutes(on);
     });
+    connect(m_labelStock, &QComboBox::currentIndexChanged, this, [this](int i) {
+        if (!m_showing) m_presenter.setLabelStockIndex(i);
+    });
+    connect(m_labelStart, &QSpinBox::valueChanged, this, [this](int n) {
+        if (!m_showing) m_presenter.setLabelStart(n);
+    });
     connect(m_selectAll, &QPushButton::clicked, &m_presenter, &TFormRepChoice::selectAllRoutes);
     connect(m_deselectAll, &QPushButton::clicked, &m_presenter, &TFormRepChoice::deselectAllRoutes);
     connect(m_ok, &QPushButton::clicked, &m_presenter, &TFormRepChoice::ok);
@@ -228,6 +248,11 @@ void RepChoiceView::showState()
     for (QWidget* w : std::initializer_list<QWidget*>{m_services, m_byRoutes, m_byCenters, m_routes,
                                                       m_include, m_exclude, m_selectAll, m_deselectAll})
         w->setEnabled(limits);
+    m_labelGroup->setEnabled(m_presenter.labelOptionsEnabled());
+    m_labelStock->setCurrentIndex(m_presenter.labelStockIndex());
+    const int perSheet = m_presenter.labelsPerSheet();
+    m_labelStart->setMaximum(perSheet > 0 ? perSheet : 1000);
+    m_labelStart->setValue(m_presenter.labelStart());
     m_ok->setEnabled(m_presenter.buttonsEnabled());
     m_cancel->setEnabled(m_presenter.buttonsEnabled());
     m_showing = false;

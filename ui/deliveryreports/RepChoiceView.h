@@ -12,6 +12,7 @@ class QGroupBox;
 class QListWidget;
 class QPushButton;
 class QRadioButton;
+class QSpinBox;
 class QTabWidget;
 
 namespace kb {
@@ -48,6 +49,8 @@ public:
     QRadioButton* excludeButton() const { return m_exclude; }
     QPushButton* okButton() const { return m_ok; }
     QTabWidget* datePages() const { return m_pages; }
+    QComboBox* labelStockList() const { return m_labelStock; }
+    QSpinBox* labelStartEdit() const { return m_labelStart; }
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -79,6 +82,9 @@ private:
     QPushButton* m_deselectAll;
     QRadioButton* m_include;
     QRadioButton* m_exclude;
+    QGroupBox* m_labelGroup;
+    QComboBox* m_labelStock;
+    QSpinBox* m_labelStart;
     QPushButton* m_ok;
     QPushButton* m_cancel;
     bool m_showing = false;

@@ -27,18 +27,6 @@ ReportData reportData(DeliveryReport report, const QString& mainPipe)
     return ReportData::forReport(int(report), mainPipe);
 }
 
-// The rows whose diet mask shares a bit with the mask.
-ResultSet withAnyDiet(const ResultSet& rows, qint64 mask)
-{
-    ResultSet kept(rows.columns());
-    kept.setHasRows(true);
-    const int diet = rows.columnIndex(u"Diet_Restr");
-    for (qsizetype r = 0; r < rows.rowCount(); ++r) {
-        if ((rows.value(r, diet).toLongLong() & mask) != 0) kept.appendRow(rows.row(r));
-    }
-    return kept;
-}
-
 } // namespace
 
 std::optional<ReportData> buildBirthdays(ReportBuild& build)
@@ -176,7 +164,7 @@ std::optional<ReportData> buildDietRestrictions(ReportBuild& build)
     };
     s << QString::fromLatin1(orders[criteria.sortOrder()]);
     ResultSet rows = build.db.execute(s.text, s.params);
-    if (!criteria.matchAll()) rows = withAnyDiet(rows, mask);
+    if (!criteria.matchAll()) rows = rowsWithAnyDiet(rows, mask);
     data.addRows(data.mainPipe, std::move(rows));
 
     const QString title = criteria.reportTitle();
@@ -220,15 +208,7 @@ std::optional<ReportData> buildItemsByClient(ReportBuild& build)
     DeliveryKeys::fill(build.db, deliveries.allRows());
     addClientDetails(build, data);
 
-    build.addQuery(
-        data, QStringLiteral("DBPipelineQueryLabelitems"),
-        QStringLiteral("select MealCrdt.Sort_Order,MealCrdt.Quantity, MealCrdt.Item_ID, Items.Meal_Item, "
-                       "Items.Meal, MealCrdt.Deliv_ID from MealCrdt join Items on MealCrdt.Item_ID = "
-                       "Items.Item_ID join Memory ReportDeliveryKeys Keys on (MealCrdt.Deliv_Dt = "
-                       "Keys.Deliv_Dt and MealCrdt.Person_ID = Keys.Person_ID) Order by Sort_Order, "
-                       "MealCrdt.RecordID"));
-    data.link(QStringLiteral("DBPipelineQueryLabelitems"), data.mainPipe,
-              {{QStringLiteral("Deliv_ID"), QStringLiteral("Deliv_ID")}});
+    addLabelItems(build, data);
     addSpecialDiets(build, data, {{QStringLiteral("Deliv_ID"), QStringLiteral("Deliv_ID")}});
     return data;
 }

@@ -1,5 +1,6 @@
 #include "delivery/data/DeliveryKeys.h"
 
+#include "selection/RunStatements.h"
 #include "store/Database.h"
 
 #include <QDate>
@@ -24,9 +25,14 @@ void DeliveryKeys::fill(Database& db, const ResultSet& rows)
         const QString key = p.toString() + u'|' + d.toDate().toString(Qt::ISODate);
         if (p.isNull() || seen.contains(key)) continue;
         seen.insert(key);
+        // Rows that do not keep their weekday (the copies of a label run)
+        // still find the weekday's alternate address.
+        QVariant day = dow >= 0 ? rows.value(r, dow) : QVariant();
+        if ((day.isNull() || day.toString().isEmpty()) && d.toDate().isValid())
+            day = RunStatements::dayCode(d.toDate());
         keys.push_back({{QStringLiteral("Person_ID"), p},
                         {QStringLiteral("Deliv_Dt"), d},
-                        {QStringLiteral("DOW"), dow >= 0 ? rows.value(r, dow) : QVariant()}});
+                        {QStringLiteral("DOW"), day}});
     }
     if (!keys.empty())
         db.query(QStringLiteral("Insert into Memory ReportDeliveryKeys (Person_ID, Deliv_Dt, DOW) "

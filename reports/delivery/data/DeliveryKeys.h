@@ -18,8 +18,8 @@ class DeliveryKeys
 public:
     static QString tableName() { return QStringLiteral("ReportDeliveryKeys"); }
 
-    // Fills the table with the distinct keys of the rows; a column the rows
-    // lack (DOW) stays null.
+    // Fills the table with the distinct keys of the rows; rows without a
+    // weekday (DOW) get their date's.
     static void fill(Database& db, const ResultSet& rows);
 };
 

@@ -136,52 +136,6 @@ void addDeliveryCounts(ReportBuild& build, ReportData& data, const ConfigRecord&
     data.pipes.push_back(std::move(pipe));
 }
 
-void addAddressOverrides(ReportBuild& build, ReportData& data, const ConfigRecord& config)
-{
-    static const QString detailColumns = QStringLiteral(
-        "Address_Overrides.RecordID, Address_Overrides.Override_Type, Address_Overrides.DOW, "
-        "Address_Overrides.Effective_Date, Address_Overrides.Expire_Date, Address_Overrides.Deliv_Date, "
-        "Address_Overrides.Addr_Desc, address_overrides.Address1, address_overrides.Address2, "
-        "address_overrides.City, address_overrides.State, address_overrides.ZIP, address_overrides.Phone, "
-        "address_overrides.Phone_Desc, address_overrides.Route, address_overrides.Stop, "
-        "address_overrides.Directions");
-    if (!config.flag(QStringLiteral("ENABLE_ALTERNATE_ADDRESSES"))) {
-        data.addRows(QStringLiteral("DBPipeline1"),
-                     emptyRows({QStringLiteral("Person_ID"), QStringLiteral("Deliv_Dt"),
-                                QStringLiteral("RecordID"), QStringLiteral("Override_Type")}));
-        data.addRows(QStringLiteral("DBPipelineAddressOverRides"), emptyRows(columnNames(detailColumns)));
-        return;
-    }
-    // A single date before a weekday before a temporary address: the first
-    // row of a delivery is the address that applies.
-    const QString select = QStringLiteral(
-        "Select Keys.Person_ID, Keys.Deliv_Dt, Address_Overrides.RecordID, Address_Overrides.Override_Type "
-        "from Address_Overrides join Memory ReportDeliveryKeys Keys on Address_Overrides.Person_ID = "
-        "Keys.Person_ID ");
-    const QString inPeriod = QStringLiteral(" and Address_Overrides.Effective_Date <= Keys.Deliv_Dt and "
-                                            "(Address_Overrides.Expire_Date >= Keys.Deliv_Dt "
-                                            "or Address_Overrides.Expire_Date is null) ");
-    const QString text =
-        select +
-        QStringLiteral(
-            "where Address_Overrides.Override_Type = 'D' and Address_Overrides.Deliv_Date = Keys.Deliv_Dt ") +
-        QStringLiteral(" Union ") + select + QStringLiteral("where Address_Overrides.Override_Type = 'T' ") +
-        inPeriod + QStringLiteral(" Union ") + select +
-        QStringLiteral("where Address_Overrides.Override_Type = 'O' ") + inPeriod +
-        QStringLiteral(" and Upper(Address_Overrides.DOW) = Upper(Keys.DOW) ") +
-        QStringLiteral(" order by Override_Type, RecordID");
-    build.addQuery(data, QStringLiteral("DBPipeline1"), text);
-    data.link(QStringLiteral("DBPipeline1"), QStringLiteral("DBPipelineDeliveries"),
-              {{QStringLiteral("Person_ID"), QStringLiteral("Person_ID")},
-               {QStringLiteral("Deliv_Dt"), QStringLiteral("Deliv_Dt")}});
-    build.addQuery(data, QStringLiteral("DBPipelineAddressOverRides"),
-                   QStringLiteral("Select ") + detailColumns +
-                       QStringLiteral(" from Address_Overrides where Address_Overrides.Person_ID in "
-                                      "(Select Person_ID from Memory ReportDeliveryKeys)"));
-    data.link(QStringLiteral("DBPipelineAddressOverRides"), QStringLiteral("DBPipeline1"),
-              {{QStringLiteral("RecordID"), QStringLiteral("RecordID")}});
-}
-
 } // namespace
 
 std::optional<ReportData> buildRunSheets(ReportBuild& build)

@@ -3,6 +3,7 @@
 #include "delivery/DeliveryReportList.h"
 #include "delivery/data/ReportBuild.h"
 #include "delivery/data/ReportPipes.h"
+#include "labels/LabelReportData.h"
 
 #include "MessageError.h"
 
@@ -30,6 +31,11 @@ std::optional<ReportData> TDataModule2::build(const DeliveryReportChoices& choic
     switch (DeliveryReport(index)) {
     case DeliveryReport::DailyRunSheets:
         data = buildRunSheets(build);
+        break;
+    case DeliveryReport::DailyLabels:
+    case DeliveryReport::LabelsWithPreferences:
+    case DeliveryReport::DeliveryLabelsWithAddresses:
+        data = buildLabels(build, index);
         break;
     case DeliveryReport::DetailedInfoForOneService:
         data = buildDetailedInfo(build);

@@ -27,9 +27,9 @@ public:
     // Makes the report parameter table when the session lacks it.
     TDataModule2(Database& db, const Clock& clock);
 
-    // The data of a fixed report (not a label report): the questions the
-    // report asks first go to `questions`, its messages to `ui`. None when
-    // the user cancelled a question. Throws on a failing statement.
+    // The data of a fixed report: the questions the report asks first go to
+    // `questions`, its messages to `ui`. None when the user cancelled a
+    // question that ends the report. Throws on a failing statement.
     std::optional<ReportData> build(const DeliveryReportChoices& choices, ReportQuestions& questions,
                                     UserInterface& ui, SettingsFile* settings);
 

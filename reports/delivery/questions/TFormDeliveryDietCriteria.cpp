@@ -14,15 +14,7 @@ QStringList TFormDeliveryDietCriteria::sortOrders()
 TFormDeliveryDietCriteria::TFormDeliveryDietCriteria(Database& db, SettingsFile* settings)
     : m_settings(settings)
 {
-    const ResultSet diets =
-        db.execute(QStringLiteral("Select DIET_DESC, DIET_CODE from Diet order by DIET_ID"));
-    QStringList entries;
-    for (qsizetype r = 0; r < diets.rowCount(); ++r) {
-        m_descriptions << diets.value(r, 0).toString();
-        m_codes << diets.value(r, 1).toString();
-        entries << diets.value(r, 0).toString() + QStringLiteral(" - ") + diets.value(r, 1).toString();
-    }
-    m_diets.setEntries(entries);
+    m_diets.read(db);
     if (m_settings) {
         setSortOrder(m_settings->readInteger(section(), QStringLiteral("SortOrder"), 0));
         m_matchAll = m_settings->readString(section(), QStringLiteral("AnyOrAll"), QStringLiteral("Any")) ==
@@ -43,22 +35,11 @@ void TFormDeliveryDietCriteria::setSortOrder(int index)
     m_sortOrder = index >= 0 && index < int(sortOrders().size()) ? index : 0;
 }
 
-bool TFormDeliveryDietCriteria::checkCode(const QString& code)
-{
-    for (int i = 0; i < int(m_codes.size()); ++i) {
-        if (m_codes[i].compare(code.trimmed(), Qt::CaseInsensitive) == 0) {
-            m_diets.setChecked(i, true);
-            return true;
-        }
-    }
-    return false;
-}
-
 QString TFormDeliveryDietCriteria::reportTitle() const
 {
     QString title;
-    for (int i = 0; i < int(m_descriptions.size()); ++i) {
-        if (m_diets.isChecked(i)) title += m_descriptions[i] + u' ';
+    for (int i = 0; i < int(descriptions().size()); ++i) {
+        if (m_diets.isChecked(i)) title += descriptions()[i] + u' ';
     }
     if (!m_matchAll && m_diets.checkedCount() > 1) title.prepend(QStringLiteral("One or more of: "));
     return title;

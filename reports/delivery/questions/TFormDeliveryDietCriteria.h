@@ -1,6 +1,6 @@
 #pragma once
 
-#include "delivery/ReportChoices.h"
+#include "delivery/DietCheckList.h"
 
 #include <QString>
 #include <QStringList>
@@ -30,15 +30,15 @@ public:
     TFormDeliveryDietCriteria(const TFormDeliveryDietCriteria&) = delete;
     TFormDeliveryDietCriteria& operator=(const TFormDeliveryDietCriteria&) = delete;
 
-    CheckedList& diets() { return m_diets; }
-    const CheckedList& diets() const { return m_diets; }
+    DietCheckList& diets() { return m_diets; }
+    const DietCheckList& diets() const { return m_diets; }
     // The descriptions of the diets, in the list's order.
-    const QStringList& descriptions() const { return m_descriptions; }
+    const QStringList& descriptions() const { return m_diets.descriptions(); }
     // The codes, for choosing diets by code.
-    const QStringList& codes() const { return m_codes; }
+    const QStringList& codes() const { return m_diets.codes(); }
     // Checks the diet of this code (without regard to case); false when
     // there is none.
-    bool checkCode(const QString& code);
+    bool checkCode(const QString& code) { return m_diets.checkCode(code); }
 
     bool matchAll() const { return m_matchAll; }
     void setMatchAll(bool all) { m_matchAll = all; }
@@ -57,9 +57,7 @@ public:
 
 private:
     SettingsFile* m_settings;
-    CheckedList m_diets;
-    QStringList m_descriptions;
-    QStringList m_codes;
+    DietCheckList m_diets;
     bool m_matchAll = false;
     int m_sortOrder = 0;
     QString m_title;

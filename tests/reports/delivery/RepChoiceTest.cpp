@@ -15,6 +15,8 @@
 #include "delivery/TFormDeliveryReportMessages.h"
 #include "delivery/TFormRepChoice.h"
 #include "engine/ReportDocument.h"
+#include "labels/LabelStockSettings.h"
+#include "labels/MemTableLabels.h"
 #include "settings/ConfigRecord.h"
 #include "settings/SettingsFile.h"
 #include "template/TemplateRegistry.h"
@@ -206,6 +208,48 @@ TEST_F(RepChoice, RunsTheReportToTheChosenDestination)
     EXPECT_TRUE(ui.texts(Kind::Error)[0].contains(QStringLiteral("Nope")))
         << ui.texts(Kind::Error)[0].toStdString();
     EXPECT_TRUE(form->buttonsEnabled());
+}
+
+TEST_F(RepChoice, LabelsPrintOnTheChosenStockFromTheChosenLabel)
+{
+    data.db().execute(QStringLiteral("Update Deliveri set Number_Labels = 2 where Deliv_ID = 4"));
+    {
+        auto form = open();
+        form->setDates(wednesday, wednesday);
+        form->setReportIndex(int(DeliveryReport::ClientCountRouteDiet));
+        EXPECT_FALSE(form->labelOptionsEnabled());
+        form->setReportIndex(int(DeliveryReport::DailyLabels));
+        EXPECT_TRUE(form->labelOptionsEnabled());
+        EXPECT_EQ(form->labelStockIndex(), 0);
+        EXPECT_EQ(form->labelsPerSheet(), 0);
+        form->setLabelStockIndex(LabelStockSettings::indexOf(QStringLiteral("Avery 5163")));
+        EXPECT_EQ(form->labelsPerSheet(), 10);
+        form->setLabelStart(9);
+        form->ok();
+        EXPECT_EQ(questions.asked, 1);
+        ASSERT_EQ(output.previews.size(), 1u);
+        // Eight labels (104 twice) from the ninth of ten: two sheets.
+        const ReportDocument& labels = *output.previews[0];
+        EXPECT_EQ(labels.pageSize, QSizeF(612, 792));
+        EXPECT_EQ(labels.pageCount(), 2);
+        EXPECT_EQ(labels.pages[0].blocks.size() + labels.pages[1].blocks.size(), 8u);
+        EXPECT_EQ(labels.pages[0].blocks.size(), 2u);
+        EXPECT_TRUE(data.db().memoryTable(MemTableLabels::tableName()));
+        // A smaller sheet brings the start back to the first label.
+        form->setLabelStockIndex(LabelStockSettings::indexOf(QStringLiteral("Label printer 4 x 6 in")));
+        EXPECT_EQ(form->labelStart(), 1);
+        form->ok();
+        ASSERT_EQ(output.previews.size(), 2u);
+        EXPECT_EQ(output.previews[1]->pageSize, QSizeF(288, 432));
+        EXPECT_EQ(output.previews[1]->pageCount(), 8);
+        form->FormClose();
+        EXPECT_FALSE(data.db().memoryTable(MemTableLabels::tableName()));
+    }
+    EXPECT_EQ(settings.readString(LabelStockSettings::section(), LabelStockSettings::labelsKey()),
+              "Label printer 4 x 6 in");
+    auto again = open();
+    EXPECT_EQ(again->labelStockIndex(), LabelStockSettings::indexOf(QStringLiteral("Label printer 4 x 6 in")));
+    EXPECT_EQ(again->labelStart(), 1);
 }
 
 TEST_F(RepChoice, UserDefinedReportsBringTheirOwnData)

@@ -3,6 +3,7 @@
 #include "InsertRow.h"
 
 #include "delivery/DeliveryReportLists.h"
+#include "labels/TFormLabelLimit.h"
 #include "template/TemplateRegistry.h"
 
 #include <QDateTime>
@@ -388,6 +389,12 @@ bool GivenQuestions::askItemLimitation(reports::TFormItemLimitation& form)
 {
     ++asked;
     return itemLimitation && itemLimitation(form);
+}
+
+bool GivenQuestions::askLabelLimit(reports::TFormLabelLimit& form)
+{
+    ++asked;
+    return labelLimit && labelLimit(form);
 }
 
 } // namespace kb::test

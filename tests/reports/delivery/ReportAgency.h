@@ -71,11 +71,14 @@ public:
     std::function<bool(reports::TFormDeliveryDietCriteria&)> dietCriteria;
     std::function<bool(reports::TFormClientItemsSortOrder&)> sortOrder;
     std::function<bool(reports::TFormItemLimitation&)> itemLimitation;
+    // Unset: the labels' dialog is cancelled, which prints every label.
+    std::function<bool(reports::TFormLabelLimit&)> labelLimit;
     int asked = 0;
 
     bool askDietCriteria(reports::TFormDeliveryDietCriteria& form) override;
     bool askClientItemsSortOrder(reports::TFormClientItemsSortOrder& form) override;
     bool askItemLimitation(reports::TFormItemLimitation& form) override;
+    bool askLabelLimit(reports::TFormLabelLimit& form) override;
 };
 
 // The agency in a data directory, the fixed reports' templates in a folder

@@ -10,7 +10,9 @@
 #include "TempDataDir.h"
 #include "template/TemplateRegistry.h"
 
+#include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -118,7 +120,23 @@ TEST_F(ReportCommand, RefusesBadWordsAndTellsWhatIsMissing)
              QStringLiteral("--to"), QStringLiteral("2024-03-06"), QStringLiteral("--csv"),
              QStringLiteral("-")},
             2, "--to must not lie before --from.");
-    refused({QStringLiteral("1"), QStringLiteral("--csv"), QStringLiteral("-")}, 1, "label reports");
+    refused({QStringLiteral("5"), QStringLiteral("--limit"), QStringLiteral("1"), QStringLiteral("--csv"),
+             QStringLiteral("-")},
+            2, "--limit goes with the labels only.");
+    refused({QStringLiteral("1"), QStringLiteral("--stock"), QStringLiteral("Avery 9999"),
+             QStringLiteral("--csv"), QStringLiteral("-")},
+            2, "--stock: there is no label stock Avery 9999 (Avery 5160, Avery 5161,");
+    refused({QStringLiteral("1"), QStringLiteral("--diets"), QStringLiteral("DIAB"), QStringLiteral("--csv"),
+             QStringLiteral("-")},
+            2, "--diets goes with --limit 3 (\"Diet restrictions selected below\") on the labels.");
+    refused({QStringLiteral("1"), QStringLiteral("--limit"), QStringLiteral("14"), QStringLiteral("--csv"),
+             QStringLiteral("-")},
+            2, "--limit");
+    refused({QStringLiteral("Client ID Card"), QStringLiteral("--pdf"), QStringLiteral("card.pdf")}, 2,
+            "The Client ID Card needs --client CLIENT_ID and --pdf FILE.");
+    refused({QStringLiteral("Client ID Card"), QStringLiteral("--client"), QStringLiteral("999"),
+             QStringLiteral("--pdf"), data.path() + QStringLiteral("/card.pdf")},
+            1, "There is no client with the Client ID 999.");
     QFile::remove(data.path() + QStringLiteral("/CliCntSvcRteDiet.rtm"));
     refused({QStringLiteral("5"), QStringLiteral("--csv"), QStringLiteral("-")}, 1,
             "The requested report template file:");
@@ -150,4 +168,74 @@ TEST_F(ReportCommand, UserDefinedReportsAndTheCheckOfTheRun)
     ASSERT_EQ(yes.exitCode, 0) << yes.err.toStdString();
     EXPECT_TRUE(yes.err.contains(QLatin1String("No deliveries were identified to be saved!")))
         << yes.err.toStdString();
+}
+
+namespace {
+
+// The codes zbarimg reads on each page of a PDF rendered at the resolution,
+// sorted.
+QStringList decodePdf(const QString& pdf, int dpi, const QString& folder)
+{
+    runTool(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QString::number(dpi), QStringLiteral("-png"),
+                                         pdf, QDir(folder).filePath(QStringLiteral("page"))});
+    QStringList codes;
+    for (const QString& page : QDir(folder).entryList({QStringLiteral("page*.png")})) {
+        const QString out =
+            runTool(QStringLiteral("zbarimg"), {QStringLiteral("-q"), QDir(folder).filePath(page)});
+        codes << out.split(u'\n', Qt::SkipEmptyParts);
+        QFile::remove(QDir(folder).filePath(page));
+    }
+    codes.sort();
+    return codes;
+}
+
+} // namespace
+
+TEST_F(ReportCommand, TheClientIdCardAndTheBarCodeListingScanAsThePersonNumbers)
+{
+    const QString pdf = out.filePath(QStringLiteral("card.pdf"));
+    const CommandResult card = report({QStringLiteral("Client ID Card"), QStringLiteral("--client"),
+                                       QStringLiteral("102.0"), QStringLiteral("--pdf"), pdf});
+    ASSERT_EQ(card.exitCode, 0) << card.err.toStdString();
+    // One card on the label printer's page: 3-1/2 x 1-1/8 in.
+    const QString info = runTool(QStringLiteral("pdfinfo"), {pdf});
+    EXPECT_TRUE(info.contains(QRegularExpression(QStringLiteral("Pages:\\s+1\\n")))) << info.toStdString();
+    EXPECT_TRUE(info.contains(QStringLiteral("252 x 81 pts"))) << info.toStdString();
+    // The name and number, and the bar code's readable text (the blanks
+    // after the comma come out of the PDF as one).
+    EXPECT_EQ(runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")})
+                  .simplified(),
+              "Harold Baxter, Client ID: 102.0 102");
+    // The bar code holds the person number; it reads at a printer's 300 dpi
+    // and at a thermal label printer's 203 dpi alike.
+    EXPECT_EQ(decodePdf(pdf, 300, out.path()), QStringList({"CODE-128:102"}));
+    EXPECT_EQ(decodePdf(pdf, 203, out.path()), QStringList({"CODE-128:102"}));
+    // Vectors, not a picture.
+    EXPECT_EQ(runTool(QStringLiteral("pdfimages"), {QStringLiteral("-list"), pdf}).count(u'\n'), 2);
+
+    // On a sheet of address labels instead: a Letter page, still readable.
+    const CommandResult sheet =
+        report({QStringLiteral("client id card"), QStringLiteral("--client"), QStringLiteral("101"),
+                QStringLiteral("--stock"), QStringLiteral("Avery 5160"), QStringLiteral("--pdf"), pdf});
+    ASSERT_EQ(sheet.exitCode, 0) << sheet.err.toStdString();
+    EXPECT_TRUE(runTool(QStringLiteral("pdfinfo"), {pdf}).contains(QStringLiteral("612 x 792 pts")));
+    EXPECT_EQ(decodePdf(pdf, 300, out.path()), QStringList({"CODE-128:101"}));
+
+    // The bar-code listing: every active client's number.
+    const QString listing = out.filePath(QStringLiteral("listing.pdf"));
+    const CommandResult codes = report({QStringLiteral("23"), QStringLiteral("--pdf"), listing});
+    ASSERT_EQ(codes.exitCode, 0) << codes.err.toStdString();
+    EXPECT_EQ(decodePdf(listing, 300, out.path()),
+              QStringList({"CODE-128:101", "CODE-128:102", "CODE-128:103", "CODE-128:104", "CODE-128:105",
+                           "CODE-128:106", "CODE-128:107", "CODE-128:109"}));
+
+    // Without its template the card is not printed.
+    QFile::remove(data.path() + QStringLiteral("/Client ID with Barcode.LWL"));
+    const CommandResult missing = report({QStringLiteral("Client ID Card"), QStringLiteral("--client"),
+                                          QStringLiteral("101"), QStringLiteral("--pdf"), pdf});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_TRUE(missing.err.contains(
+        QStringLiteral("Could not locate the label template file:\n") +
+        QDir::toNativeSeparators(data.path() + QStringLiteral("/Client ID with Barcode.LWL"))))
+        << missing.err.toStdString();
 }
