@@ -1,6 +1,5 @@
 #include "delivery/HiddenRunPreparation.h"
 
-#include "MessageError.h"
 #include "TFormRunPrepare.h"
 #include "UserInterface.h"
 #include "store/Database.h"
@@ -59,16 +58,12 @@ void HiddenRunPreparation::saveAtOnce(TFormRunPrepare& form)
     savePreparedRun(form);
 }
 
-// TODO(save): the run screen's "Save Data" is being built beside this;
-// until it is here, a date cannot be saved from the report screen, and the
-// report runs on the data as it stands. Replace the body with
-//     form.ActionSaveData();
-//     form.FormCleanUp();
-void savePreparedRun(TFormRunPrepare&)
+void savePreparedRun(TFormRunPrepare& form)
 {
-    throw MessageError(
-        QStringLiteral("This version of Kettlebrook cannot save a run from the report screen yet. "
-                       "The report shows the deliveries as they were last saved."));
+    // A failed save has told the user why; the report then shows the
+    // deliveries as they were last saved.
+    form.ActionSaveData();
+    form.FormCleanUp();
 }
 
 } // namespace kb::reports

@@ -385,3 +385,4 @@ TEST_F(RepChoice, TheDriverMessagesAreEditedWithAQuestionBeforeTheyAreLost)
     EXPECT_TRUE(messages.closeQuery());
     EXPECT_EQ(ConfigRecord::read(data.db()).text(QStringLiteral("DELIV_REPORT_MSG_BOT")), "Thank you!");
 }
+
