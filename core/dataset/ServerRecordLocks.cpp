@@ -116,6 +116,10 @@ bool ServerRecordLocks::holdRowsOnce(TableKey key, const std::vector<qint64>& ro
         list += QString::number(checkedRow(row));
     }
     list += QLatin1Char('}');
+    const std::vector<std::pair<QVariant, FieldType>> values{{tableHeld, FieldType::Bool},
+                                                             {key.value, FieldType::Int},
+                                                             {list, FieldType::String},
+                                                             {firstKey(key.value), FieldType::Int}};
     if (rows.size() > RowsLockedOneByOne)
         return ask(m_holdManyRows,
                    "SELECT CASE WHEN ($1 OR pg_try_advisory_xact_lock_shared($2::int8)) "
@@ -126,20 +130,12 @@ bool ServerRecordLocks::holdRowsOnce(TableKey key, const std::vector<qint64>& ro
                    "AND l.objsubid = 2 AND l.classid = $4::int4::oid "
                    "AND l.objid IN (SELECT r.id::int4::oid FROM unnest($3::int8[]) AS r(id))) "
                    "ELSE false END",
-                   {{tableHeld, FieldType::Bool},
-                    {key.value, FieldType::Int},
-                    {list, FieldType::String},
-                    {firstKey(key.value), FieldType::Int}},
-                   FieldType::Bool)
+                   values, FieldType::Bool)
             .toBool();
     return ask(m_holdRows,
                "SELECT ($1 OR pg_try_advisory_xact_lock_shared($2::int8)) AND NOT EXISTS (SELECT 1 FROM "
                "unnest($3::int8[]) AS r(id) WHERE NOT pg_try_advisory_xact_lock($4::int4, r.id::int4))",
-               {{tableHeld, FieldType::Bool},
-                {key.value, FieldType::Int},
-                {list, FieldType::String},
-                {firstKey(key.value), FieldType::Int}},
-               FieldType::Bool)
+               values, FieldType::Bool)
         .toBool();
 }
 
