@@ -172,6 +172,18 @@ bool TFormEditEpisodicDeliveries::setRowValue(const QString& column, const QVari
     }
 }
 
+void TFormEditEpisodicDeliveries::reload()
+{
+    m_set->checkBrowseMode();
+    reopen(m_set->isEmpty() ? 0 : m_set->fieldValue(u"RecordID").toLongLong());
+}
+
+QString TFormEditEpisodicDeliveries::formName() const
+{
+    return m_kind == DatedKind::Episodic ? QStringLiteral("TFormEditEpisodicDeliveries")
+                                         : QStringLiteral("TFormEditScheduledDeliveries");
+}
+
 void TFormEditEpisodicDeliveries::close()
 {
     if (m_set->state() == DataSet::State::Edit || m_set->state() == DataSet::State::Insert) {

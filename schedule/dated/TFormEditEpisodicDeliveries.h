@@ -73,6 +73,11 @@ public:
     // Changes a column of the current row and posts it through the rules;
     // false when a rule refused (the user has been told; the edit stays).
     bool setRowValue(const QString& column, const QVariant& value);
+    // Reads the rows again (after Auto Schedule made some), keeping the row.
+    void reload();
+    // The form's name, for its section of the ini file.
+    QString formName() const;
+
     // Closing: a pending edit of the row is asked about ("Save your changes
     // to the delivery that you are editing?"); Yes posts, No cancels.
     void close();
