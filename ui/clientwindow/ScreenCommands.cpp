@@ -28,6 +28,11 @@
 #include "specialmeals/TFormBrowseSpecialMealDates.h"
 #include "window/ClientCommands.h"
 #include "window/TFormClients.h"
+#include "dataset/QueryDataSet.h"
+#include "dated/DatedDeliveries.h"
+#include "dated/TFormEditEpisodicDeliveries.h"
+#include "schedule/dated/DatedDeliveriesView.h"
+#include "window/ClientPageData.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -80,6 +85,33 @@ void openUrl(const QUrl& url, UserInterface& ui, const QString& none)
     }
     if (!QDesktopServices::openUrl(url))
         ui.warning(QStringLiteral("The address could not be opened:\n") + url.toString());
+}
+
+// The episodic or scheduled deliveries of the current client; the client
+// window's page and buttons then show what changed.
+void openDatedDeliveries(MainWindow* w, TFormClients& form, TDataModule1& module, UserInterface& ui, DatedKind kind)
+{
+    TableDataSet& clients = module.clients();
+    if (!clients.isActive() || clients.isEmpty()) return;
+    const qint64 personId = clients.fieldValue(u"Person_ID").toLongLong();
+    std::unique_ptr<TFormEditEpisodicDeliveries> presenter =
+        kind == DatedKind::Episodic
+            ? std::make_unique<TFormEditEpisodicDeliveries>(module.db(), ui, module.session().userFullName, personId)
+            : std::make_unique<TFormEditScheduledDeliveries>(module.db(), ui, module.session().userFullName,
+                                                             personId);
+    DatedDeliveriesView view(*presenter, module.db(), ui, module.userSettings(), module.session().userFullName, w);
+    view.setAddressOverrides([w, &module, &clients] {
+        TFormAddressOverride overrides(module.services(), module.session(),
+                                       {clients.fieldValue(u"PERSON_ID").toLongLong(),
+                                        clients.fieldValue(u"CLIENT_ID").toString(),
+                                        clients.fieldValue(u"HOUSEHOLD_ID").toLongLong()});
+        AddressOverrideView overridesView(overrides, module.services(), module.userSettings(), w);
+        overridesView.exec();
+    });
+    view.exec();
+    if (form.pageData().isOpen(QStringLiteral("QueryEpisodicDeliveries")))
+        form.pageData().query(QStringLiteral("QueryEpisodicDeliveries")).refresh();
+    form.SetControlsState(true);
 }
 
 } // namespace
@@ -207,6 +239,17 @@ void registerScreenCommands(MainWindow& window)
         openUrl(form.mapUrl(), ui,
                 QStringLiteral("No web mapping address is set up. Enter one in System Configuration, page "
                                "\"Application Defaults\"."));
+    });
+    // Dated deliveries
+    on(cmd::AddEditDeliveries, [w, &form, &module, &ui] { openDatedDeliveries(w, form, module, ui, DatedKind::Episodic); });
+    on(cmd::ScheduledDeliveries,
+       [w, &form, &module, &ui] { openDatedDeliveries(w, form, module, ui, DatedKind::Scheduled); });
+    on(cmd::DeleteSelectedDelivery, [&form, &module, &ui] {
+        if (!form.pageData().isOpen(QStringLiteral("QueryEpisodicDeliveries"))) return;
+        QueryDataSet& episodic = form.pageData().query(QStringLiteral("QueryEpisodicDeliveries"));
+        if (episodic.isEmpty()) return;
+        DatedDeliveries rules(module.db(), ui, module.session().userFullName);
+        if (rules.removeAsked(DatedRow::fromDataSet(episodic))) episodic.refresh();
     });
     on(cmd::SendMail,
        [&form, &ui] { openUrl(form.mailUrl(), ui, QStringLiteral("This client has no e-mail address.")); });

@@ -1,0 +1,116 @@
+// The dated delivery screens offscreen over a small store: the scheduled
+// deliveries of a client with the calendar and grid, adding by the
+// calendar, and Auto Schedule previewing and making a pattern's rows. With
+// KB_SCREENSHOTS set to a folder, each screen is saved there as a picture.
+
+#include "InsertRow.h"
+#include "ScriptedUserInterface.h"
+#include "TempDataDir.h"
+#include "WidgetApplication.h"
+
+#include "dataset/QueryDataSet.h"
+#include "dated/TFormEditEpisodicDeliveries.h"
+#include "recurrence/TFormRecurrence.h"
+#include "schedule/dated/DatedDeliveriesView.h"
+#include "schedule/dated/RecurrenceView.h"
+#include "settings/SettingsFile.h"
+
+#include <QCalendarWidget>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace kb;
+using namespace kb::test;
+
+namespace {
+
+class DatedDeliveriesScreens : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ensureWidgetApplication();
+        insertRow(data.db(), QStringLiteral("Services"),
+                  {{QStringLiteral("Service_ID"), 1},
+                   {QStringLiteral("Service_Desc"), QStringLiteral("Hot Meals")},
+                   {QStringLiteral("Service_Type"), QStringLiteral("D")}});
+        for (const char* route : {"R1", "R2"})
+            insertRow(
+                data.db(), QStringLiteral("Routes"),
+                {{QStringLiteral("Route_ID"), QString::fromLatin1(route)},
+                 {QStringLiteral("Route_Desc"), QStringLiteral("Route ") + QString::fromLatin1(route)}});
+        insertRow(data.db(), QStringLiteral("Clients"),
+                  {{QStringLiteral("Person_ID"), 10},
+                   {QStringLiteral("Client_ID"), QStringLiteral("C010")},
+                   {QStringLiteral("First_Name"), QStringLiteral("Ada")},
+                   {QStringLiteral("Last_Name"), QStringLiteral("Lovelace")},
+                   {QStringLiteral("Delivery_Type"), QStringLiteral("O")},
+                   {QStringLiteral("Svcs_Used"), 1},
+                   {QStringLiteral("Start_Dte"), QDate(2024, 1, 1)},
+                   {QStringLiteral("Def_Rte"), QStringLiteral("R1")},
+                   {QStringLiteral("Def_Stop"), 4.0}});
+    }
+
+    static void keepPicture(QWidget& widget, const QString& name)
+    {
+        const QString folder = qEnvironmentVariable("KB_SCREENSHOTS");
+        if (folder.isEmpty()) return;
+        widget.show();
+        QApplication::processEvents();
+        widget.grab().save(folder + QLatin1Char('/') + name + QStringLiteral(".png"));
+    }
+
+    TempDataDir data;
+    QTemporaryDir appData;
+    ScriptedUserInterface ui;
+};
+
+TEST_F(DatedDeliveriesScreens, TheScheduledScreenAddsByTheCalendarAndRemembersTheBoldChoice)
+{
+    SettingsFile settings(appData.path());
+    TFormEditScheduledDeliveries presenter(data.db(), ui, QStringLiteral("Pat Tester"), 10);
+    ui::DatedDeliveriesView view(presenter, data.db(), ui, settings, QStringLiteral("Pat Tester"));
+    EXPECT_EQ(view.windowTitle(), QStringLiteral("Maintain Scheduled Deliveries for Ada Lovelace"));
+    EXPECT_FALSE(view.button(QStringLiteral("Delete "))->isEnabled());
+    emit view.calendar()->activated(QDate(2024, 3, 12));
+    emit view.calendar()->activated(QDate(2024, 3, 19));
+    EXPECT_EQ(view.grid()->model()->rowCount(), 2);
+    EXPECT_TRUE(view.button(QStringLiteral("Delete "))->isEnabled());
+    keepPicture(view, QStringLiteral("TFormEditScheduledDeliveries"));
+    view.accept();
+    EXPECT_EQ(settings.readString(QStringLiteral("TFormEditScheduledDeliveries"),
+                                  QStringLiteral("BoldCalendarDates")),
+              QStringLiteral("Checked"));
+}
+
+TEST_F(DatedDeliveriesScreens, AutoSchedulePreviewsAndMakesThePatternsRows)
+{
+    SettingsFile settings(appData.path());
+    TFormRecurrence presenter(data.db(), ui, QStringLiteral("Pat Tester"),
+                              *DatedClient::byPersonId(data.db(), 10));
+    presenter.SetDeliveryType(QStringLiteral("Scheduled"));
+    presenter.setLimitIndex(int(RecurrenceLimit::None));
+    ui::RecurrenceView view(presenter, settings);
+    EXPECT_EQ(view.windowTitle(), QStringLiteral("Auto-Create Scheduled Deliveries"));
+    EXPECT_FALSE(view.okButton()->isEnabled()) << "no start date yet";
+    view.occurrences()->setValue(5); // selects "End after:" and starts today
+    EXPECT_TRUE(view.okButton()->isEnabled());
+    EXPECT_EQ(view.preview()->count(), 5);
+    view.pages()->setCurrentIndex(1); // weekly without a weekday
+    EXPECT_FALSE(view.okButton()->isEnabled());
+    view.pages()->setCurrentIndex(0);
+    keepPicture(view, QStringLiteral("TFormRecurrence"));
+    ui.answerNext(Answer::Yes);
+    view.okButton()->click();
+    EXPECT_EQ(view.result(), QDialog::Accepted);
+    EXPECT_EQ(
+        data.db().execute(QStringLiteral("Select count(*) from EpisodicDeliveries")).value(0, 0).toInt(), 5);
+}
+
+} // namespace
