@@ -189,7 +189,8 @@ std::unique_ptr<Database> createServerDatabase(const ServerAddress& address, con
     // Two inits of one database at once: the second waits here until the
     // first is done, then finds its tables. The key stands apart from the
     // record locks, whose first half is a table's object number.
-    db->store().exec(QStringLiteral("SELECT pg_advisory_xact_lock(-1, 1)"));
+    // It waits as long as the first takes, not the session's short lock wait.
+    db->store().exec(QStringLiteral("SET LOCAL lock_timeout = 0; SELECT pg_advisory_xact_lock(-1, 1)"));
     if (holdsKettlebrookTables(*db))
         throw DbError(DbErrorCode::Other,
                       QStringLiteral("The database %1 already holds Kettlebrook data").arg(address.toString()));
