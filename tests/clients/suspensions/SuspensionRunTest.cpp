@@ -28,11 +28,10 @@ protected:
             rules.attach(clients);
             clients.open();
             EXPECT_TRUE(clients.locate(QStringLiteral("PERSON_ID"), person));
-            desk.openFor(person);
+            desk.open();
         }
         ~Window()
         {
-            desk.suspends.close();
             clients.close();
             rules.detach();
         }

@@ -30,7 +30,7 @@ protected:
         if (!clients().isActive()) clients().open();
         if (!clients().locate(QStringLiteral("PERSON_ID"), personId)) clients().refresh();
         ASSERT_TRUE(clients().locate(QStringLiteral("PERSON_ID"), personId));
-        desk->openFor(personId);
+        desk->open();
     }
     void addMember(int householdId, int personId)
     {
