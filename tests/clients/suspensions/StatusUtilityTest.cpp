@@ -2,6 +2,7 @@
 // History the client rules write for them, their list, and all or nothing.
 
 #include "ClientRulesFixture.h"
+#include "ClientStatuses.h"
 
 #include "MessageError.h"
 
@@ -38,14 +39,7 @@ protected:
         setConfig(QStringLiteral("STOPPED2INACTIVE_DAYS"), 30);
         clients().open();
     }
-    QString statuses()
-    {
-        const ResultSet rows = db().execute(QStringLiteral("select Status from Clients order by Person_ID"));
-        QString text;
-        for (qsizetype r = 0; r < rows.rowCount(); ++r)
-            text += rows.value(r, 0).toString();
-        return text;
-    }
+    QString statuses() { return clientStatuses(db()); }
     int historyRows()
     {
         return db().execute(QStringLiteral("select count(*) from History")).value(0, 0).toInt();

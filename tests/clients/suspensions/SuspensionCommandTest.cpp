@@ -2,6 +2,7 @@
 // real data, through the same rules as the client window, all or nothing.
 
 #include "ClientRulesFixture.h"
+#include "ClientStatuses.h"
 #include "RunCommand.h"
 
 #include <QTemporaryDir>
@@ -39,14 +40,7 @@ protected:
     {
         return db().execute(QStringLiteral("select count(*) from ") + table).value(0, 0).toInt();
     }
-    QString statuses()
-    {
-        const ResultSet rows = db().execute(QStringLiteral("select Status from Clients order by Person_ID"));
-        QString text;
-        for (qsizetype r = 0; r < rows.rowCount(); ++r)
-            text += rows.value(r, 0).toString();
-        return text;
-    }
+    QString statuses() { return clientStatuses(db()); }
 
     QTemporaryDir home;
 };
