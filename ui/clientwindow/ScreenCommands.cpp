@@ -14,6 +14,7 @@
 #include "clientwindow/CustomFilterDialog.h"
 #include "clientwindow/MainWindow.h"
 #include "clientwindow/StatusFilterDialog.h"
+#include "clients/SuspensionScreens.h"
 #include "dataset/TableDataSet.h"
 #include "deliveryreports/ClientIdCardPrint.h"
 #include "deliveryreports/DeliveryReportChoice.h"
@@ -253,6 +254,9 @@ void registerScreenCommands(MainWindow& window)
     });
     on(cmd::SendMail,
        [&form, &ui] { openUrl(form.mailUrl(), ui, QStringLiteral("This client has no e-mail address.")); });
+
+    // Suspensions, and the stop and inactivation utilities
+    registerSuspensionScreens(window);
 }
 
 } // namespace kb::ui

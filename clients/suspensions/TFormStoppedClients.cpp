@@ -1,0 +1,44 @@
+#include "suspensions/TFormStoppedClients.h"
+
+#include "rules/ClientStatus.h"
+
+namespace kb {
+
+TFormStoppedClients::TFormStoppedClients(StoppedClientsUtility& utility)
+    : m_utility(utility), m_rows(utility.selection())
+{
+    for (const QString& code : {utility.fromStatus(), utility.toStatus()})
+        m_choices.push_back({code, client_status::word(code)});
+}
+
+QStringList TFormStoppedClients::columnTitles()
+{
+    return {QStringLiteral("Client ID"), QStringLiteral("First Name"), QStringLiteral("Last Name"),
+            QStringLiteral("Status"),    QStringLiteral("Stopped"),    QStringLiteral("Stop Reason"),
+            QStringLiteral("Comment")};
+}
+
+QStringList TFormStoppedClients::reportColumns()
+{
+    return {QStringLiteral("Client ID"), QStringLiteral("First Name"), QStringLiteral("Last Name"),
+            QStringLiteral("Stop Date"), QStringLiteral("Stop Reason")};
+}
+
+bool TFormStoppedClients::setStatus(int row, const QString& code)
+{
+    if (row < 0 || size_t(row) >= m_rows.size()) return false;
+    for (const Choice& choice : m_choices)
+        if (choice.code == code) {
+            m_rows[size_t(row)].status = code;
+            return true;
+        }
+    return false;
+}
+
+bool TFormStoppedClients::ActionOk()
+{
+    if (!okEnabled()) return false;
+    return m_utility.applyStatuses(m_rows);
+}
+
+} // namespace kb
