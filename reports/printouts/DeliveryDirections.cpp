@@ -16,7 +16,8 @@ const QString ItemColumns = QStringLiteral(
     " Select DefDels.Quantity, Items.Meal_Item, DefDels.Del_Day, Defdels.Sort_Order, DefDels.Service_ID, "
     "Services.Service_Desc  from DefDels join Items on Defdels.Item_ID = Items.Item_ID join Services on "
     "DefDels.Service_ID = Services.Service_ID ");
-const QString DatedItems = QStringLiteral("  or    (Person_ID = :Person_ID and Deliv_ID = :Deliv_ID)  Order by sort_order ");
+const QString DatedItems =
+    QStringLiteral("  or    (Person_ID = :Person_ID and Deliv_ID = :Deliv_ID)  Order by sort_order ");
 
 } // namespace
 
@@ -36,8 +37,9 @@ ResultSet DeliveryDirections::itemsForDeliveryReport(qint64 personId, const QStr
     Database& db = m_context.db;
     m_delivId = -1;
     const ResultSet own = db.execute(
-        QStringLiteral(" Select RecordID from EpisodicDeliveries where Person_ID = :Person_ID and Schedule_Type = "
-                       ":Schedule_Type and Svcs_Used = :Svcs_Used and Deliv_Date = :Deliv_Date "),
+        QStringLiteral(
+            " Select RecordID from EpisodicDeliveries where Person_ID = :Person_ID and Schedule_Type = "
+            ":Schedule_Type and Svcs_Used = :Svcs_Used and Deliv_Date = :Deliv_Date "),
         {{QStringLiteral("Person_ID"), personId},
          {QStringLiteral("Schedule_Type"), scheduleType},
          {QStringLiteral("Svcs_Used"), svcsUsed},
@@ -46,8 +48,9 @@ ResultSet DeliveryDirections::itemsForDeliveryReport(qint64 personId, const QStr
         m_delivId = own.value(0, 0).toLongLong();
     } else {
         const ResultSet other = db.execute(
-            QStringLiteral(" Select RecordID from EpisodicDeliveries where Person_ID = :Person_ID and Deliv_Date = "
-                           ":Deliv_Date and Schedule_Type = :Schedule_Type"),
+            QStringLiteral(
+                " Select RecordID from EpisodicDeliveries where Person_ID = :Person_ID and Deliv_Date = "
+                ":Deliv_Date and Schedule_Type = :Schedule_Type"),
             {{QStringLiteral("Person_ID"), personId},
              {QStringLiteral("Deliv_Date"), date},
              {QStringLiteral("Schedule_Type"), scheduleType}});
@@ -63,16 +66,18 @@ ResultSet DeliveryDirections::itemsForDeliveryReport(qint64 personId, const QStr
                            {QStringLiteral("Del_Day"), dayCode},
                            {QStringLiteral("Deliv_ID"), m_delivId}};
     const bool clientItems =
-        !db.execute(QStringLiteral("Select DefDels.Quantity, Items.Meal_Item, DefDels.Del_Day from DefDels join Items "
-                                   "on Defdels.Item_ID = Items.Item_ID where Person_ID = :Person_ID and "
-                                   "DefDels.Service_ID = :Svcs_Used and Del_Day = :Del_Day and Deliv_ID is Null "),
+        !db.execute(QStringLiteral(
+                        "Select DefDels.Quantity, Items.Meal_Item, DefDels.Del_Day from DefDels join Items "
+                        "on Defdels.Item_ID = Items.Item_ID where Person_ID = :Person_ID and "
+                        "DefDels.Service_ID = :Svcs_Used and Del_Day = :Del_Day and Deliv_ID is Null "),
                     params)
              .isEmpty();
     const QString where =
-        clientItems ? QStringLiteral(" where (Person_ID = :Person_ID and DefDels.Service_ID = :Svcs_Used and Del_Day "
-                                     "= :Del_Day and Deliv_ID is Null) ")
-                    : QStringLiteral(" where (Person_ID = 0          and DefDels.Service_ID = :Svcs_Used and Del_Day "
-                                     "= :Del_Day) ");
+        clientItems
+            ? QStringLiteral(" where (Person_ID = :Person_ID and DefDels.Service_ID = :Svcs_Used and Del_Day "
+                             "= :Del_Day and Deliv_ID is Null) ")
+            : QStringLiteral(" where (Person_ID = 0          and DefDels.Service_ID = :Svcs_Used and Del_Day "
+                             "= :Del_Day) ");
     return db.execute(ItemColumns + where + DatedItems, params);
 }
 
@@ -99,8 +104,9 @@ bool DeliveryDirections::prepare(ReportHolder& holder, Kind kind, qint64 personI
 
     const Params person = {{QStringLiteral("Person_ID"), personId}};
     ResultSet client = db.execute(
-        QStringLiteral("Select * from Clients left join Race on Clients.Race=Race.Race_CD left join Services on "
-                       "Clients.Svcs_Used = Services.Service_ID where Person_ID = :Person_ID"),
+        QStringLiteral(
+            "Select * from Clients left join Race on Clients.Race=Race.Race_CD left join Services on "
+            "Clients.Svcs_Used = Services.Service_ID where Person_ID = :Person_ID"),
         person);
     if (client.isEmpty())
         throw MessageError(QStringLiteral("There is no client with the person number %1.").arg(personId));
@@ -108,10 +114,12 @@ bool DeliveryDirections::prepare(ReportHolder& holder, Kind kind, qint64 personI
 
     // An ongoing client's dated deliveries are his scheduled ones; anyone
     // else's are episodic.
-    const QString scheduleType =
-        field(QStringLiteral("Delivery_Type")).toString() == QLatin1String("O") ? QStringLiteral("S") : QStringLiteral("E");
+    const QString scheduleType = field(QStringLiteral("Delivery_Type")).toString() == QLatin1String("O")
+                                     ? QStringLiteral("S")
+                                     : QStringLiteral("E");
     const QString day = RunStatements::dayCode(date);
-    ResultSet items = itemsForDeliveryReport(personId, scheduleType, field(QStringLiteral("Svcs_Used")), day, date);
+    ResultSet items =
+        itemsForDeliveryReport(personId, scheduleType, field(QStringLiteral("Svcs_Used")), day, date);
 
     // The place of the delivery on that date: a dated delivery's own, else
     // the weekday's route (its stop with it) or the default; an alternate
@@ -119,9 +127,9 @@ bool DeliveryDirections::prepare(ReportHolder& holder, Kind kind, qint64 personI
     QVariant route;
     QVariant stop;
     if (m_delivId >= 0) {
-        const ResultSet dated =
-            db.execute(QStringLiteral("Select Route, Stop from EpisodicDeliveries where RecordID = :RecordID"),
-                       {{QStringLiteral("RecordID"), m_delivId}});
+        const ResultSet dated = db.execute(
+            QStringLiteral("Select Route, Stop from EpisodicDeliveries where RecordID = :RecordID"),
+            {{QStringLiteral("RecordID"), m_delivId}});
         if (!dated.isEmpty()) {
             route = dated.value(0, 0);
             stop = dated.value(0, 1);
@@ -139,34 +147,38 @@ bool DeliveryDirections::prepare(ReportHolder& holder, Kind kind, qint64 personI
     const ResultSet config = db.execute(QStringLiteral("Select Enable_Alternate_Addresses from Config"));
     const bool alternateAddresses = !config.isEmpty() && config.value(0, 0).toBool();
     if (!overrideId && alternateAddresses) {
-        const ResultSet inForce = db.execute(RunStatements::overrideStatement(),
-                                             {{QStringLiteral("Person_ID"), personId},
-                                              {QStringLiteral("DOW"), day},
-                                              {QStringLiteral("Deliv_Date"), date}});
+        const ResultSet inForce =
+            db.execute(RunStatements::overrideStatement(), {{QStringLiteral("Person_ID"), personId},
+                                                            {QStringLiteral("DOW"), day},
+                                                            {QStringLiteral("Deliv_Date"), date}});
         if (!inForce.isEmpty()) overrideId = inForce.value(0, u"RecordID").toLongLong();
     }
-    ResultSet address = db.execute(QStringLiteral("Select * from Address_Overrides where RecordID = :RecordID"),
-                                   {{QStringLiteral("RecordID"), overrideId ? *overrideId : qint64(-1)}});
+    ResultSet address =
+        db.execute(QStringLiteral("Select * from Address_Overrides where RecordID = :RecordID"),
+                   {{QStringLiteral("RecordID"), overrideId ? *overrideId : qint64(-1)}});
     if (!address.isEmpty()) {
         route = address.value(0, u"Route");
         stop = address.value(0, u"Stop");
     }
 
     const QDate today = m_context.clock.today();
-    holder.addPipe(std::make_unique<RowsPipe>(QStringLiteral("DBPipelineDefaultRouteName"),
-                                              db.execute(QStringLiteral("Select Route_Desc from Routes where "
-                                                                        "Route_ID = :Def_Rte"),
-                                                         {{QStringLiteral("Def_Rte"), field(QStringLiteral("Def_Rte"))}})));
+    holder.addPipe(std::make_unique<RowsPipe>(
+        QStringLiteral("DBPipelineDefaultRouteName"),
+        db.execute(QStringLiteral("Select Route_Desc from Routes where "
+                                  "Route_ID = :Def_Rte"),
+                   {{QStringLiteral("Def_Rte"), field(QStringLiteral("Def_Rte"))}})));
     holder.addPipe(std::make_unique<RowsPipe>(
         QStringLiteral("DBPipelineOverridden_Addresses"),
-        db.execute(QStringLiteral("Select * from Address_Overrides where Person_ID = :Person_ID and "
-                                  "((Override_Type = 'D' and Deliv_Date >= :Today) or (Override_Type <> 'D' and "
-                                  "Effective_Date <= :Today and (Expire_Date >= :Today or Expire_Date is Null))) "
-                                  "order by Override_Type"),
-                   {{QStringLiteral("Person_ID"), personId}, {QStringLiteral("Today"), today}})));
+        db.execute(
+            QStringLiteral("Select * from Address_Overrides where Person_ID = :Person_ID and "
+                           "((Override_Type = 'D' and Deliv_Date >= :Today) or (Override_Type <> 'D' and "
+                           "Effective_Date <= :Today and (Expire_Date >= :Today or Expire_Date is Null))) "
+                           "order by Override_Type"),
+            {{QStringLiteral("Person_ID"), personId}, {QStringLiteral("Today"), today}})));
     holder.addPipe(std::make_unique<RowsPipe>(QStringLiteral("DBPipelineClientInfo"), std::move(client)));
     holder.addPipe(std::make_unique<RowsPipe>(itemsPipe(), std::move(items)));
-    holder.addPipe(std::make_unique<RowsPipe>(QStringLiteral("DBPipelineAddressOverride"), std::move(address)));
+    holder.addPipe(
+        std::make_unique<RowsPipe>(QStringLiteral("DBPipelineAddressOverride"), std::move(address)));
     holder.addPipe(std::make_unique<RowsPipe>(QStringLiteral("DBPipelineConfig"),
                                               db.execute(QStringLiteral("Select * from Config"))));
     holder.setParameter(QStringLiteral("Deliv_Date"), date);

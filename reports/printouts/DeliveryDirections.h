@@ -57,8 +57,8 @@ public:
     bool prepare(ReportHolder& holder, Kind kind, qint64 personId, const QDate& date,
                  std::optional<qint64> overrideId = {});
     // Prepares and sends to the destination. False when nothing was printed.
-    bool print(ReportHolder& holder, Kind kind, qint64 personId, const QDate& date, ReportDestination destination,
-               std::optional<qint64> overrideId = {});
+    bool print(ReportHolder& holder, Kind kind, qint64 personId, const QDate& date,
+               ReportDestination destination, std::optional<qint64> overrideId = {});
 
 private:
     const DeliveryReportContext& m_context;

@@ -14,8 +14,8 @@ EditorScreen TFormEditRoutes::editorScreen()
     screen.caption = QStringLiteral("Add and Edit Routes");
     screen.menuText = QStringLiteral("Routes");
     screen.indexName = QStringLiteral("ROUTE_ID");
-    screen.browseFields = {QStringLiteral("ROUTE_ID"), QStringLiteral("ROUTE_DESC"), QStringLiteral("ROUTE_TYPE"),
-                           QStringLiteral("DIST_CENTER_CD")};
+    screen.browseFields = {QStringLiteral("ROUTE_ID"), QStringLiteral("ROUTE_DESC"),
+                           QStringLiteral("ROUTE_TYPE"), QStringLiteral("DIST_CENTER_CD")};
     return screen;
 }
 

@@ -4,12 +4,9 @@ namespace kb {
 
 std::vector<std::pair<QString, QVariant>> RouteListing::parameters() const
 {
-    return {{QStringLiteral("Heading"), heading()},
-            {QStringLiteral("Route"), route},
-            {QStringLiteral("Route_Desc"), routeDescription},
-            {QStringLiteral("Route_Day"), dayText},
-            {QStringLiteral("Active_Only"), activeOnly},
-            {QStringLiteral("Printed"), printed}};
+    return {{QStringLiteral("Heading"), heading()},           {QStringLiteral("Route"), route},
+            {QStringLiteral("Route_Desc"), routeDescription}, {QStringLiteral("Route_Day"), dayText},
+            {QStringLiteral("Active_Only"), activeOnly},      {QStringLiteral("Printed"), printed}};
 }
 
 ResultSet routeListingRows(const std::vector<OrderRoutesRow>& rows)
@@ -28,9 +25,9 @@ ResultSet routeListingRows(const std::vector<OrderRoutesRow>& rows)
                    column("Longitude", FieldType::Float), column("Person_ID", FieldType::Int)});
     set.setHasRows(true);
     for (const OrderRoutesRow& r : rows)
-        set.appendRow({r.route, r.stop, r.routeStop(), r.routeDay, r.clientId, r.householdId, r.status, r.firstName,
-                       r.lastName, r.name, r.address1, r.crossStreet, r.city, r.state, r.zip, r.latitude,
-                       r.longitude, r.personId});
+        set.appendRow({r.route, r.stop, r.routeStop(), r.routeDay, r.clientId, r.householdId, r.status,
+                       r.firstName, r.lastName, r.name, r.address1, r.crossStreet, r.city, r.state, r.zip,
+                       r.latitude, r.longitude, r.personId});
     return set;
 }
 

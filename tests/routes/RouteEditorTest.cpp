@@ -42,23 +42,28 @@ protected:
 
 TEST_P(RouteEditor, TheRoutesScreenAppliesTheRouteRules)
 {
-    insertRow(db(), QStringLiteral("Locatns"), {{QStringLiteral("Location_ID"), 3},
-                                                {QStringLiteral("Location_CD"), QStringLiteral("NK")},
-                                                {QStringLiteral("Location"), QStringLiteral("North Kitchen")},
-                                                {QStringLiteral("Distribution_Center"), true}});
-    insertRow(db(), QStringLiteral("Locatns"), {{QStringLiteral("Location_ID"), 4},
-                                                {QStringLiteral("Location_CD"), QStringLiteral("HQ")},
-                                                {QStringLiteral("Location"), QStringLiteral("Office")},
-                                                {QStringLiteral("Distribution_Center"), false}});
-    addClient(1, {{QStringLiteral("Def_Rte"), QStringLiteral("R2")}, {QStringLiteral("Wed_Rte"), QStringLiteral("R1")}});
+    insertRow(db(), QStringLiteral("Locatns"),
+              {{QStringLiteral("Location_ID"), 3},
+               {QStringLiteral("Location_CD"), QStringLiteral("NK")},
+               {QStringLiteral("Location"), QStringLiteral("North Kitchen")},
+               {QStringLiteral("Distribution_Center"), true}});
+    insertRow(db(), QStringLiteral("Locatns"),
+              {{QStringLiteral("Location_ID"), 4},
+               {QStringLiteral("Location_CD"), QStringLiteral("HQ")},
+               {QStringLiteral("Location"), QStringLiteral("Office")},
+               {QStringLiteral("Distribution_Center"), false}});
+    addClient(1, {{QStringLiteral("Def_Rte"), QStringLiteral("R2")},
+                  {QStringLiteral("Wed_Rte"), QStringLiteral("R1")}});
     addDated(1, QDate(2024, 3, 20), QStringLiteral("S"));
-    insertRow(db(), QStringLiteral("Deliveri"), {{QStringLiteral("Deliv_ID"), 9},
-                                                 {QStringLiteral("Person_ID"), 1},
-                                                 {QStringLiteral("Deliv_Dt"), QDate(2024, 3, 1)},
-                                                 {QStringLiteral("Route_ID"), QStringLiteral("R1")}});
-    insertRow(db(), QStringLiteral("Address_Overrides"), {{QStringLiteral("Person_ID"), 1},
-                                                          {QStringLiteral("Override_Type"), QStringLiteral("T")},
-                                                          {QStringLiteral("Route"), QStringLiteral("R1")}});
+    insertRow(db(), QStringLiteral("Deliveri"),
+              {{QStringLiteral("Deliv_ID"), 9},
+               {QStringLiteral("Person_ID"), 1},
+               {QStringLiteral("Deliv_Dt"), QDate(2024, 3, 1)},
+               {QStringLiteral("Route_ID"), QStringLiteral("R1")}});
+    insertRow(db(), QStringLiteral("Address_Overrides"),
+              {{QStringLiteral("Person_ID"), 1},
+               {QStringLiteral("Override_Type"), QStringLiteral("T")},
+               {QStringLiteral("Route"), QStringLiteral("R1")}});
     RecordServices services(db(), ui);
     auto form = std::make_unique<TFormEditRoutes>(services);
     ASSERT_TRUE(form->open());
@@ -92,7 +97,8 @@ TEST_P(RouteEditor, TheRoutesScreenAppliesTheRouteRules)
     goTo(*form, QStringLiteral("R1"));
     ASSERT_TRUE(form->setValue(QStringLiteral("ROUTE_ID"), QStringLiteral("R2")));
     EXPECT_FALSE(form->run(Command::Post));
-    EXPECT_EQ(ui.texts(Kind::Warning), QStringList{"Not able to save this change- it creates a duplicated Code."});
+    EXPECT_EQ(ui.texts(Kind::Warning),
+              QStringList{"Not able to save this change- it creates a duplicated Code."});
     ASSERT_TRUE(form->run(Command::Cancel));
 
     // A code in use changes everywhere only on the user's word.
@@ -101,27 +107,36 @@ TEST_P(RouteEditor, TheRoutesScreenAppliesTheRouteRules)
     ASSERT_TRUE(form->setValue(QStringLiteral("ROUTE_ID"), QStringLiteral("R1EST")));
     ui.answerNext(Answer::No);
     EXPECT_FALSE(form->run(Command::Post));
-    EXPECT_EQ(routeOf(QStringLiteral("Clients"), QStringLiteral("Wed_Rte"), QStringLiteral("Person_ID"), 1), "R1");
+    EXPECT_EQ(routeOf(QStringLiteral("Clients"), QStringLiteral("Wed_Rte"), QStringLiteral("Person_ID"), 1),
+              "R1");
     ui.answerNext(Answer::Yes);
     ASSERT_TRUE(form->run(Command::Post));
-    EXPECT_EQ(routeOf(QStringLiteral("Clients"), QStringLiteral("Wed_Rte"), QStringLiteral("Person_ID"), 1), "R1EST");
-    EXPECT_EQ(routeOf(QStringLiteral("Deliveri"), QStringLiteral("Route_ID"), QStringLiteral("Deliv_ID"), 9), "R1EST");
-    EXPECT_EQ(routeOf(QStringLiteral("EpisodicDeliveries"), QStringLiteral("Route"), QStringLiteral("Person_ID"), 1),
+    EXPECT_EQ(routeOf(QStringLiteral("Clients"), QStringLiteral("Wed_Rte"), QStringLiteral("Person_ID"), 1),
+              "R1EST");
+    EXPECT_EQ(routeOf(QStringLiteral("Deliveri"), QStringLiteral("Route_ID"), QStringLiteral("Deliv_ID"), 9),
+              "R1EST");
+    EXPECT_EQ(routeOf(QStringLiteral("EpisodicDeliveries"), QStringLiteral("Route"),
+                      QStringLiteral("Person_ID"), 1),
               "R1EST");
     // An alternate address keeps the old code.
-    EXPECT_EQ(routeOf(QStringLiteral("Address_Overrides"), QStringLiteral("Route"), QStringLiteral("Person_ID"), 1),
-              "R1");
+    EXPECT_EQ(
+        routeOf(QStringLiteral("Address_Overrides"), QStringLiteral("Route"), QStringLiteral("Person_ID"), 1),
+        "R1");
 
     // A route in use is not deleted; an unused one is, once the user agrees.
     ui.clear();
     goTo(*form, QStringLiteral("R2"));
     EXPECT_FALSE(form->run(Command::Delete));
     ASSERT_EQ(ui.texts(Kind::Warning).size(), 1);
-    EXPECT_TRUE(ui.texts(Kind::Warning).front().startsWith("The Route you are deleting is in use by at least one Client.\r\n"));
+    EXPECT_TRUE(ui.texts(Kind::Warning)
+                    .front()
+                    .startsWith("The Route you are deleting is in use by at least one Client.\r\n"));
     goTo(*form, QStringLiteral("R1EST"));
     EXPECT_FALSE(form->run(Command::Delete));
-    EXPECT_TRUE(ui.texts(Kind::Warning).last().startsWith(
-        "The Route you are deleting is in use by at least one Client and one or more Scheduled/Episodic Deliveries."));
+    EXPECT_TRUE(ui.texts(Kind::Warning)
+                    .last()
+                    .startsWith("The Route you are deleting is in use by at least one Client and one or more "
+                                "Scheduled/Episodic Deliveries."));
     goTo(*form, QStringLiteral("R3"));
     ui.answerNext(Answer::No);
     EXPECT_FALSE(form->run(Command::Delete));
@@ -129,20 +144,26 @@ TEST_P(RouteEditor, TheRoutesScreenAppliesTheRouteRules)
 
     // Closing brings the distribution center codes up to date.
     EXPECT_TRUE(form->close());
-    EXPECT_EQ(db().execute(QStringLiteral("Select Dist_Center_Cd from Routes where Route_ID = 'R3'")).value(0, 0).toString(),
+    EXPECT_EQ(db().execute(QStringLiteral("Select Dist_Center_Cd from Routes where Route_ID = 'R3'"))
+                  .value(0, 0)
+                  .toString(),
               "NK");
-    EXPECT_EQ(db().execute(QStringLiteral("Select Dist_Center_Cd from Routes where Route_ID = 'R2'")).value(0, 0).toString(),
+    EXPECT_EQ(db().execute(QStringLiteral("Select Dist_Center_Cd from Routes where Route_ID = 'R2'"))
+                  .value(0, 0)
+                  .toString(),
               "");
 }
 
 TEST_P(RouteEditor, TheOverrideScreenLooksUpPostalCodesMapsAndPrintsDirections)
 {
     addClient(1);
-    insertRow(db(), QStringLiteral("Zips"), {{QStringLiteral("Zip"), QStringLiteral("19107")},
-                                             {QStringLiteral("City"), QStringLiteral("Philadelphia")},
-                                             {QStringLiteral("St"), QStringLiteral("PA")}});
-    db().execute(QStringLiteral("Update Config set Mapping = 'Q', Mapping_URL = :U"),
-                 {{QStringLiteral("U"), QStringLiteral("https://maps.example/?a=AXXX&c=CXXX&s=SXXX&z=ZXXX")}});
+    insertRow(db(), QStringLiteral("Zips"),
+              {{QStringLiteral("Zip"), QStringLiteral("19107")},
+               {QStringLiteral("City"), QStringLiteral("Philadelphia")},
+               {QStringLiteral("St"), QStringLiteral("PA")}});
+    db().execute(
+        QStringLiteral("Update Config set Mapping = 'Q', Mapping_URL = :U"),
+        {{QStringLiteral("U"), QStringLiteral("https://maps.example/?a=AXXX&c=CXXX&s=SXXX&z=ZXXX")}});
     RecordServices services(db(), ui);
     TFormAddressOverride form(services, session, {1, QStringLiteral("C001"), 0});
     EXPECT_FALSE(form.canPrintDirections()); // no printer, no row
@@ -172,7 +193,8 @@ TEST_P(RouteEditor, TheOverrideScreenLooksUpPostalCodesMapsAndPrintsDirections)
     ASSERT_EQ(printed.size(), 1u);
     EXPECT_EQ(printed[0].first, 1);
     EXPECT_EQ(printed[0].second, set.fieldValue(u"RecordID").toLongLong());
-    EXPECT_EQ(db().execute(QStringLiteral("Select City from Address_Overrides")).value(0, 0).toString(), "Philadelphia");
+    EXPECT_EQ(db().execute(QStringLiteral("Select City from Address_Overrides")).value(0, 0).toString(),
+              "Philadelphia");
 
     // Another agency maps with the desktop program, not on the web.
     db().execute(QStringLiteral("Update Config set Mapping = 'M'"));

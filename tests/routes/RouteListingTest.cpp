@@ -22,7 +22,8 @@ TEST_P(RouteListingTest, TheListingIsTheGridWithItsPendingEditAndTheRetrievedHea
 {
     addClient(1, {{QStringLiteral("Household_ID"), 40}});
     addClient(2, {{QStringLiteral("Cross_Street"), QStringLiteral("Elm")}});
-    addClient(3, {{QStringLiteral("Mon_Rte"), QStringLiteral("R1")}, {QStringLiteral("Mon_Stop"), 0.5},
+    addClient(3, {{QStringLiteral("Mon_Rte"), QStringLiteral("R1")},
+                  {QStringLiteral("Mon_Stop"), 0.5},
                   {QStringLiteral("Def_Rte"), QStringLiteral("R2")}});
     addClient(4, {{QStringLiteral("Status"), QStringLiteral("I")}});
 
@@ -75,13 +76,15 @@ TEST_P(RouteListingTest, APrinterFailureOrNoPrinterIsToldAndTheSetStays)
     EXPECT_EQ(ui.texts(Kind::Error), QStringList{"The route listing cannot be printed from here."});
 
     ui.clear();
-    form().setListingPrinter([](const RouteListing&) { throw MessageError(QStringLiteral("The printer is out of paper.")); });
+    form().setListingPrinter(
+        [](const RouteListing&) { throw MessageError(QStringLiteral("The printer is out of paper.")); });
     form().ActionPrintListing();
     EXPECT_EQ(ui.texts(Kind::Error), QStringList{"The printer is out of paper."});
     EXPECT_EQ(persons(), QList<int>{1});
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, RouteListingTest, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
+INSTANTIATE_TEST_SUITE_P(Stores, RouteListingTest,
+                         ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
                          [](const auto& info) { return storeName(info.param); });
 
 } // namespace

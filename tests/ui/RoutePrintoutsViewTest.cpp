@@ -20,7 +20,6 @@
 #include "session/SessionState.h"
 #include "settings/SettingsFile.h"
 
-#include <QApplication>
 #include <QCalendarWidget>
 #include <QComboBox>
 #include <QPushButton>
@@ -42,8 +41,9 @@ protected:
     void SetUp() override
     {
         session.cAppDataFolder = appData.path() + QLatin1Char('/');
-        insertRow(data.db(), QStringLiteral("Routes"), {{QStringLiteral("Route_ID"), QStringLiteral("R1")},
-                                                        {QStringLiteral("Route_Desc"), QStringLiteral("Riverside")}});
+        insertRow(data.db(), QStringLiteral("Routes"),
+                  {{QStringLiteral("Route_ID"), QStringLiteral("R1")},
+                   {QStringLiteral("Route_Desc"), QStringLiteral("Riverside")}});
         for (int person : {1, 2, 3})
             insertRow(data.db(), QStringLiteral("Clients"),
                       {{QStringLiteral("Person_ID"), person},
@@ -52,16 +52,6 @@ protected:
                        {QStringLiteral("Status"), QStringLiteral("A")},
                        {QStringLiteral("Def_Rte"), QStringLiteral("R1")},
                        {QStringLiteral("Def_Stop"), double(4 - person)}});
-    }
-
-    // With KB_SCREENSHOTS set to a folder, the screen is saved there for a person to look at.
-    static void keepPicture(QWidget& widget, const QString& name)
-    {
-        const QString folder = qEnvironmentVariable("KB_SCREENSHOTS");
-        if (folder.isEmpty()) return;
-        widget.show();
-        QApplication::processEvents();
-        widget.grab().save(folder + QLatin1Char('/') + name + QStringLiteral(".png"));
     }
 
     TempDataDir data;
@@ -94,7 +84,7 @@ TEST_F(RoutePrintoutsView, TheDirectionsDialogAsksADateAndADestination)
     EXPECT_EQ(dialog.windowTitle(), "Delivery Directions");
     EXPECT_EQ(dialog.date(), QDate(2024, 3, 7));
     EXPECT_EQ(dialog.destination(), reports::ReportDestination::Screen);
-    keepPicture(dialog, QStringLiteral("DeliveryDirections"));
+    keepScreenshot(dialog, QStringLiteral("DeliveryDirections"));
     dialog.calendar()->setSelectedDate(QDate(2024, 3, 12));
     // A double click on a day counts as OK.
     emit dialog.calendar()->activated(QDate(2024, 3, 12));
@@ -104,18 +94,19 @@ TEST_F(RoutePrintoutsView, TheDirectionsDialogAsksADateAndADestination)
 
 TEST_F(RoutePrintoutsView, TheOverrideScreenPrintsDirectionsToTheAddressShown)
 {
-    insertRow(data.db(), QStringLiteral("Address_Overrides"), {{QStringLiteral("Person_ID"), 2},
-                                                               {QStringLiteral("Override_Type"), QStringLiteral("T")},
-                                                               {QStringLiteral("Effective_Date"), QDate(2024, 3, 1)},
-                                                               {QStringLiteral("Address1"), QStringLiteral("5 Quay")},
-                                                               {QStringLiteral("Route"), QStringLiteral("R1")}});
+    insertRow(data.db(), QStringLiteral("Address_Overrides"),
+              {{QStringLiteral("Person_ID"), 2},
+               {QStringLiteral("Override_Type"), QStringLiteral("T")},
+               {QStringLiteral("Effective_Date"), QDate(2024, 3, 1)},
+               {QStringLiteral("Address1"), QStringLiteral("5 Quay")},
+               {QStringLiteral("Route"), QStringLiteral("R1")}});
     RecordServices services(data.db(), ui);
     TFormAddressOverride presenter(services, session, {2, QStringLiteral("102"), 0});
     std::vector<qint64> printed;
     presenter.setDirectionsPrinter([&](qint64, qint64 recordId) { printed.push_back(recordId); });
     SettingsFile settings(appData.path());
     ui::AddressOverrideView view(presenter, services, settings);
-    keepPicture(view, QStringLiteral("AddressOverrides"));
+    keepScreenshot(view, QStringLiteral("AddressOverrides"));
     QPushButton* print = view.button(QStringLiteral("Print Delivery Directions"));
     ASSERT_TRUE(print);
     ASSERT_TRUE(print->isEnabled());
@@ -135,7 +126,7 @@ TEST_F(RoutePrintoutsView, TheRoutesCodeTableOpensInTheGenericEditor)
     view.show();
     EXPECT_EQ(view.windowTitle(), "Add and Edit Routes");
     presenter.openRow(0);
-    keepPicture(view, QStringLiteral("EditRoutes"));
+    keepScreenshot(view, QStringLiteral("EditRoutes"));
     EXPECT_TRUE(view.editor(QStringLiteral("ROUTE_TYPE")));
     EXPECT_TRUE(qobject_cast<QComboBox*>(view.editor(QStringLiteral("DIST_CENTER_ID"))));
 }

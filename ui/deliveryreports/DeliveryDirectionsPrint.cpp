@@ -20,7 +20,8 @@
 namespace kb::ui {
 
 DeliveryDirectionsDialog::DeliveryDirectionsDialog(const QDate& start, QWidget* parent)
-    : QDialog(parent), m_calendar(new QCalendarWidget(this)), m_screen(new QRadioButton(QStringLiteral("&Screen"))),
+    : QDialog(parent), m_calendar(new QCalendarWidget(this)),
+      m_screen(new QRadioButton(QStringLiteral("&Screen"))),
       m_printer(new QRadioButton(QStringLiteral("&Printer")))
 {
     setWindowTitle(reports::DeliveryDirections::caption());

@@ -10,7 +10,8 @@
 
 namespace kb::ui {
 
-void connectRouteListPrinter(TFormOrderRoutes& presenter, TDataModule1& data, UserInterface& ui, QWidget* parent)
+void connectRouteListPrinter(TFormOrderRoutes& presenter, TDataModule1& data, UserInterface& ui,
+                             QWidget* parent)
 {
     presenter.setListingPrinter([&data, &ui, parent](const RouteListing& listing) {
         const reports::DeliveryReportContext context = deliveryReportContext(data, ui);

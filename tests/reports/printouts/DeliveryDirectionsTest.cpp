@@ -32,14 +32,17 @@ protected:
         ensureGuiApplication();
         data = std::make_unique<TempDataDir>(GetParam());
         Database& d = db();
-        insertRow(d, QStringLiteral("Services"), {{QStringLiteral("Service_ID"), 1},
-                                                  {QStringLiteral("Service_Desc"), QStringLiteral("Hot Meals")}});
-        insertRow(d, QStringLiteral("Services"), {{QStringLiteral("Service_ID"), 2},
-                                                  {QStringLiteral("Service_Desc"), QStringLiteral("Frozen Meals")}});
+        insertRow(d, QStringLiteral("Services"),
+                  {{QStringLiteral("Service_ID"), 1},
+                   {QStringLiteral("Service_Desc"), QStringLiteral("Hot Meals")}});
+        insertRow(d, QStringLiteral("Services"),
+                  {{QStringLiteral("Service_ID"), 2},
+                   {QStringLiteral("Service_Desc"), QStringLiteral("Frozen Meals")}});
         int id = 1;
         for (const char* item : {"Hot Lunch", "Milk", "Frozen Dinner"})
             insertRow(d, QStringLiteral("Items"),
-                      {{QStringLiteral("Item_ID"), id++}, {QStringLiteral("Meal_Item"), QString::fromLatin1(item)}});
+                      {{QStringLiteral("Item_ID"), id++},
+                       {QStringLiteral("Meal_Item"), QString::fromLatin1(item)}});
         insertRow(d, QStringLiteral("Clients"),
                   {{QStringLiteral("Person_ID"), 7},
                    {QStringLiteral("Client_ID"), QStringLiteral("1007")},
@@ -60,29 +63,36 @@ protected:
         // The service's Thursday default, the client's own Friday items.
         defdel(0, 1, "THU", 1, 1, QVariant());
         defdel(7, 1, "FRI", 2, 2, QVariant());
-        insertRow(d, QStringLiteral("Routes"), {{QStringLiteral("Route_ID"), QStringLiteral("R1")},
-                                                {QStringLiteral("Route_Desc"), QStringLiteral("Downtown")}});
+        insertRow(d, QStringLiteral("Routes"),
+                  {{QStringLiteral("Route_ID"), QStringLiteral("R1")},
+                   {QStringLiteral("Route_Desc"), QStringLiteral("Downtown")}});
     }
 
     Database& db() { return data->db(); }
     void defdel(int person, int service, const char* day, int item, int quantity, const QVariant& delivId)
     {
-        insertRow(db(), QStringLiteral("Defdels"), {{QStringLiteral("Person_ID"), person},
-                                                     {QStringLiteral("Service_ID"), service},
-                                                     {QStringLiteral("Del_Day"), QString::fromLatin1(day)},
-                                                     {QStringLiteral("Item_ID"), item},
-                                                     {QStringLiteral("Quantity"), quantity},
-                                                     {QStringLiteral("Sort_Order"), item},
-                                                     {QStringLiteral("Deliv_ID"), delivId}});
+        insertRow(db(), QStringLiteral("Defdels"),
+                  {{QStringLiteral("Person_ID"), person},
+                   {QStringLiteral("Service_ID"), service},
+                   {QStringLiteral("Del_Day"), QString::fromLatin1(day)},
+                   {QStringLiteral("Item_ID"), item},
+                   {QStringLiteral("Quantity"), quantity},
+                   {QStringLiteral("Sort_Order"), item},
+                   {QStringLiteral("Deliv_ID"), delivId}});
     }
     static QStringList items(const ResultSet& rows)
     {
         QStringList list;
         for (qsizetype r = 0; r < rows.rowCount(); ++r)
-            list << QStringLiteral("%1 %2").arg(rows.value(r, u"Quantity").toInt()).arg(rows.value(r, u"Meal_Item").toString());
+            list << QStringLiteral("%1 %2")
+                        .arg(rows.value(r, u"Quantity").toInt())
+                        .arg(rows.value(r, u"Meal_Item").toString());
         return list;
     }
-    QVariant parameter(ReportHolder& holder, const char* name) { return holder.parameter(QString::fromLatin1(name)); }
+    QVariant parameter(ReportHolder& holder, const char* name)
+    {
+        return holder.parameter(QString::fromLatin1(name));
+    }
 
     std::unique_ptr<TempDataDir> data;
     ScriptedUserInterface ui;
@@ -93,29 +103,35 @@ TEST_P(DeliveryDirectionsTest, ItemsComeFromTheDateTheClientOrTheService)
     const DeliveryReportContext context{db(), db().clock(), ui, QStringLiteral("pat"), nullptr, QString()};
     DeliveryDirections directions(context);
     // Thursday: nothing of the client's own, so the service's defaults.
-    EXPECT_EQ(items(directions.itemsForDeliveryReport(7, QStringLiteral("S"), 1, QStringLiteral("THU"), QDate(2024, 3, 7))),
+    EXPECT_EQ(items(directions.itemsForDeliveryReport(7, QStringLiteral("S"), 1, QStringLiteral("THU"),
+                                                      QDate(2024, 3, 7))),
               QStringList{"1 Hot Lunch"});
     EXPECT_EQ(directions.delivId(), -1);
     // Friday: the client's own.
-    EXPECT_EQ(items(directions.itemsForDeliveryReport(7, QStringLiteral("S"), 1, QStringLiteral("FRI"), QDate(2024, 3, 8))),
+    EXPECT_EQ(items(directions.itemsForDeliveryReport(7, QStringLiteral("S"), 1, QStringLiteral("FRI"),
+                                                      QDate(2024, 3, 8))),
               QStringList{"2 Milk"});
     EXPECT_TRUE(ui.messages().isEmpty());
 
     // A scheduled delivery on another service: the user is told, and its items come too.
-    insertRow(db(), QStringLiteral("EpisodicDeliveries"), {{QStringLiteral("Person_ID"), 7},
-                                                            {QStringLiteral("Deliv_Date"), QDate(2024, 3, 8)},
-                                                            {QStringLiteral("Schedule_Type"), QStringLiteral("S")},
-                                                            {QStringLiteral("Svcs_Used"), 2},
-                                                            {QStringLiteral("Route"), QStringLiteral("R5")},
-                                                            {QStringLiteral("Stop"), 3.0}});
-    const qint64 dated = db().execute(QStringLiteral("Select RecordID from EpisodicDeliveries")).value(0, 0).toLongLong();
+    insertRow(db(), QStringLiteral("EpisodicDeliveries"),
+              {{QStringLiteral("Person_ID"), 7},
+               {QStringLiteral("Deliv_Date"), QDate(2024, 3, 8)},
+               {QStringLiteral("Schedule_Type"), QStringLiteral("S")},
+               {QStringLiteral("Svcs_Used"), 2},
+               {QStringLiteral("Route"), QStringLiteral("R5")},
+               {QStringLiteral("Stop"), 3.0}});
+    const qint64 dated =
+        db().execute(QStringLiteral("Select RecordID from EpisodicDeliveries")).value(0, 0).toLongLong();
     defdel(7, 2, "FRI", 3, 1, dated);
-    EXPECT_EQ(items(directions.itemsForDeliveryReport(7, QStringLiteral("S"), 1, QStringLiteral("FRI"), QDate(2024, 3, 8))),
+    EXPECT_EQ(items(directions.itemsForDeliveryReport(7, QStringLiteral("S"), 1, QStringLiteral("FRI"),
+                                                      QDate(2024, 3, 8))),
               (QStringList{"2 Milk", "1 Frozen Dinner"}));
     EXPECT_EQ(directions.delivId(), dated);
     EXPECT_EQ(ui.texts(Kind::Information),
-              QStringList{"This client is receiving a Scheduled Delivery for the date you chose on a \nService other "
-                          "than their normally assigned Service."});
+              QStringList{
+                  "This client is receiving a Scheduled Delivery for the date you chose on a \nService other "
+                  "than their normally assigned Service."});
 }
 
 TEST_P(DeliveryDirectionsTest, TheDriverGetsThePlaceAddressAndItemsOfTheDate)
@@ -140,39 +156,45 @@ TEST_P(DeliveryDirectionsTest, TheDriverGetsThePlaceAddressAndItemsOfTheDate)
 
     // An alternate address in force on the date takes the delivery there.
     db().execute(QStringLiteral("Update Config set Enable_Alternate_Addresses = true"));
-    insertRow(db(), QStringLiteral("Address_Overrides"), {{QStringLiteral("Person_ID"), 7},
-                                                          {QStringLiteral("Override_Type"), QStringLiteral("D")},
-                                                          {QStringLiteral("Deliv_Date"), QDate(2024, 3, 8)},
-                                                          {QStringLiteral("Addr_Desc"), QStringLiteral("Daughter")},
-                                                          {QStringLiteral("Address1"), QStringLiteral("5 Quay Street")},
-                                                          {QStringLiteral("City"), QStringLiteral("Harbourton")},
-                                                          {QStringLiteral("Directions"), QStringLiteral("Blue gate.")},
-                                                          {QStringLiteral("Route"), QStringLiteral("R9")},
-                                                          {QStringLiteral("Stop"), 2.0}});
+    insertRow(db(), QStringLiteral("Address_Overrides"),
+              {{QStringLiteral("Person_ID"), 7},
+               {QStringLiteral("Override_Type"), QStringLiteral("D")},
+               {QStringLiteral("Deliv_Date"), QDate(2024, 3, 8)},
+               {QStringLiteral("Addr_Desc"), QStringLiteral("Daughter")},
+               {QStringLiteral("Address1"), QStringLiteral("5 Quay Street")},
+               {QStringLiteral("City"), QStringLiteral("Harbourton")},
+               {QStringLiteral("Directions"), QStringLiteral("Blue gate.")},
+               {QStringLiteral("Route"), QStringLiteral("R9")},
+               {QStringLiteral("Stop"), 2.0}});
     ASSERT_TRUE(directions.print(holder, DKind::Client, 7, QDate(2024, 3, 8), ReportDestination::Screen));
     EXPECT_EQ(output.reportsWritten(), 1);
-    QString text = runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")}).simplified();
+    QString text = runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")})
+                       .simplified();
     for (const char* expected : {"Delivery Directions", "Friday, March 8, 2024", "Greta Lindqvist", "R9 2",
                                  "Deliver to (Daughter)", "5 Quay Street", "Blue gate.", "2 Milk"})
         EXPECT_TRUE(text.contains(QString::fromLatin1(expected))) << expected << "\n" << text.toStdString();
 
     // Thursday at home: the home address and the client's directions.
     ASSERT_TRUE(directions.print(holder, DKind::Client, 7, QDate(2024, 3, 7), ReportDestination::Screen));
-    text = runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")}).simplified();
+    text = runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")})
+               .simplified();
     for (const char* expected : {"88 Birch Road", "Side door, ring twice.", "R2 7.5", "1 Hot Lunch"})
         EXPECT_TRUE(text.contains(QString::fromLatin1(expected))) << expected << "\n" << text.toStdString();
     EXPECT_FALSE(text.contains(QStringLiteral("Quay")));
 
     // From the address override screen: the address the user stands on.
-    const qint64 alternate = db().execute(QStringLiteral("Select RecordID from Address_Overrides")).value(0, 0).toLongLong();
-    ASSERT_TRUE(directions.print(holder, DKind::AddressOverride, 7, QDate(2024, 3, 7), ReportDestination::Screen,
-                                 alternate));
-    text = runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")}).simplified();
+    const qint64 alternate =
+        db().execute(QStringLiteral("Select RecordID from Address_Overrides")).value(0, 0).toLongLong();
+    ASSERT_TRUE(directions.print(holder, DKind::AddressOverride, 7, QDate(2024, 3, 7),
+                                 ReportDestination::Screen, alternate));
+    text = runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")})
+               .simplified();
     EXPECT_TRUE(text.contains(QStringLiteral("5 Quay Street"))) << text.toStdString();
 
     // A data directory without either template: the message, nothing printed.
     QTemporaryDir folder;
-    const DeliveryReportContext inFolder{db(), db().clock(), ui, QStringLiteral("pat"), nullptr, folder.path()};
+    const DeliveryReportContext inFolder{db(),    db().clock(), ui, QStringLiteral("pat"),
+                                         nullptr, folder.path()};
     EXPECT_FALSE(DeliveryDirections(inFolder).print(holder, DKind::AddressOverride, 7, QDate(2024, 3, 7),
                                                     ReportDestination::Printer, alternate));
     EXPECT_EQ(ui.texts(Kind::Error),
@@ -180,7 +202,8 @@ TEST_P(DeliveryDirectionsTest, TheDriverGetsThePlaceAddressAndItemsOfTheDate)
     EXPECT_EQ(output.reportsWritten(), 3);
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, DeliveryDirectionsTest, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
+INSTANTIATE_TEST_SUITE_P(Stores, DeliveryDirectionsTest,
+                         ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
                          [](const auto& info) { return storeName(info.param); });
 
 } // namespace

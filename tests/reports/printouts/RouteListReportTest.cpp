@@ -46,8 +46,9 @@ TEST(RouteListReport, TheOrderingScreensListingPrintsThroughTheReportEngine)
     ensureGuiApplication();
     TempDataDir data(StoreKind::SQLite);
     Database& db = data.db();
-    insertRow(db, QStringLiteral("Routes"), {{QStringLiteral("Route_ID"), QStringLiteral("N7")},
-                                             {QStringLiteral("Route_Desc"), QStringLiteral("North Hills")}});
+    insertRow(db, QStringLiteral("Routes"),
+              {{QStringLiteral("Route_ID"), QStringLiteral("N7")},
+               {QStringLiteral("Route_Desc"), QStringLiteral("North Hills")}});
     addClient(db, 1, QStringLiteral("Ada"), QStringLiteral("Abernathy"), 2);
     addClient(db, 2, QStringLiteral("Bo"), QStringLiteral("Brightwater"), 1);
     addClient(db, 3, QStringLiteral("Cy"), QStringLiteral("Castellano"), 3.5);
@@ -76,8 +77,10 @@ TEST(RouteListReport, TheOrderingScreensListingPrintsThroughTheReportEngine)
 
     // Words as they stand on the page, one blank between them.
     const QString text =
-        runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")}).simplified();
-    EXPECT_TRUE(text.contains(QStringLiteral("Client Listing for Route N7 - North Hills"))) << text.toStdString();
+        runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")})
+            .simplified();
+    EXPECT_TRUE(text.contains(QStringLiteral("Client Listing for Route N7 - North Hills")))
+        << text.toStdString();
     EXPECT_TRUE(text.contains(QStringLiteral("Default Route")));
     EXPECT_TRUE(text.contains(QStringLiteral("Route N7 3 clients")));
     // The clients in stop order, with their places and addresses.
@@ -97,8 +100,9 @@ TEST(RouteListReport, TheOrderingScreensListingPrintsThroughTheReportEngine)
     ReportHolder holder(output, db.clock());
     EXPECT_FALSE(RouteListReport(inFolder).print(holder, form.listing().rows, form.listing().parameters()));
     ASSERT_EQ(ui.texts(ScriptedUserInterface::Kind::Error).size(), 1);
-    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Error).front().startsWith(
-        QStringLiteral("Could not locate the report template file:\n\r")));
+    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Error)
+                    .front()
+                    .startsWith(QStringLiteral("Could not locate the report template file:\n\r")));
     EXPECT_EQ(output.reportsWritten(), 1);
     // Once installed, the folder's template is the one used.
     ui.clear();
