@@ -70,6 +70,7 @@ inline const QString PrepareDeliveries = QStringLiteral("ActionPrepareDeliveries
 inline const QString DeliveryReports = QStringLiteral("ActionDeliveryReports");
 inline const QString LabelStock = QStringLiteral("ActionLabelStock");
 inline const QString PrintClientIdCard = QStringLiteral("ActionPrintClientIdCard");
+inline const QString PrintDeliveryDirections = QStringLiteral("ActionPrintDeliveryDirections");
 inline const QString DeliveryReportMessages = QStringLiteral("ActionDeliveryReportMessages");
 inline const QString SpecialMeals = QStringLiteral("ActionSpecialMeals");
 inline const QString OrderStopsByRoute = QStringLiteral("ActionOrderStopsByRoute");

@@ -50,6 +50,9 @@ const CodeList CodeLists[] = {
     {"Staff",
      "Access_Level",
      {{"W", "Full use"}, {"A", "Full use"}, {"R", "Read-only"}, {"O", "Reports only"}}},
+    {"Routes",
+     "ROUTE_TYPE",
+     {{"D", "Driving"}, {"W", "Walking"}, {"T", "Truck"}, {"I", "Walk-In"}, {"C", "Congregate"}}},
     {"Custom_Lookup_Choices", "Dialogue", {{"ASSESSMENTS", "ASSESSMENTS"}, {"NSI ADL IADL", "NSI ADL IADL"}}},
 };
 
@@ -92,7 +95,8 @@ bool hasDataChoices(const QString& table, const QString& column)
 {
     return (is(table, "EventCds") && is(column, "SERVICE_ID")) ||
            (is(table, "Cold_Bag_Usage") && is(column, "Bag_ID")) ||
-           (is(table, "Custom_Lookup_Choices") && is(column, "Field_Name"));
+           (is(table, "Custom_Lookup_Choices") && is(column, "Field_Name")) ||
+           (is(table, "Routes") && is(column, "DIST_CENTER_ID"));
 }
 
 QList<Choice> rowsAsChoices(const ResultSet& rows)
@@ -128,6 +132,18 @@ QList<EditorField> editFieldsOf(Database& db, const EditorScreen& screen, const 
         if (is(screen.table, "Staff") && is(c.name, "Access_Level")) f.readOnly = true;
         if (is(screen.table, "EventCds") && is(c.name, "SERVICE_ID")) f.label = QStringLiteral("Service:");
         if (is(screen.table, "Cold_Bag_Usage") && is(c.name, "Bag_ID")) f.label = QStringLiteral("Cold Bag:");
+        if (is(screen.table, "Routes")) {
+            static const std::pair<const char*, const char*> RouteLabels[] = {
+                {"ROUTE_ID", "Route Code:"},
+                {"ROUTE_DESC", "Route Description:"},
+                {"ROUTE_TYPE", "Route Type:"},
+                {"DIST_CENTER_ID", "Distribution Center:"},
+                {"DIST_CENTER_CD", "Dist. Center Code:"}};
+            for (const auto& [column, label] : RouteLabels)
+                if (is(c.name, column)) f.label = QString::fromLatin1(label);
+            // A copy of the center's code, brought up to date when the screen closes.
+            if (is(c.name, "DIST_CENTER_CD")) f.readOnly = true;
+        }
         if (is(screen.table, "Locatns")) {
             // The postal code and telephone follow the agency's country.
             if (is(c.name, "LOCATION_CITY"))
@@ -163,6 +179,15 @@ QList<Choice> fieldChoices(Database& db, const EditorScreen& screen, const QStri
     if (is(screen.table, "Cold_Bag_Usage") && is(field, "Bag_ID"))
         return rowsAsChoices(
             db.execute(QStringLiteral("Select Record_ID, Bag_Code from Cold_Bag_Codes order by Bag_Code")));
+    if (is(screen.table, "Routes") && is(field, "DIST_CENTER_ID")) {
+        const ResultSet centers =
+            db.execute(QStringLiteral("select Location_ID, Location_CD, Location from Locatns where Distribution_Center"));
+        QList<Choice> choices;
+        for (qsizetype r = 0; r < centers.rowCount(); ++r)
+            choices.append({centers.value(r, 0), centers.value(r, 1).toString().trimmed() + QStringLiteral(" - ") +
+                                                     centers.value(r, 2).toString().trimmed()});
+        return choices;
+    }
     if (is(screen.table, "Custom_Lookup_Choices") && is(field, "Field_Name")) {
         // The answers of a dialogue are the columns of the table it fills.
         const QString dialogue = row(QStringLiteral("Dialogue")).toString();

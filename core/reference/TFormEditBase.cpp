@@ -124,8 +124,16 @@ void TFormEditBase::installRules()
     set.setHook(DataSet::Hook::BeforePost, [this](DataSet&) {
         if (!beforeReferencePost(m_db, m_ui, m_screen.table, currentRow(), rowWriter(), originalRow()))
             throw Abort();
+        if (m_rules.beforePost && !m_rules.beforePost(currentRow(), rowWriter(), originalRow())) throw Abort();
     });
     set.setHook(DataSet::Hook::BeforeDelete, [this](DataSet& s) {
+        if (m_rules.deleteRefusal) {
+            const QString refusal = m_rules.deleteRefusal(currentRow());
+            if (!refusal.isEmpty()) {
+                m_ui.warning(refusal);
+                throw Abort();
+            }
+        }
         CountingQuestions ui(m_ui);
         if (!passesDeleteGuards(m_db, ui, m_screen.table, currentRow())) throw Abort();
         // A row goes for good: the user says so first, unless a guard just asked.
@@ -185,7 +193,10 @@ bool TFormEditBase::close()
             guarded([this] { m_set->cancel(); });
         }
     }
-    return guarded([this] { m_set->close(); });
+    return guarded([this] {
+        m_set->close();
+        if (m_rules.afterClose) m_rules.afterClose();
+    });
 }
 
 void TFormEditBase::setPage(Page page)

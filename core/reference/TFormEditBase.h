@@ -21,6 +21,19 @@ class RecordServices;
 class TFormDietCombinations;
 class UserInterface;
 
+// What a screen of its own adds to a code table's rules (the routes' screen:
+// a changed code follows to the rows that hold it, a route in use stays).
+struct EditorRules
+{
+    // Before a post, after the table's own rules; false abandons the post
+    // (the user has been told).
+    std::function<bool(const RowReader& row, const RowWriter& write, const RowReader& original)> beforePost;
+    // Before a delete: the message that refuses it; empty lets it go on.
+    std::function<QString(const RowReader& row)> deleteRefusal;
+    // After the screen has closed its table.
+    std::function<void()> afterClose;
+};
+
 // The maintenance screen of a code table: a browse page with a grid of the
 // rows, an edit page with the row's fields, and a navigator. The table's
 // rules hang on its data set's hooks (numbering and create date on a new
@@ -48,6 +61,7 @@ public:
     TFormEditBase& operator=(const TFormEditBase&) = delete;
 
     const EditorScreen& screen() const { return m_screen; }
+    void setRules(EditorRules rules) { m_rules = std::move(rules); }
     const QString& caption() const { return m_screen.caption; }
     // Asked before a row is deleted, unless the table's own guards asked.
     static QString deleteQuestion() { return QStringLiteral("Delete the selected row? This cannot be undone."); }
@@ -111,6 +125,7 @@ private:
     Database& m_db;
     UserInterface& m_ui;
     EditorScreen m_screen;
+    EditorRules m_rules;
     std::unique_ptr<DataSet> m_set;
     QStringList m_dietCodes; // the diet codes by bit, for masks in words
     QList<EditorField> m_fields;

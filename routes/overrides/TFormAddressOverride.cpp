@@ -17,8 +17,13 @@ TFormAddressOverride::TFormAddressOverride(RecordServices& services, const Sessi
       m_set(std::make_unique<QueryDataSet>(services.db(),
                                            QStringLiteral("select * from Address_Overrides where Person_id = :Person_ID ")))
 {
-    const ResultSet config = services.db().execute(QStringLiteral("Select Postal_Format from Config"));
-    m_postalFormat = config.isEmpty() ? QString() : config.value(0, 0).toString().trimmed();
+    const ResultSet config =
+        services.db().execute(QStringLiteral("Select Postal_Format, Mapping, Mapping_URL from Config"));
+    if (!config.isEmpty()) {
+        m_postalFormat = config.value(0, 0).toString().trimmed();
+        m_mapping = config.value(0, 1).toString().trimmed();
+        m_mappingUrl = config.value(0, 2).toString().trimmed();
+    }
     m_set->setParam(QStringLiteral("Person_ID"), m_client.personId);
     m_set->setRequestLive(true);
     m_services.installErrorHooks(*m_set);
@@ -145,6 +150,44 @@ void TFormAddressOverride::ActionDuplicateAddress()
         m_set->setFieldValue(QString::fromLatin1(copied[i]), values[i]);
     householdReminder(QStringLiteral("This client is a member of a household. You may need to see if \r\nthe other "
                                      "household members need the same alternate address."));
+}
+
+bool TFormAddressOverride::zipLeft()
+{
+    const QString zip = m_set->fieldValue(u"ZIP").toString().left(5);
+    if (zip.isEmpty() || m_set->state() == DataSet::State::Browse) return false;
+    const ResultSet row = m_services.db().execute(QStringLiteral("Select City, St from Zips where Zip = :Zip"),
+                                                  {{QStringLiteral("Zip"), zip}});
+    if (row.isEmpty()) return false;
+    m_set->setFieldValue(u"City", row.value(0, 0));
+    m_set->setFieldValue(u"State", row.value(0, 1));
+    return true;
+}
+
+QUrl TFormAddressOverride::mappedAddressUrl() const
+{
+    if (!canLocateOnMap() || m_set->isEmpty()) return {};
+    const auto part = [&](const char16_t* column) {
+        const QString text = m_set->fieldValue(column).toString().trimmed().replace(u' ', u'+');
+        return QString::fromUtf8(QUrl::toPercentEncoding(text, "+"));
+    };
+    QString url = m_mappingUrl;
+    url.replace(QStringLiteral("AXXX"), part(u"Address1"));
+    url.replace(QStringLiteral("CXXX"), part(u"City"));
+    url.replace(QStringLiteral("SXXX"), part(u"State"));
+    url.replace(QStringLiteral("ZXXX"), part(u"ZIP"));
+    return QUrl(url, QUrl::TolerantMode);
+}
+
+bool TFormAddressOverride::canPrintDirections() const
+{
+    return bool(m_directionsPrinter) && !m_set->isEmpty();
+}
+
+void TFormAddressOverride::ActionPrintDeliveryDirections()
+{
+    if (!canPrintDirections() || !saveQuestion() || m_set->isEmpty()) return;
+    m_directionsPrinter(m_client.personId, m_set->fieldValue(u"RecordID").toLongLong());
 }
 
 void TFormAddressOverride::ActionDeleteAddress()

@@ -3,8 +3,10 @@
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <QUrl>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 
 namespace kb {
@@ -51,6 +53,25 @@ public:
     void ActionDeleteAddress();
     // Moves to the address that applies on the date; false (the user told) when none does.
     bool ActionLocateDate(const QDate& date);
+
+    // Leaving the postal code: the city and state of Zips fill City and
+    // State, as on the client's screen. True when they were filled.
+    bool zipLeft();
+
+    // "Locate address on map": the web map of Config.MAPPING_URL with the
+    // row's address, city, state and postal code put in for "AXXX", "CXXX",
+    // "SXXX" and "ZXXX" (blanks as "+"), when the agency maps on the web
+    // (Config.MAPPING "Q"). Empty otherwise, or with no row.
+    QUrl mappedAddressUrl() const;
+    bool canLocateOnMap() const { return m_mapping == QLatin1String("Q") && !m_mappingUrl.isEmpty(); }
+
+    // "Print Delivery Directions": prints the directions to the current
+    // address, through what the desktop sets (it asks the date and the
+    // destination). An unposted row is asked about first, as on Duplicate.
+    using DirectionsPrinter = std::function<void(qint64 personId, qint64 recordId)>;
+    void setDirectionsPrinter(DirectionsPrinter printer) { m_directionsPrinter = std::move(printer); }
+    bool canPrintDirections() const;
+    void ActionPrintDeliveryDirections();
     // Closing with an unposted row asks whether to save it; false when the
     // post was refused and the screen stays open.
     bool close();
@@ -65,6 +86,9 @@ private:
     Client m_client;
     std::unique_ptr<QueryDataSet> m_set;
     QString m_postalFormat;
+    QString m_mapping;
+    QString m_mappingUrl;
+    DirectionsPrinter m_directionsPrinter;
 };
 
 } // namespace kb

@@ -4,7 +4,6 @@
 #include "OrderRoutesMapping.h"
 #include "OrderRoutesStatements.h"
 #include "OrderRoutesWriteBack.h"
-#include "RouteListPrint.h"
 #include "UserIni.h"
 
 #include "geocode/AgencyGeocoder.h"
@@ -260,6 +259,7 @@ void TFormOrderRoutes::ActionRetrieve()
     m_set.load(rows);
     m_retrievedDay = m_dayIndex;
     m_retrievedRoute = route;
+    m_retrievedActiveOnly = m_activeOnly;
     m_selected.clear();
     m_currentKey = m_set.count() > 0 ? m_set.keyAt(0) : -1;
     afterChange();
@@ -433,10 +433,28 @@ std::vector<OrderRoutesRow> TFormOrderRoutes::listingRows() const
     return rows;
 }
 
+RouteListing TFormOrderRoutes::listing() const
+{
+    RouteListing listing;
+    listing.route = m_retrievedRoute;
+    const ResultSet route = m_db.execute(QStringLiteral("Select Route_Desc from Routes where Route_ID = :Route_ID"),
+                                         {{QStringLiteral("Route_ID"), m_retrievedRoute}});
+    if (!route.isEmpty()) listing.routeDescription = route.value(0, 0).toString().trimmed();
+    listing.dayText = OrderRoutesStatements::dayTexts().value(m_retrievedDay);
+    listing.activeOnly = m_retrievedActiveOnly;
+    listing.printed = m_db.clock().today();
+    listing.rows = routeListingRows(listingRows());
+    return listing;
+}
+
 void TFormOrderRoutes::ActionPrintListing()
 {
+    if (!m_listingPrinter) {
+        m_ui.error(QStringLiteral("The route listing cannot be printed from here."));
+        return;
+    }
     try {
-        printRouteList(m_db, listingRows());
+        m_listingPrinter(listing());
     } catch (const std::exception& e) {
         m_ui.error(QString::fromUtf8(e.what()));
     }

@@ -4,6 +4,7 @@
 #include "MapPointOptions.h"
 #include "OrderRoutesAction.h"
 #include "OrderRoutesWorkingSet.h"
+#include "RouteListing.h"
 #include "RouteOptimisation.h"
 
 #include <QObject>
@@ -102,6 +103,9 @@ public:
     void ActionSendToMapping(const MapPointOptions& options);
     // The rows "Print Listing" prints under "Client Listing for Route", in the grid's order.
     std::vector<OrderRoutesRow> listingRows() const;
+    // The listing of the retrieved route with its heading values.
+    RouteListing listing() const;
+    // Hands the listing to the printer; what goes wrong is shown.
     void ActionPrintListing();
     void ActionExportData(const GridExportOptions& options);
     QString clientAddressInfo(int position);
@@ -115,6 +119,10 @@ public:
     // Closing: a pending edit and recorded changes are asked about, and the
     // pop-up entry's state goes to the ini file.
     void FormClose();
+
+    // What prints the listing: the desktop's report engine. Without one
+    // "Print Listing" tells the user it cannot print here.
+    void setListingPrinter(RouteListPrinter printer) { m_listingPrinter = std::move(printer); }
 
     // The map server that "Send to Mapping" drives; our own by default.
     void setMapServerFactory(MapServerFactory factory) { m_mapServerFactory = std::move(factory); }
@@ -145,6 +153,7 @@ private:
     bool m_includeEpisodics = false;
     int m_retrievedDay = 0;
     QString m_retrievedRoute;
+    bool m_retrievedActiveOnly = true;
     int m_currentKey = -1;
     std::set<int> m_selected; // keys
     struct PendingEdit
@@ -156,6 +165,7 @@ private:
     std::optional<PendingEdit> m_pending;
     std::array<bool, orderRoutesActionCount> m_enabled{};
     MapServerFactory m_mapServerFactory;
+    RouteListPrinter m_listingPrinter;
 };
 
 } // namespace kb

@@ -11,6 +11,7 @@
 #include "TempDataDir.h"
 #include "TFormGeocodeAddresses.h"
 #include "TFormOrderRoutes.h"
+#include "WidgetApplication.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -47,16 +48,6 @@ protected:
         session.cAppDataFolder = appData.path() + QLatin1Char('/');
     }
 
-    static void keepPicture(QWidget& widget, const QString& name)
-    {
-        const QString folder = qEnvironmentVariable("KB_SCREENSHOTS");
-        if (folder.isEmpty())
-            return;
-        widget.show();
-        QApplication::processEvents();
-        widget.grab().save(folder + QLatin1Char('/') + name + QStringLiteral(".png"));
-    }
-
     TempDataDir data;
     QTemporaryDir appData;
     ScriptedUserInterface ui;
@@ -83,7 +74,7 @@ TEST_F(RoutesScreens, OrderStopsRetrievesAndMovesARow)
     EXPECT_EQ(view.grid()->model()->index(0, 1).data(), firstStop);
     EXPECT_EQ(view.grid()->currentIndex().row(), 0);
     EXPECT_TRUE(presenter.hasChanges());
-    keepPicture(view, QStringLiteral("order-stops"));
+    keepScreenshot(view, QStringLiteral("order-stops"));
     // Closing asks about the changes; the script says No.
     view.reject();
     EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Question),
@@ -99,7 +90,7 @@ TEST_F(RoutesScreens, GeocodingShowsWhatWasFound)
     presenter.ActionLookUpMissing();
     EXPECT_EQ(view.grid()->rowCount(), 3);
     EXPECT_EQ(view.grid()->horizontalHeaderItem(6)->text(), "Match");
-    keepPicture(view, QStringLiteral("geocoding"));
+    keepScreenshot(view, QStringLiteral("geocoding"));
 }
 
 } // namespace

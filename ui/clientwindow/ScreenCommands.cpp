@@ -1,6 +1,7 @@
 #include "clientwindow/ScreenCommands.h"
 
 #include "ConfigView.h"
+#include "EditBaseView.h"
 #include "FormPlacement.h"
 #include "GeocodingView.h"
 #include "OrderRoutesView.h"
@@ -11,17 +12,20 @@
 #include "TFormRunPrepare.h"
 #include "UserInterface.h"
 #include "assign/TFormAltRoutes.h"
+#include "assign/TFormEditRoutes.h"
 #include "clientwindow/CustomFilterDialog.h"
 #include "clientwindow/MainWindow.h"
 #include "clientwindow/StatusFilterDialog.h"
 #include "clients/SuspensionScreens.h"
 #include "dataset/TableDataSet.h"
 #include "deliveryreports/ClientIdCardPrint.h"
+#include "deliveryreports/DeliveryDirectionsPrint.h"
 #include "deliveryreports/DeliveryReportChoice.h"
 #include "overrides/TFormAddressOverride.h"
 #include "reference/EditorScreen.h"
 #include "routes/AddressOverrideView.h"
 #include "routes/AltRoutesView.h"
+#include "routes/RouteListPrint.h"
 #include "session/TDataModule1.h"
 #include "settings/TFormEditConfig.h"
 #include "specialmeals/BrowseSpecialMealDatesView.h"
@@ -144,13 +148,18 @@ void registerScreenCommands(MainWindow& window)
         else
             form.cancel();
     });
-    on(cmd::AlternateAddresses, [w, &module] {
+    on(cmd::AlternateAddresses, [w, &module, &ui] {
         TableDataSet& clients = module.clients();
         TFormAddressOverride presenter(module.services(), module.session(),
                                        {clients.fieldValue(u"PERSON_ID").toLongLong(),
                                         clients.fieldValue(u"CLIENT_ID").toString(),
                                         clients.fieldValue(u"HOUSEHOLD_ID").toLongLong()});
+        QWidget* screen = w; // the screen itself once it stands
+        presenter.setDirectionsPrinter([&module, &ui, &screen](qint64 personId, qint64 recordId) {
+            printDeliveryDirections(module, ui, screen, personId, recordId);
+        });
         AddressOverrideView view(presenter, module.services(), module.userSettings(), w);
+        screen = &view;
         view.exec();
     });
     on(cmd::ClearRoutes, [&module] { clearWeekdayRoutes(module.clients()); });
@@ -169,6 +178,14 @@ void registerScreenCommands(MainWindow& window)
                 showReferenceEditor(formName, module.services(), w, &module.userSettings());
             });
         }
+
+    // The routes' screen carries the route rules on top of the generic editor's.
+    on(TFormEditRoutes::formName(), [w, &module] {
+        TFormEditRoutes presenter(module.services());
+        if (!presenter.open()) return;
+        EditBaseView view(presenter, w, &module.userSettings());
+        view.exec();
+    });
 
     // View
     on(cmd::StatusFilter, [w, &form] {
@@ -191,6 +208,11 @@ void registerScreenCommands(MainWindow& window)
     });
     on(cmd::DeliveryReportMessages, [w, &module, &ui] { openDeliveryReportMessages(module, ui, w); });
 
+    on(cmd::PrintDeliveryDirections, [w, &module, &ui] {
+        TableDataSet& clients = module.clients();
+        if (clients.isActive() && !clients.isEmpty())
+            printDeliveryDirections(module, ui, w, clients.fieldValue(u"Person_ID").toLongLong());
+    });
     on(cmd::PrintClientIdCard, [w, &module, &ui] {
         TableDataSet& clients = module.clients();
         if (clients.isActive() && !clients.isEmpty())
@@ -215,6 +237,7 @@ void registerScreenCommands(MainWindow& window)
     on(cmd::OrderStopsByRoute, [w, &module, &ui] {
         TFormOrderRoutes presenter(module.db(), module.session(), ui);
         OrderRoutesView view(presenter, module.db(), module.session(), ui, w);
+        connectRouteListPrinter(presenter, module, ui, &view);
         keepPlacement(view, module.userSettings(), QStringLiteral("TFormOrderRoutes"), QSize(1280, 700));
         view.exec();
     });

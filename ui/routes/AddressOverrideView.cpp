@@ -10,6 +10,7 @@
 
 #include <QCalendarWidget>
 #include <QComboBox>
+#include <QDesktopServices>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -17,6 +18,7 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -126,8 +128,8 @@ AddressOverrideView::AddressOverrideView(TFormAddressOverride& presenter, Record
     command(QStringLiteral("Duplicate Address"), [this] { m_presenter.ActionDuplicateAddress(); });
     command(QStringLiteral("Delete Address"), [this] { m_presenter.ActionDeleteAddress(); });
     command(QStringLiteral("Locate address for specific date"), [this] { locateDate(); });
-    command(QStringLiteral("Locate address on map"), {}, false);
-    command(QStringLiteral("Print Delivery Directions"), {}, false);
+    command(QStringLiteral("Locate address on map"), [this] { locateOnMap(); });
+    command(QStringLiteral("Print Delivery Directions"), [this] { m_presenter.ActionPrintDeliveryDirections(); });
     commands->addStretch();
     auto* close = new QPushButton(QStringLiteral("Close"), this);
     commands->addWidget(close);
@@ -189,6 +191,13 @@ QWidget* AddressOverrideView::makeEditor(const QString& column)
     }
     auto* line = new QLineEdit(this);
     if (upper == QLatin1String("CREATED_BY")) line->setReadOnly(true);
+    if (upper == QLatin1String("ZIP"))
+        connect(line, &QLineEdit::editingFinished, this, [this] {
+            if (m_showing) return;
+            bool filled = false;
+            m_services.guarded([&] { filled = m_presenter.zipLeft(); });
+            if (filled) showRow();
+        });
     if (upper == QLatin1String("STATE") || upper == QLatin1String("PHONE_DESC"))
         line->setMaximumWidth(line->fontMetrics().averageCharWidth() * 5 + 16);
     connect(line, &QLineEdit::textEdited, this, [this, column](const QString& text) {
@@ -235,6 +244,8 @@ void AddressOverrideView::showRow()
         }
     }
     m_buttons.value(QStringLiteral("Duplicate Address"))->setEnabled(enabled);
+    m_buttons.value(QStringLiteral("Locate address on map"))->setEnabled(enabled && m_presenter.canLocateOnMap());
+    m_buttons.value(QStringLiteral("Print Delivery Directions"))->setEnabled(m_presenter.canPrintDirections());
     m_buttons.value(QStringLiteral("Delete Address"))->setEnabled(enabled);
     m_showing = false;
 }
@@ -265,6 +276,14 @@ void AddressOverrideView::locateDate()
     connect(buttons, &QDialogButtonBox::accepted, &ask, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, &ask, &QDialog::reject);
     if (ask.exec() == QDialog::Accepted) m_presenter.ActionLocateDate(calendar->selectedDate());
+}
+
+void AddressOverrideView::locateOnMap()
+{
+    const QUrl url = m_presenter.mappedAddressUrl();
+    if (!url.isEmpty() && !QDesktopServices::openUrl(url))
+        QMessageBox::warning(this, TFormAddressOverride::caption(),
+                             QStringLiteral("The address could not be opened:\n") + url.toString());
 }
 
 void AddressOverrideView::done(int result)

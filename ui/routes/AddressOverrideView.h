@@ -41,6 +41,7 @@ private:
     void showRow();
     void reload();
     void locateDate();
+    void locateOnMap();
 
     TFormAddressOverride& m_presenter;
     RecordServices& m_services;
