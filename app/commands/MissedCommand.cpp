@@ -19,6 +19,7 @@
 #include "missed/MissedSummary.h"
 #include "missed/TFormExcuseMissedMeals.h"
 #include "session/SessionState.h"
+#include "store/Database.h"
 
 #include <limits>
 
