@@ -1,5 +1,6 @@
 #include "missed/TFormBatchAddMissedDeliveries.h"
 
+#include "ClientSearch.h"
 #include "ShownFailure.h"
 #include "UserInterface.h"
 #include "session/SessionState.h"
@@ -10,13 +11,6 @@
 #include <algorithm>
 
 namespace kb {
-
-namespace {
-
-// The Clients column of each search choice, in the choices' order.
-const char* const searchColumns[] = {"Person_ID", "Client_ID", "Phone", "Social_Security_Number"};
-
-} // namespace
 
 TFormBatchAddMissedDeliveries::TFormBatchAddMissedDeliveries(Database& db, const SessionState& session,
                                                              UserInterface& ui, QObject* parent)
@@ -41,13 +35,16 @@ QString TFormBatchAddMissedDeliveries::weekdayName() const
 
 QStringList TFormBatchAddMissedDeliveries::searchChoices()
 {
-    return {QStringLiteral("Person ID"), QStringLiteral("Client ID"), QStringLiteral("Phone"),
-            QStringLiteral("Social Security Number")};
+    QStringList choices;
+    for (ClientSearchBy by : {ClientSearchBy::PersonId, ClientSearchBy::ClientId, ClientSearchBy::Phone,
+                              ClientSearchBy::SocialSecurityNumber})
+        choices.append(clientSearchText(by));
+    return choices;
 }
 
 void TFormBatchAddMissedDeliveries::setSearchIndex(int index)
 {
-    if (index < 0 || index >= int(std::size(searchColumns))) return;
+    if (index < 0 || index >= searchChoices().size()) return;
     m_searchIndex = index;
     emit stateChanged();
 }
@@ -68,37 +65,17 @@ void TFormBatchAddMissedDeliveries::setScannerMode(bool on)
 
 std::optional<MissCandidate> TFormBatchAddMissedDeliveries::findClient(const QString& text)
 {
-    const QString column = QString::fromLatin1(searchColumns[m_searchIndex]);
-    const QString columns = QStringLiteral(
-        "Person_ID, Client_ID, First_Name, Mid_Name, Last_Name, Address1, City, State, Status");
-    ResultSet row;
-    if (column == QLatin1String("Person_ID")) {
-        bool number = false;
-        const qint64 id = text.trimmed().toLongLong(&number);
-        if (!number) return std::nullopt;
-        row = m_db.execute(QStringLiteral("Select %1 from Clients where Person_ID = :Text").arg(columns),
-                           {{QStringLiteral("Text"), id}});
-    } else {
-        // The incremental search lands on the first entry that begins with
-        // the text, in the order of the index.
-        row = m_db.execute(
-            QStringLiteral("Select Top 1 %1 from Clients where %2 >= :Text order by %2, Person_ID")
-                .arg(columns, column),
-            {{QStringLiteral("Text"), text}});
-        if (!row.isEmpty() && !row.value(0, column).toString().startsWith(text, Qt::CaseInsensitive))
-            row = ResultSet();
-    }
-    if (row.isEmpty()) return std::nullopt;
+    const std::optional<qint64> person = kb::findClient(m_db, ClientSearchBy(m_searchIndex), text);
+    if (!person) return std::nullopt;
+    const ResultSet row = m_db.execute(
+        QStringLiteral("Select Mid_Name, Address1, City, State from Clients where Person_ID = :Person_ID"),
+        {{QStringLiteral("Person_ID"), *person}});
     MissCandidate c;
-    c.client.personId = row.value(0, 0).toLongLong();
-    c.client.clientId = row.value(0, 1);
-    c.client.firstName = row.value(0, 2).toString();
-    c.midName = row.value(0, 3).toString();
-    c.client.lastName = row.value(0, 4).toString();
-    c.address1 = row.value(0, 5).toString();
-    c.city = row.value(0, 6).toString();
-    c.state = row.value(0, 7).toString();
-    c.client.status = row.value(0, 8).toString();
+    c.client = MissedClient::read(m_db, *person);
+    c.midName = row.value(0, 0).toString();
+    c.address1 = row.value(0, 1).toString();
+    c.city = row.value(0, 2).toString();
+    c.state = row.value(0, 3).toString();
     return c;
 }
 
