@@ -104,6 +104,8 @@ inline const QString EditPreferences = QStringLiteral("ActionEditPreferences");
 inline const QString EditCuisine = QStringLiteral("ActionEditCuisine");
 inline const QString AddNewPerson = QStringLiteral("ActionAddNewPerson");
 inline const QString DeleteCurrentPerson = QStringLiteral("ActionDeleteCurrentPerson");
+inline const QString SummarizeMissed = QStringLiteral("ActionSummarizeMissed");
+inline const QString CreditWalkIns = QStringLiteral("ActionCreditWalkIns");
 } // namespace client_command
 
 } // namespace kb

@@ -38,6 +38,11 @@
 #include "dated/TFormEditEpisodicDeliveries.h"
 #include "schedule/dated/DatedDeliveriesView.h"
 #include "window/ClientPageData.h"
+#include "missed/TFormExcuseMissedMeals.h"
+#include "missed/TFormMissedDel.h"
+#include "missed/TFormSummarizeMissedDeliveries.h"
+#include "outcomes/MissedDeliveryViews.h"
+#include "walkins/TFormCreditWalkIns.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -280,6 +285,52 @@ void registerScreenCommands(MainWindow& window)
 
     // Suspensions, and the stop and inactivation utilities
     registerSuspensionScreens(window);
+
+    // Missed deliveries of the current client, and what happened after a run
+    const auto currentMissedClient = [&module]() -> std::optional<MissedClient> {
+        TableDataSet& clients = module.clients();
+        if (!clients.isActive() || clients.isEmpty()) return std::nullopt;
+        return MissedClient::read(module.db(), clients.fieldValue(u"PERSON_ID").toLongLong());
+    };
+    on(cmd::RecordMissed, [w, &module, &ui, currentMissedClient] {
+        const std::optional<MissedClient> client = currentMissedClient();
+        if (!client) return;
+        TFormMissedDel presenter(module.db(), module.session(), ui, *client);
+        MissedDeliveryView view(presenter, w);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TFormMissedDel"), QSize());
+        if (view.exec() == QDialog::Accepted) module.clients().refreshRecord();
+    });
+    const auto missedList = [w, &module, &ui, currentMissedClient](bool clear) {
+        const std::optional<MissedClient> client = currentMissedClient();
+        if (!client) return;
+        std::unique_ptr<TFormExcuseMissedMeals> presenter =
+            clear ? std::make_unique<TFormDeleteMissedMeals>(module.db(), module.session(), ui, *client)
+                  : std::make_unique<TFormExcuseMissedMeals>(module.db(), module.session(), ui, *client);
+        MissedMealsView view(*presenter, w);
+        keepPlacement(view, module.userSettings(),
+                      clear ? QStringLiteral("TFormDeleteMissedMeals") : QStringLiteral("TFormExcuseMissedMeals"),
+                      QSize(360, 300));
+        if (view.exec() == QDialog::Accepted) module.clients().refreshRecord();
+    };
+    on(cmd::ExcuseMissed, [missedList] { missedList(false); });
+    on(cmd::DeleteMissed, [missedList] { missedList(true); });
+    on(cmd::SummarizeMissed, [w, &module, &ui, &form] {
+        TFormSummarizeMissedDeliveries presenter(module.db(), module.session(), ui);
+        presenter.setRefresh([&form] {
+            form.BookmarkClients();
+            form.clients().refresh();
+            form.returnToBookmark();
+        });
+        SummarizeMissedView view(presenter, w);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TFormSummarizeMissedDeliveries"), QSize());
+        view.exec();
+    });
+    on(cmd::CreditWalkIns, [w, &module, &ui] {
+        TFormCreditWalkIns presenter(module.db(), module.session(), ui);
+        CreditWalkInsView view(presenter, w);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TFormCreditWalkIns"), QSize(1000, 600));
+        view.exec();
+    });
 }
 
 } // namespace kb::ui

@@ -1,0 +1,117 @@
+// The missed-delivery and credit screens, offscreen over their real
+// presenters on a demo agency with a saved run: a miss recorded from the
+// calendar, excused from the check list, and a walk-in credited from the grid.
+
+#include "DemoAgency.h"
+#include "ScriptedUserInterface.h"
+#include "TFormRunPrepare.h"
+#include "TempDataDir.h"
+#include "WidgetApplication.h"
+#include "confirmation/GivenItemConfirmation.h"
+#include "missed/TFormExcuseMissedMeals.h"
+#include "missed/TFormMissedDel.h"
+#include "outcomes/MissedDeliveryViews.h"
+#include "session/SessionState.h"
+#include "walkins/TFormCreditWalkIns.h"
+#include "walkins/WalkInRecorder.h"
+
+#include <QCalendarWidget>
+#include <QDialogButtonBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTableView>
+
+#include <gtest/gtest.h>
+
+using namespace kb;
+using namespace kb::test;
+using namespace kb::ui;
+
+namespace {
+
+const QDate monday(2024, 3, 4);
+
+class OutcomesViews : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite() { kb::test::ensureWidgetApplication(); }
+
+    void SetUp() override
+    {
+        DemoOptions options;
+        options.clients = 150;
+        generateDemoAgency(data.db(), options);
+        session.userFullName = QStringLiteral("Tom Reyes");
+        TFormRunPrepare run(data.db(), session, ui);
+        GivenItemConfirmation all = GivenItemConfirmation::all();
+        run.setItemConfirmation(&all);
+        run.FormShow();
+        run.SetPrepareDate(monday);
+        run.ActionPrepare();
+        ASSERT_TRUE(run.ActionSaveData().has_value());
+        run.FormClose();
+        person = data.db()
+                     .execute(QStringLiteral("Select Min(Person_ID) from Deliveri where Deliv_Dt = :D"),
+                              {{QStringLiteral("D"), monday}})
+                     .value(0, 0)
+                     .toLongLong();
+        ASSERT_GT(person, 0);
+    }
+    QString status()
+    {
+        return data.db()
+            .execute(
+                QStringLiteral("Select Delivery_Status from Deliveri where Person_ID = :P and Deliv_Dt = :D"),
+                {{QStringLiteral("P"), person}, {QStringLiteral("D"), monday}})
+            .value(0, 0)
+            .toString();
+    }
+
+    TempDataDir data;
+    ScriptedUserInterface ui;
+    SessionState session;
+    qint64 person = 0;
+};
+
+TEST_F(OutcomesViews, AMissIsRecordedFromTheCalendarAndExcusedFromTheList)
+{
+    const MissedClient client = MissedClient::read(data.db(), person);
+    TFormMissedDel presenter(data.db(), session, ui, client);
+    MissedDeliveryView view(presenter);
+    view.calendar()->setSelectedDate(monday);
+    view.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+    EXPECT_EQ(view.result(), QDialog::Accepted);
+    EXPECT_EQ(status(), "M");
+
+    TFormExcuseMissedMeals excuse(data.db(), session, ui, client);
+    MissedMealsView list(excuse);
+    ASSERT_EQ(list.list()->count(), 1);
+    list.list()->item(0)->setCheckState(Qt::Checked);
+    list.actionButton()->click();
+    EXPECT_EQ(list.result(), QDialog::Accepted);
+    EXPECT_EQ(status(), "E");
+}
+
+TEST_F(OutcomesViews, AWalkInIsCreditedFromTheGrid)
+{
+    ASSERT_EQ(
+        WalkInRecorder(data.db(), ui)
+            .record({WalkIn::ofClient(data.db(), person, QDate(2024, 3, 5))}, QStringLiteral("Tom Reyes")),
+        1);
+    const qint64 before =
+        data.db().execute(QStringLiteral("Select Count(*) from Deliveri")).value(0, 0).toLongLong();
+    TFormCreditWalkIns presenter(data.db(), session, ui);
+    CreditWalkInsView view(presenter);
+    EXPECT_FALSE(view.saveButton()->isEnabled());
+    view.applyButton()->click();
+    EXPECT_GE(view.grid()->model()->rowCount(), 1);
+    ASSERT_TRUE(view.saveButton()->isEnabled())
+        << ui.texts(ScriptedUserInterface::Kind::Error).join('\n').toStdString();
+    view.saveButton()->click();
+    EXPECT_FALSE(view.saveButton()->isEnabled());
+    EXPECT_GT(data.db().execute(QStringLiteral("Select Count(*) from Deliveri")).value(0, 0).toLongLong(),
+              before);
+    view.reject();
+}
+
+} // namespace
