@@ -1,0 +1,49 @@
+#pragma once
+
+// Fresh data of the store under test with a small agency's reference rows
+// and helpers that write saved deliveries directly, as a run would have.
+
+#include "InsertRow.h"
+#include "ScriptedUserInterface.h"
+#include "TempDataDir.h"
+
+#include "session/SessionState.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace kb::test {
+
+class OutcomesFixture : public ::testing::TestWithParam<StoreKind>
+{
+protected:
+    void SetUp() override;
+
+    Database& db() { return data->db(); }
+
+    void addClient(qint64 personId, const QString& clientId, const QString& last, const QString& first,
+                   const Params& more = {});
+    void addService(qint64 id, const QString& name, qint64 defaultEvent = 0);
+    void addItem(qint64 id, const QString& name, const QString& meal, const QString& price);
+    void addFunding(const QString& code, const QString& name);
+    // One saved delivery with its item lines (Item_ID, Quantity).
+    void addDelivery(qint64 delivId, qint64 personId, const QDate& date, qint64 service, const QString& kind,
+                     const QString& funding, const QString& status = {},
+                     const std::vector<std::pair<qint64, int>>& items = {});
+    void addEvent(qint64 personId, const QDate& date, qint64 eventId, const QString& funding);
+    void addDated(qint64 personId, const QDate& date, const QString& scheduleType, const QString& kind,
+                  qint64 service);
+
+    QVariant scalar(const QString& text, const Params& params = {});
+    qint64 count(const QString& text, const Params& params = {}) { return scalar(text, params).toLongLong(); }
+    QStringList historyEvents();
+
+    std::unique_ptr<TempDataDir> data;
+    ScriptedUserInterface ui;
+    SessionState session;
+};
+
+} // namespace kb::test
