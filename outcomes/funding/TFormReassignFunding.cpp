@@ -27,7 +27,7 @@ QString TFormReassignFunding::bracketKey(const QString& entry)
     QString key = entry.mid(open + 1, 4).trimmed();
     for (const QChar stop : {u'~', u']'}) {
         const qsizetype at = key.indexOf(stop);
-        if (at > 1) key = key.left(at);
+        if (at > 0) key = key.left(at);
     }
     return key.trimmed();
 }
