@@ -28,6 +28,8 @@ QString MergeFile::field(const QString& text)
     for (QChar& c : out)
         if (c == u'\t' || c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
             c = u' ';
+        else if (c == u'"')
+            c = u'\'';
     return out;
 }
 

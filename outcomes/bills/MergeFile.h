@@ -15,7 +15,9 @@ namespace kb {
 // The invoices' merge file: plain text, tab-separated fields, one header
 // line of field names, then one line per invoice. A word processor's mail
 // merge and a spreadsheet read it as a table, so no field may carry a tab
-// or a line break of its own: those become blanks. Money is written in the
+// or a line break of its own (those become blanks), nor a double quote,
+// which both read as the start of a quoted field that may run over the
+// tabs and lines after it (it becomes a single quote). Money is written in the
 // workstation's currency format with two decimals, the one place where an
 // amount is rounded (half away from zero, from the exact value).
 //
@@ -35,7 +37,8 @@ public:
 
     // "$1,234.50" in an American locale; "1234.50" in the C locale.
     static QString money(Money amount, const QLocale& locale);
-    // A field's text with tabs and line breaks made blanks.
+    // A field's text with tabs and line breaks made blanks, double quotes
+    // single ones.
     static QString field(const QString& text);
 
 private:

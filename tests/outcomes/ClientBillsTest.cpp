@@ -328,6 +328,7 @@ TEST(ClientBillParts, InvoiceNumbersAndMoneyText)
     EXPECT_EQ(MergeFile::money(m("-2.005"), QLocale::c()), QStringLiteral("-2.01"));
     EXPECT_EQ(MergeFile::money(m("29.3499"), QLocale::c()), QStringLiteral("29.35"));
     EXPECT_EQ(MergeFile::field(QStringLiteral("a\tb\r\nc")), QStringLiteral("a b  c"));
+    EXPECT_EQ(MergeFile::field(QStringLiteral("\"Bud\" O'Neil")), QStringLiteral("'Bud' O'Neil"));
     EXPECT_EQ(ClientBillsExport::historyEvent(QDate(2024, 2, 1), QDate(2024, 2, 29), m("12.5"), us),
               QStringLiteral("Bill exported, 2/1 - 2/29/2024- $12.50 "));
 }
