@@ -10,6 +10,8 @@
 #include "bills/ClientBillsExport.h"
 #include "bills/InvoiceNumbers.h"
 #include "bills/MergeFile.h"
+#include "bills/TFormClientBills.h"
+#include "settings/SettingsFile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -310,6 +312,63 @@ TEST_P(ClientBills, PledgesPerItemPerDayMonthAndYear)
     ASSERT_EQ(all.size(), 1u);
     EXPECT_EQ(all[0].personId, 24);
     EXPECT_EQ(all[0].total, m("365.0001"));
+}
+
+TEST_P(ClientBills, ScreenRemembersItsChoicesCouplesTheDatesAndOpensTheDocument)
+{
+    client(11, "C11", "Abbott", "Ann");
+    deliver(11, 1, "AAA", {{1, 1}, {4, 1}});
+    QTemporaryDir folder;
+    SettingsFile settings(folder.path());
+    QStringList opened;
+    {
+        TFormClientBills form(db(), session, ui, settings);
+        form.setLocale(us);
+        form.setDocumentOpener([&](const QString& path) {
+            opened << path;
+            return true;
+        });
+        form.FormShow();
+        // Today is 6 March 2024: the whole of February.
+        EXPECT_EQ(form.start(), QDate(2024, 2, 1));
+        EXPECT_EQ(form.end(), QDate(2024, 2, 29));
+        form.setStart(QDate(2024, 4, 10));
+        EXPECT_EQ(form.end(), QDate(2024, 4, 30));
+        form.setEnd(QDate(2024, 1, 15));
+        EXPECT_EQ(form.start(), QDate(2024, 1, 1));
+        form.setStart(QDate(2024, 2, 1));
+        form.setEnd(QDate(2024, 2, 29));
+        EXPECT_FALSE(form.pledgeOptionVisible());
+        EXPECT_EQ(form.itemTree()[0].items.at(0).text, QStringLiteral("Breakfast     [4]"));
+        EXPECT_EQ(form.itemTree().back().items.at(0).text, QStringLiteral("Milk     [3]"));
+        // A click in the tree while all items count includes only those checked.
+        form.setCategoryChecked(QStringLiteral("B"), true);
+        EXPECT_EQ(form.filter(), BillOptions::ItemFilter::IncludeOnly);
+        EXPECT_FALSE(form.okEnabled());
+        form.setFileName(QStringLiteral("  "));
+        EXPECT_FALSE(form.okEnabled());
+        form.setFileName(folder.filePath(QStringLiteral("b.txt")));
+        form.setMasterDocument(QStringLiteral("/docs/invoice.odt"));
+        form.setPostToHistory(false);
+        EXPECT_TRUE(form.ActionOK());
+        EXPECT_EQ(form.result().total, m("1.10"));
+        EXPECT_EQ(opened, QStringList{QStringLiteral("/docs/invoice.odt")});
+        EXPECT_EQ(count(QStringLiteral("Select Count(*) from History")), 0);
+        form.setMethodIndex(1);
+        form.setPledgeIndex(2);
+        form.FormClose();
+    }
+    EXPECT_EQ(settings.readString(TFormClientBills::section(), QStringLiteral("RzRadioButtonInclude")),
+              QStringLiteral("True"));
+    EXPECT_EQ(settings.readString(TFormClientBills::section(), QStringLiteral("wwCheckBoxPostToHistory")),
+              QStringLiteral("False"));
+    TFormClientBills again(db(), session, ui, settings);
+    again.FormShow();
+    EXPECT_EQ(again.filter(), BillOptions::ItemFilter::IncludeOnly);
+    EXPECT_FALSE(again.postToHistory());
+    EXPECT_TRUE(again.pledgeOptionVisible());
+    EXPECT_EQ(again.pledgeIndex(), 2);
+    EXPECT_EQ(again.masterDocument(), QStringLiteral("/docs/invoice.odt"));
 }
 
 TEST(ClientBillParts, InvoiceNumbersAndMoneyText)
