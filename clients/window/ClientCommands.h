@@ -103,6 +103,10 @@ inline const QString EditPreferences = QStringLiteral("ActionEditPreferences");
 inline const QString EditCuisine = QStringLiteral("ActionEditCuisine");
 inline const QString AddNewPerson = QStringLiteral("ActionAddNewPerson");
 inline const QString DeleteCurrentPerson = QStringLiteral("ActionDeleteCurrentPerson");
+inline const QString RecentDeliveries = QStringLiteral("ActionRecentDeliveries");
+inline const QString ClientInvoices = QStringLiteral("ActionClientInvoices");
+inline const QString DeleteDeliveryCredits = QStringLiteral("ActionDeleteDeliveryCredits");
+inline const QString ReassignFunding = QStringLiteral("ActionReassignFunding");
 } // namespace client_command
 
 } // namespace kb

@@ -28,6 +28,14 @@
 #include "specialmeals/TFormBrowseSpecialMealDates.h"
 #include "window/ClientCommands.h"
 #include "window/TFormClients.h"
+#include "bills/TFormClientBills.h"
+#include "funding/TFormReassignFunding.h"
+#include "outcomes/ClientBillsView.h"
+#include "outcomes/DeleteDeliveryCreditsView.h"
+#include "outcomes/ReassignFundingView.h"
+#include "outcomes/RecentDeliveriesView.h"
+#include "records/TFormDelDeliv.h"
+#include "records/TFormDeliveries.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -210,6 +218,35 @@ void registerScreenCommands(MainWindow& window)
     });
     on(cmd::SendMail,
        [&form, &ui] { openUrl(form.mailUrl(), ui, QStringLiteral("This client has no e-mail address.")); });
+
+    // Delivery outcomes and bills
+    on(cmd::RecentDeliveries, [w, &module, &ui] {
+        TableDataSet& clients = module.clients();
+        if (!clients.isActive() || clients.isEmpty()) return;
+        TFormDeliveries presenter(module.db(), module.session(), ui);
+        presenter.FormShow(clients.fieldValue(u"Person_ID").toLongLong());
+        RecentDeliveriesView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::DeleteDeliveryCredits, [w, &module, &ui] {
+        TFormDelDeliv presenter(module.db(), module.session(), ui);
+        DeleteDeliveryCreditsView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::ReassignFunding, [w, &module, &ui] {
+        TFormReassignFunding presenter(module.db(), module.session(), ui);
+        ReassignFundingView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::ClientInvoices, [w, &module, &ui] {
+        TFormClientBills presenter(module.db(), module.session(), ui, module.userSettings());
+        // The merge document opens in whatever the desktop opens it with.
+        presenter.setDocumentOpener(
+            [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); });
+        presenter.FormShow();
+        ClientBillsView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
 }
 
 } // namespace kb::ui
