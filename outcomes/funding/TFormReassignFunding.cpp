@@ -32,18 +32,9 @@ QString TFormReassignFunding::bracketKey(const QString& entry)
     return key.trimmed();
 }
 
-const std::vector<TFormReassignFunding::Choice>& TFormReassignFunding::clients()
+const std::vector<ClientChoice>& TFormReassignFunding::clients()
 {
-    if (m_clients.empty()) {
-        const ResultSet r = m_db.execute(QStringLiteral(
-            "Select Person_ID, Client_ID, Last_Name+', '+First_Name as Last_First, Address1, City, State, ZIP, "
-            "Phone from Clients where Client_ID > '' Order by Last_First NoCase"));
-        for (qsizetype i = 0; i < r.rowCount(); ++i)
-            m_clients.push_back({r.value(i, 0).toLongLong(), r.value(i, 1).toString().trimmed(),
-                                 QStringLiteral("%1  [%2]  %3")
-                                     .arg(r.value(i, 2).toString().trimmed(), r.value(i, 1).toString().trimmed(),
-                                          r.value(i, 3).toString().trimmed())});
-    }
+    if (m_clients.empty()) m_clients = clientChoices(m_db);
     return m_clients;
 }
 

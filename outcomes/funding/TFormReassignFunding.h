@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ClientLookup.h"
 #include "funding/FundingReassignment.h"
 
 #include <QDate>
@@ -20,13 +21,6 @@ struct SessionState;
 class TFormReassignFunding
 {
 public:
-    struct Choice
-    {
-        qint64 personId = 0;
-        QString clientId;
-        QString text;
-    };
-
     TFormReassignFunding(Database& db, const SessionState& session, UserInterface& ui);
 
     static QString caption() { return QStringLiteral("Reassign Funding to Existing Events and Deliveries"); }
@@ -38,7 +32,7 @@ public:
     // trimmed, cut at a "~" or "]" that leaves more than one character.
     static QString bracketKey(const QString& entry);
 
-    const std::vector<Choice>& clients();
+    const std::vector<ClientChoice>& clients();
     // "Service_Desc          [Service_ID]" for every service.
     const QStringList& services();
     // "Fund_Srce     [Fund_Cd]" for every funding source.
@@ -64,7 +58,7 @@ private:
     Database& m_db;
     const SessionState& m_session;
     UserInterface& m_ui;
-    std::vector<Choice> m_clients;
+    std::vector<ClientChoice> m_clients;
     QStringList m_services;
     QStringList m_fundingSources;
     qint64 m_personId = 0;

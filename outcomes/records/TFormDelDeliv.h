@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ClientLookup.h"
 #include "records/DeliveryGroupDeletion.h"
 
 #include <QDate>
@@ -35,7 +36,7 @@ public:
     // exclusive delivery services, each with its Service_ID in brackets.
     const std::vector<Choice>& services();
     // The clients to choose from, by last and first name.
-    const std::vector<Choice>& clients();
+    const std::vector<ClientChoice>& clients();
 
     Page page() const { return m_page; }
     void setPage(Page page) { m_page = page; }
@@ -60,7 +61,7 @@ private:
     const SessionState& m_session;
     UserInterface& m_ui;
     std::vector<Choice> m_services;
-    std::vector<Choice> m_clients;
+    std::vector<ClientChoice> m_clients;
     Page m_page = Page::ByService;
     QDate m_date;
     qint64 m_serviceId = -1;

@@ -27,16 +27,8 @@ protected:
     {
         OutcomesFixture::SetUp();
         if (IsSkipped()) return;
-        qputenv("XDG_CONFIG_HOME", dir.filePath(QStringLiteral("config")).toLocal8Bit());
-        qputenv("XDG_DATA_HOME", dir.filePath(QStringLiteral("data")).toLocal8Bit());
-        int id = 40;
-        for (const char* level : {"W", "O"})
-            insertRow(db(), QStringLiteral("Staff"),
-                      {{QStringLiteral("Staff_ID"), id++},
-                       {QStringLiteral("User_ID"), QStringLiteral("user") + QLatin1String(level)},
-                       {QStringLiteral("Staff_Name"), QStringLiteral("Level %1").arg(QLatin1String(level))},
-                       {QStringLiteral("Access_Level"), QString::fromLatin1(level)},
-                       {QStringLiteral("Active"), true}});
+        isolateHome();
+        addUsers({QStringLiteral("W"), QStringLiteral("O")});
         addService(1, QStringLiteral("Home Meals"));
         addItem(1, QStringLiteral("Hot Lunch"), QStringLiteral("L"), QStringLiteral("4.25"));
         addItem(2, QStringLiteral("Frozen \"Dinner\""), QStringLiteral("D"), QStringLiteral("3.3333"));
@@ -60,12 +52,10 @@ protected:
 
     CommandResult bills(const QStringList& more, const QString& user = QStringLiteral("userW"))
     {
-        return runKettlebrook(data->commandLocation() +
-                              QStringList{QStringLiteral("--user"), user, QStringLiteral("bills"),
-                                          QStringLiteral("--from"), QStringLiteral("2024-02-01"),
-                                          QStringLiteral("--to"), QStringLiteral("2024-02-29"),
-                                          QStringLiteral("--merge"), merge} +
-                              more);
+        return runAs(user, QStringList{QStringLiteral("bills"), QStringLiteral("--from"), QStringLiteral("2024-02-01"),
+                                       QStringLiteral("--to"), QStringLiteral("2024-02-29"), QStringLiteral("--merge"),
+                                       merge} +
+                               more);
     }
 
     QTemporaryDir dir;

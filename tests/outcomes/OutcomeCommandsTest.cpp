@@ -22,16 +22,8 @@ protected:
     {
         OutcomesFixture::SetUp();
         if (IsSkipped()) return;
-        qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toLocal8Bit());
-        qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toLocal8Bit());
-        int id = 40;
-        for (const char* level : {"W", "R"})
-            insertRow(db(), QStringLiteral("Staff"),
-                      {{QStringLiteral("Staff_ID"), id++},
-                       {QStringLiteral("User_ID"), QStringLiteral("user") + QLatin1String(level)},
-                       {QStringLiteral("Staff_Name"), QStringLiteral("Level %1").arg(QLatin1String(level))},
-                       {QStringLiteral("Access_Level"), QString::fromLatin1(level)},
-                       {QStringLiteral("Active"), true}});
+        isolateHome();
+        addUsers({QStringLiteral("W"), QStringLiteral("R")});
         addClient(11, QStringLiteral("C11"), QStringLiteral("Abbott"), QStringLiteral("Ann"));
         addService(1, QStringLiteral("Home Meals"), 7);
         addItem(1, QStringLiteral("Lunch"), QStringLiteral("L"), QStringLiteral("4.50"));
@@ -46,7 +38,7 @@ protected:
 
     CommandResult run(const QStringList& words, const QString& user = QStringLiteral("userW"))
     {
-        return runKettlebrook(data->commandLocation() + QStringList{QStringLiteral("--today"), QStringLiteral("2024-03-06"), QStringLiteral("--user"), user} + words);
+        return runAs(user, words);
     }
     QString fundings()
     {
@@ -55,8 +47,6 @@ protected:
         for (qsizetype i = 0; i < r.rowCount(); ++i) out << r.value(i, 0).toString();
         return out.join(u',');
     }
-
-    QTemporaryDir home;
 };
 
 TEST_P(OutcomeCommands, DeliveriesListsCompsReversesAndDeletes)

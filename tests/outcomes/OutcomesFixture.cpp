@@ -107,6 +107,32 @@ void OutcomesFixture::addDated(qint64 personId, const QDate& date, const QString
                {QStringLiteral("Fulfilled"), QStringLiteral("Y")}});
 }
 
+void OutcomesFixture::addUsers(const QStringList& levels)
+{
+    int id = 40;
+    for (const QString& level : levels)
+        insertRow(db(), QStringLiteral("Staff"),
+                  {{QStringLiteral("Staff_ID"), id++},
+                   {QStringLiteral("User_ID"), QStringLiteral("user") + level},
+                   {QStringLiteral("Staff_Name"), QStringLiteral("Level ") + level},
+                   {QStringLiteral("Access_Level"), level},
+                   {QStringLiteral("Active"), true}});
+}
+
+void OutcomesFixture::isolateHome()
+{
+    qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toLocal8Bit());
+    qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toLocal8Bit());
+}
+
+CommandResult OutcomesFixture::runAs(const QString& user, const QStringList& words)
+{
+    return runKettlebrook(data->commandLocation() +
+                          QStringList{QStringLiteral("--today"), QStringLiteral("2024-03-06"), QStringLiteral("--user"),
+                                      user} +
+                          words);
+}
+
 QVariant OutcomesFixture::scalar(const QString& text, const Params& params)
 {
     const ResultSet r = db().execute(text, params);

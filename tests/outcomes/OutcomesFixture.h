@@ -4,10 +4,13 @@
 // and helpers that write saved deliveries directly, as a run would have.
 
 #include "InsertRow.h"
+#include "RunCommand.h"
 #include "ScriptedUserInterface.h"
 #include "TempDataDir.h"
 
 #include "session/SessionState.h"
+
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -44,6 +47,13 @@ protected:
     void addDated(qint64 personId, const QDate& date, const QString& scheduleType, const QString& kind,
                   qint64 service);
 
+    // Staff rows "user" + level, named "Level " + level, for each level
+    // letter; and a private home for the kettlebrook executable's settings.
+    void addUsers(const QStringList& levels);
+    void isolateHome();
+    // Runs kettlebrook on this data on Wednesday 6 March 2024 as the user.
+    CommandResult runAs(const QString& user, const QStringList& words);
+
     QVariant scalar(const QString& text, const Params& params = {});
     qint64 count(const QString& text, const Params& params = {}) { return scalar(text, params).toLongLong(); }
     QStringList historyEvents();
@@ -51,6 +61,7 @@ protected:
     std::unique_ptr<TempDataDir> data;
     ScriptedUserInterface ui;
     SessionState session;
+    QTemporaryDir home;
 };
 
 } // namespace kb::test

@@ -29,7 +29,7 @@ DeleteDeliveryCreditsView::DeleteDeliveryCreditsView(TFormDelDeliv& presenter, S
     m_client->setEditable(true);
     m_client->setInsertPolicy(QComboBox::NoInsert);
     m_client->addItem(QString(), 0);
-    for (const auto& c : presenter.clients()) m_client->addItem(c.text, c.id);
+    for (const auto& c : presenter.clients()) m_client->addItem(c.text, c.personId);
     m_kinds = new QComboBox;
     m_kinds->addItem(QString());
     m_kinds->addItems(TFormDelDeliv::kindChoices());
