@@ -13,9 +13,10 @@ std::vector<ClientChoice> clientChoices(Database& db)
     out.reserve(r.rowCount());
     for (qsizetype i = 0; i < r.rowCount(); ++i) {
         const QString clientId = r.value(i, 1).toString().trimmed();
-        out.push_back({r.value(i, 0).toLongLong(), clientId,
-                       QStringLiteral("%1  [%2]  %3")
-                           .arg(r.value(i, 2).toString().trimmed(), clientId, r.value(i, 3).toString().trimmed())});
+        out.push_back(
+            {r.value(i, 0).toLongLong(), clientId,
+             QStringLiteral("%1  [%2]  %3")
+                 .arg(r.value(i, 2).toString().trimmed(), clientId, r.value(i, 3).toString().trimmed())});
     }
     return out;
 }

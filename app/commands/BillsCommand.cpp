@@ -32,10 +32,11 @@ int runBills(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
     if (options.end < options.start) throw UsageError(QStringLiteral("--to comes before --from."));
     const QString path = args.value(QStringLiteral("merge")).trimmed();
     if (path.isEmpty()) throw UsageError(QStringLiteral("--merge needs a file name."));
-    options.method = args.choice(QStringLiteral("method"), {QStringLiteral("cost"), QStringLiteral("pledged")},
-                                 QStringLiteral("cost")) == QLatin1String("pledged")
-                         ? kb::BillOptions::Method::PledgedAmount
-                         : kb::BillOptions::Method::CostPerItem;
+    options.method =
+        args.choice(QStringLiteral("method"), {QStringLiteral("cost"), QStringLiteral("pledged")},
+                    QStringLiteral("cost")) == QLatin1String("pledged")
+            ? kb::BillOptions::Method::PledgedAmount
+            : kb::BillOptions::Method::CostPerItem;
     const QString pledges = args.choice(QStringLiteral("pledges"),
                                         {QStringLiteral("per-item"), QStringLiteral("per-item-day"),
                                          QStringLiteral("monthly"), QStringLiteral("yearly")},
@@ -55,7 +56,8 @@ int runBills(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
     options.filter = !include.isEmpty()   ? kb::BillOptions::ItemFilter::IncludeOnly
                      : !exclude.isEmpty() ? kb::BillOptions::ItemFilter::Exclude
                                           : kb::BillOptions::ItemFilter::All;
-    for (const QString& code : args.values(QStringLiteral("funding"))) options.fundingCodes << code.trimmed();
+    for (const QString& code : args.values(QStringLiteral("funding")))
+        options.fundingCodes << code.trimmed();
     options.startingInvoice = args.value(QStringLiteral("invoice"), QStringLiteral("1"));
     options.postToHistory = !args.isSet(QStringLiteral("no-history"));
 
@@ -83,23 +85,31 @@ const kb::app::CommandRegistration registration(
          "--no-history) and prints each invoice's exact total as CSV."),
      .minArguments = 0,
      .maxArguments = 0,
-     .options =
-         {QCommandLineOption(QStringLiteral("from"), QStringLiteral("First day of the period."), QStringLiteral("DATE")),
-          QCommandLineOption(QStringLiteral("to"), QStringLiteral("Last day of the period."), QStringLiteral("DATE")),
-          QCommandLineOption(QStringLiteral("merge"), QStringLiteral("The merge file to write."), QStringLiteral("FILE")),
-          QCommandLineOption(QStringLiteral("method"),
-                             QStringLiteral("cost (per item, the default) or pledged (the clients' pledges)."),
-                             QStringLiteral("cost|pledged")),
-          QCommandLineOption(QStringLiteral("pledges"), QStringLiteral("Which pledges count under --method pledged."),
-                             QStringLiteral("per-item|per-item-day|monthly|yearly")),
-          QCommandLineOption(QStringLiteral("include"), QStringLiteral("Bill only this item."), QStringLiteral("ITEM_ID")),
-          QCommandLineOption(QStringLiteral("exclude"), QStringLiteral("Leave this item out."), QStringLiteral("ITEM_ID")),
-          QCommandLineOption(QStringLiteral("funding"),
-                             QStringLiteral("Bill only deliveries charged to this funding source."),
-                             QStringLiteral("CODE")),
-          QCommandLineOption(QStringLiteral("invoice"), QStringLiteral("The first invoice number (1 by default)."),
-                             QStringLiteral("START")),
-          QCommandLineOption(QStringLiteral("no-history"), QStringLiteral("Post nothing to the clients' History."))},
+     .options = {QCommandLineOption(QStringLiteral("from"), QStringLiteral("First day of the period."),
+                                    QStringLiteral("DATE")),
+                 QCommandLineOption(QStringLiteral("to"), QStringLiteral("Last day of the period."),
+                                    QStringLiteral("DATE")),
+                 QCommandLineOption(QStringLiteral("merge"), QStringLiteral("The merge file to write."),
+                                    QStringLiteral("FILE")),
+                 QCommandLineOption(
+                     QStringLiteral("method"),
+                     QStringLiteral("cost (per item, the default) or pledged (the clients' pledges)."),
+                     QStringLiteral("cost|pledged")),
+                 QCommandLineOption(QStringLiteral("pledges"),
+                                    QStringLiteral("Which pledges count under --method pledged."),
+                                    QStringLiteral("per-item|per-item-day|monthly|yearly")),
+                 QCommandLineOption(QStringLiteral("include"), QStringLiteral("Bill only this item."),
+                                    QStringLiteral("ITEM_ID")),
+                 QCommandLineOption(QStringLiteral("exclude"), QStringLiteral("Leave this item out."),
+                                    QStringLiteral("ITEM_ID")),
+                 QCommandLineOption(QStringLiteral("funding"),
+                                    QStringLiteral("Bill only deliveries charged to this funding source."),
+                                    QStringLiteral("CODE")),
+                 QCommandLineOption(QStringLiteral("invoice"),
+                                    QStringLiteral("The first invoice number (1 by default)."),
+                                    QStringLiteral("START")),
+                 QCommandLineOption(QStringLiteral("no-history"),
+                                    QStringLiteral("Post nothing to the clients' History."))},
      .repeatable = {QStringLiteral("include"), QStringLiteral("exclude"), QStringLiteral("funding")},
      .needsUser = true},
     runBills);

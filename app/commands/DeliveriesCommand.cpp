@@ -84,7 +84,8 @@ kb::delivery_records::Delivery chosenDelivery(kb::Database& db, const CommandArg
         throw kb::MessageError(QStringLiteral("The client did not receive a delivery on that date."));
     if (all.size() > 1) {
         QStringList ids;
-        for (const auto& d : all) ids << QString::number(d.delivId);
+        for (const auto& d : all)
+            ids << QString::number(d.delivId);
         throw UsageError(QStringLiteral("Client %1 has %2 deliveries on %3 (%4); choose one with --deliv-id.")
                              .arg(person)
                              .arg(all.size())
@@ -95,8 +96,8 @@ kb::delivery_records::Delivery chosenDelivery(kb::Database& db, const CommandArg
 
 void printDelivery(QTextStream& out, kb::Database& db, qint64 delivId, bool deleted)
 {
-    kb::writeCsvHeader(out, {QStringLiteral("Deliv_ID"), QStringLiteral("Deliv_Dt"), QStringLiteral("Delivery_Status"),
-                             QStringLiteral("Deleted")});
+    kb::writeCsvHeader(out, {QStringLiteral("Deliv_ID"), QStringLiteral("Deliv_Dt"),
+                             QStringLiteral("Delivery_Status"), QStringLiteral("Deleted")});
     const auto now = kb::delivery_records::readDelivery(db, delivId);
     kb::writeCsvRecord(out, {delivId, now ? QVariant(now->date) : QVariant(),
                              now && !now->status.isEmpty() ? QVariant(now->status) : QVariant(), deleted});
@@ -146,13 +147,14 @@ int oneDelivery(kb::app::CommandContext& context, const CommandArgs& args, const
 int groupDeletion(kb::app::CommandContext& context, const CommandArgs& args)
 {
     if (args.positionals().size() != 2)
-        throw UsageError(QStringLiteral("deliveries delete DATE --service ID|--client PERSON_ID takes one DATE."));
+        throw UsageError(
+            QStringLiteral("deliveries delete DATE --service ID|--client PERSON_ID takes one DATE."));
     if (args.isSet(Service) == args.isSet(Client))
         throw UsageError(QStringLiteral("Give either --service or --client."));
     const QDate date = args.datePositional(1, QStringLiteral("DATE"));
-    const QString kinds = args.choice(Kinds, {QStringLiteral("delivered"), QStringLiteral("all"),
-                                              QStringLiteral("walk-ins")},
-                                      QStringLiteral("delivered"));
+    const QString kinds =
+        args.choice(Kinds, {QStringLiteral("delivered"), QStringLiteral("all"), QStringLiteral("walk-ins")},
+                    QStringLiteral("delivered"));
     const qint64 service = args.integer(Service, 0, MaxId, -1);
     const qint64 client = args.integer(Client, 1, MaxId, 0);
     kb::app::CommandSession session(context);
@@ -162,7 +164,8 @@ int groupDeletion(kb::app::CommandContext& context, const CommandArgs& args)
     form.setKinds(kinds == QLatin1String("delivered") ? 0 : kinds == QLatin1String("all") ? 1 : 2);
     if (args.isSet(Service)) {
         bool offered = false;
-        for (const auto& c : form.services()) offered = offered || c.id == service;
+        for (const auto& c : form.services())
+            offered = offered || c.id == service;
         if (!offered)
             throw kb::MessageError(
                 QStringLiteral("Service %1 is not a mutually exclusive delivery service.").arg(service));
@@ -172,8 +175,7 @@ int groupDeletion(kb::app::CommandContext& context, const CommandArgs& args)
         form.setPage(kb::TFormDelDeliv::Page::ByClient);
         form.setClient(client);
     }
-    if (!form.okEnabled())
-        throw kb::MessageError(QStringLiteral("The date must be after 01/01/2000."));
+    if (!form.okEnabled()) throw kb::MessageError(QStringLiteral("The date must be after 01/01/2000."));
     const bool done = form.ActionOK();
     session.close();
     if (!done) return 1;
@@ -185,12 +187,14 @@ int groupDeletion(kb::app::CommandContext& context, const CommandArgs& args)
 int runDeliveries(kb::app::CommandContext& context, const CommandArgs& args)
 {
     const QString first = args.positional(0);
-    if (first == QLatin1String("comp") || first == QLatin1String("reverse")) return oneDelivery(context, args, first);
+    if (first == QLatin1String("comp") || first == QLatin1String("reverse"))
+        return oneDelivery(context, args, first);
     if (first == QLatin1String("delete"))
         return args.isSet(Service) || args.isSet(Client) ? groupDeletion(context, args)
                                                          : oneDelivery(context, args, first);
     if (args.positionals().size() != 1)
-        throw UsageError(QStringLiteral("Unknown deliveries action '%1': use comp, reverse or delete.").arg(first));
+        throw UsageError(
+            QStringLiteral("Unknown deliveries action '%1': use comp, reverse or delete.").arg(first));
     return listDeliveries(context, args);
 }
 
@@ -204,23 +208,27 @@ const kb::app::CommandRegistration registration(
          "--client deletes a whole group as Delete Delivery Credits does. Changes print what they touched."),
      .minArguments = 1,
      .maxArguments = 3,
-     .options = {QCommandLineOption(QStringLiteral("from"), QStringLiteral("First day listed."), QStringLiteral("DATE")),
-                 QCommandLineOption(QStringLiteral("to"), QStringLiteral("Last day listed."), QStringLiteral("DATE")),
-                 QCommandLineOption(QStringLiteral("days"),
-                                    QStringLiteral("List the deliveries after today minus N days (1 to 1095)."),
-                                    QStringLiteral("N")),
-                 QCommandLineOption(DelivId, QStringLiteral("The delivery, when the date has several."),
-                                    QStringLiteral("N")),
-                 QCommandLineOption(Reason, QStringLiteral("Why the delivery is comped."), QStringLiteral("TEXT")),
-                 QCommandLineOption(RecordedBy, QStringLiteral("Who recorded the comp (the user by default)."),
-                                    QStringLiteral("NAME")),
-                 QCommandLineOption(Service, QStringLiteral("Group deletion: the service (0 any service)."),
-                                    QStringLiteral("ID")),
-                 QCommandLineOption(Client, QStringLiteral("Group deletion: the client."), QStringLiteral("PERSON_ID")),
-                 QCommandLineOption(Kinds,
-                                    QStringLiteral("Group deletion: delivered (walk-ins excluded, the default), "
-                                                   "all, or walk-ins only."),
-                                    QStringLiteral("delivered|all|walk-ins"))},
+     .options =
+         {QCommandLineOption(QStringLiteral("from"), QStringLiteral("First day listed."),
+                             QStringLiteral("DATE")),
+          QCommandLineOption(QStringLiteral("to"), QStringLiteral("Last day listed."),
+                             QStringLiteral("DATE")),
+          QCommandLineOption(QStringLiteral("days"),
+                             QStringLiteral("List the deliveries after today minus N days (1 to 1095)."),
+                             QStringLiteral("N")),
+          QCommandLineOption(DelivId, QStringLiteral("The delivery, when the date has several."),
+                             QStringLiteral("N")),
+          QCommandLineOption(Reason, QStringLiteral("Why the delivery is comped."), QStringLiteral("TEXT")),
+          QCommandLineOption(RecordedBy, QStringLiteral("Who recorded the comp (the user by default)."),
+                             QStringLiteral("NAME")),
+          QCommandLineOption(Service, QStringLiteral("Group deletion: the service (0 any service)."),
+                             QStringLiteral("ID")),
+          QCommandLineOption(Client, QStringLiteral("Group deletion: the client."),
+                             QStringLiteral("PERSON_ID")),
+          QCommandLineOption(Kinds,
+                             QStringLiteral("Group deletion: delivered (walk-ins excluded, the default), "
+                                            "all, or walk-ins only."),
+                             QStringLiteral("delivered|all|walk-ins"))},
      .repeatable = {},
      .asksQuestions = true,
      .needsUser = true},

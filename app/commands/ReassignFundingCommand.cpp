@@ -39,7 +39,8 @@ int runReassign(kb::app::CommandContext& context, const kb::app::CommandArgs& ar
     kb::TFormReassignFunding form(session.data().db(), session.data().session(), session.ui());
 
     bool known = false;
-    for (const auto& c : form.clients()) known = known || c.personId == person;
+    for (const auto& c : form.clients())
+        known = known || c.personId == person;
     if (!known) throw kb::MessageError(QStringLiteral("No client has the Person_ID %1.").arg(person));
     form.setClient(person);
     if (from <= QDate(2000, 1, 1) || to <= QDate(2000, 1, 1))
@@ -53,7 +54,8 @@ int runReassign(kb::app::CommandContext& context, const kb::app::CommandArgs& ar
             form.setService(entry);
             serviceFound = true;
         }
-    if (!serviceFound) throw kb::MessageError(QStringLiteral("No service has the Service_ID %1.").arg(service));
+    if (!serviceFound)
+        throw kb::MessageError(QStringLiteral("No service has the Service_ID %1.").arg(service));
     if (remove) {
         form.setRemove(true);
     } else {
@@ -65,7 +67,8 @@ int runReassign(kb::app::CommandContext& context, const kb::app::CommandArgs& ar
                 newCode = kb::TFormReassignFunding::bracketKey(entry);
                 fundingFound = true;
             }
-        if (!fundingFound) throw kb::MessageError(QStringLiteral("No funding source has the code %1.").arg(code));
+        if (!fundingFound)
+            throw kb::MessageError(QStringLiteral("No funding source has the code %1.").arg(code));
     }
     if (!form.ActionOK()) {
         session.close();
@@ -92,14 +95,16 @@ const kb::app::CommandRegistration registration(
          "Prints the deliveries moved with the funding each had."),
      .minArguments = 1,
      .maxArguments = 1,
-     .options = {QCommandLineOption(QStringLiteral("service"), QStringLiteral("The service."), QStringLiteral("ID")),
+     .options = {QCommandLineOption(QStringLiteral("service"), QStringLiteral("The service."),
+                                    QStringLiteral("ID")),
                  QCommandLineOption(QStringLiteral("from"), QStringLiteral("First day of the range."),
                                     QStringLiteral("DATE")),
                  QCommandLineOption(QStringLiteral("to"), QStringLiteral("Last day of the range."),
                                     QStringLiteral("DATE")),
-                 QCommandLineOption(QStringLiteral("to-funding"), QStringLiteral("The new funding source's code."),
-                                    QStringLiteral("CODE")),
-                 QCommandLineOption(QStringLiteral("remove"), QStringLiteral("Remove the funding source instead."))},
+                 QCommandLineOption(QStringLiteral("to-funding"),
+                                    QStringLiteral("The new funding source's code."), QStringLiteral("CODE")),
+                 QCommandLineOption(QStringLiteral("remove"),
+                                    QStringLiteral("Remove the funding source instead."))},
      .repeatable = {},
      .asksQuestions = true,
      .needsUser = true},

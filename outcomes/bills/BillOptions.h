@@ -22,8 +22,8 @@ struct BillOptions
     Method method = Method::CostPerItem;
     Pledges pledges = Pledges::PerItem;
     ItemFilter filter = ItemFilter::All;
-    QList<qint64> items;      // the checked items of the tree
-    QString startingInvoice;  // "Starting Invoice Number:"
+    QList<qint64> items;     // the checked items of the tree
+    QString startingInvoice; // "Starting Invoice Number:"
     bool postToHistory = true;
     // Only deliveries charged to these funding codes; empty for all. The
     // screen bills every funding source; the bills command may narrow it.

@@ -9,7 +9,8 @@
 
 namespace kb {
 
-QString ClientBillsExport::historyEvent(const QDate& start, const QDate& end, Money total, const QLocale& locale)
+QString ClientBillsExport::historyEvent(const QDate& start, const QDate& end, Money total,
+                                        const QLocale& locale)
 {
     return QStringLiteral("Bill exported, %1/%2 - %3- %4 ")
         .arg(start.month())
@@ -56,9 +57,10 @@ ClientBillsExport::Result ClientBillsExport::run(Database& db, UserInterface& ui
         rows.reserve(result.bills.size());
         const QVariant now = db.clock().now();
         for (const ClientBill& bill : result.bills)
-            rows.push_back({{QStringLiteral("Person_ID"), bill.personId},
-                            {QStringLiteral("Client_ID"), bill.clientId},
-                            {QStringLiteral("Event"), historyEvent(options.start, options.end, bill.total, locale)}});
+            rows.push_back(
+                {{QStringLiteral("Person_ID"), bill.personId},
+                 {QStringLiteral("Client_ID"), bill.clientId},
+                 {QStringLiteral("Event"), historyEvent(options.start, options.end, bill.total, locale)}});
         TransactionGuard transaction(db);
         db.query(QStringLiteral("Insert into History (Person_ID, Client_ID, Tran_Date, User, Event) Values "
                                 "(:Person_ID, :Client_ID, :Tran_Date, :User, :Event)"))
@@ -67,7 +69,8 @@ ClientBillsExport::Result ClientBillsExport::run(Database& db, UserInterface& ui
             .execBatch(rows);
         transaction.commit();
     }
-    if (!result.bills.empty()) ui.information(QStringLiteral("%1 invoices exported.").arg(result.bills.size()));
+    if (!result.bills.empty())
+        ui.information(QStringLiteral("%1 invoices exported.").arg(result.bills.size()));
     return result;
 }
 

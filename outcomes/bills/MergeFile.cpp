@@ -10,7 +10,8 @@ MergeFile::MergeFile(const QString& path, QLocale locale) : m_path(path), m_loca
 {
     m_file = std::make_unique<QSaveFile>(path);
     if (!m_file->open(QIODevice::WriteOnly | QIODevice::Text))
-        throw MessageError(QStringLiteral("Unable to create the file %1: %2").arg(path, m_file->errorString()));
+        throw MessageError(
+            QStringLiteral("Unable to create the file %1: %2").arg(path, m_file->errorString()));
     m_out = std::make_unique<QTextStream>(m_file.get());
     m_out->setEncoding(QStringConverter::Utf8);
 }
@@ -26,7 +27,8 @@ QString MergeFile::field(const QString& text)
 {
     QString out = text;
     for (QChar& c : out)
-        if (c == u'\t' || c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+        if (c == u'\t' || c == u'\n' || c == u'\r' || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
             c = u' ';
         else if (c == u'"')
             c = u'\'';
@@ -54,7 +56,8 @@ void MergeFile::writeLine(const QStringList& fields)
 {
     QStringList clean;
     clean.reserve(fields.size());
-    for (const QString& f : fields) clean << field(f);
+    for (const QString& f : fields)
+        clean << field(f);
     *m_out << clean.join(u'\t') << '\n';
 }
 
@@ -80,7 +83,8 @@ void MergeFile::commit()
     m_out->flush();
     m_out.reset();
     if (m_file->error() != QFileDevice::NoError || !m_file->commit())
-        throw MessageError(QStringLiteral("Unable to write the file %1: %2").arg(m_path, m_file->errorString()));
+        throw MessageError(
+            QStringLiteral("Unable to write the file %1: %2").arg(m_path, m_file->errorString()));
     m_file.reset();
 }
 

@@ -10,8 +10,9 @@ PledgeRates PledgeRates::read(Database& db, qint64 personId)
     // QueryPledgedAmounts for every unit of the client at once; the first
     // row of a unit wins, as a lookup by unit finds it first.
     const ResultSet rows = db.execute(
-        QStringLiteral("Select Unit, Amount from Pricing where (Person_ID = :Person_ID) and (Method = 'P') order "
-                       "by RecordID"),
+        QStringLiteral(
+            "Select Unit, Amount from Pricing where (Person_ID = :Person_ID) and (Method = 'P') order "
+            "by RecordID"),
         {{QStringLiteral("Person_ID"), personId}});
     for (qsizetype r = 0; r < rows.rowCount(); ++r) {
         const QString unit = rows.value(r, 0).toString().trimmed();

@@ -98,25 +98,34 @@ const std::vector<TFormClientBills::TreeCategory>& TFormClientBills::itemTree()
 {
     if (!m_tree.empty()) return m_tree;
     static const std::pair<const char*, const char*> categories[] = {
-        {"B", "Breakfasts     [B ]"}, {"L", "Lunches     [L ]"}, {"D", "Dinners     [D ]"},
-        {"S", "Snacks     [S ]"},     {"O", "Other Meals     [O ]"}, {"MF", "Medical Food     [MF]"},
-        {"SM", "Specialized Medical Food     [SM]"}, {"", "Uncategorized           []"}};
-    for (const auto& [code, text] : categories) m_tree.push_back({QString::fromLatin1(code), QString::fromLatin1(text), {}});
-    const ResultSet r = m_db.execute(QStringLiteral("Select Item_ID, Meal_Item, Meal from Items order by Meal_Item"));
+        {"B", "Breakfasts     [B ]"},
+        {"L", "Lunches     [L ]"},
+        {"D", "Dinners     [D ]"},
+        {"S", "Snacks     [S ]"},
+        {"O", "Other Meals     [O ]"},
+        {"MF", "Medical Food     [MF]"},
+        {"SM", "Specialized Medical Food     [SM]"},
+        {"", "Uncategorized           []"}};
+    for (const auto& [code, text] : categories)
+        m_tree.push_back({QString::fromLatin1(code), QString::fromLatin1(text), {}});
+    const ResultSet r =
+        m_db.execute(QStringLiteral("Select Item_ID, Meal_Item, Meal from Items order by Meal_Item"));
     for (qsizetype i = 0; i < r.rowCount(); ++i) {
         const QString meal = r.value(i, 2).toString().trimmed();
         TreeCategory* home = &m_tree.back();
         for (TreeCategory& c : m_tree)
             if (c.code == meal) home = &c;
         const qint64 id = r.value(i, 0).toLongLong();
-        home->items.push_back({id, QStringLiteral("%1     [%2]").arg(r.value(i, 1).toString().trimmed()).arg(id)});
+        home->items.push_back(
+            {id, QStringLiteral("%1     [%2]").arg(r.value(i, 1).toString().trimmed()).arg(id)});
     }
     return m_tree;
 }
 
 void TFormClientBills::setItemChecked(qint64 itemId, bool checked)
 {
-    if (m_options.filter == BillOptions::ItemFilter::All) m_options.filter = BillOptions::ItemFilter::IncludeOnly;
+    if (m_options.filter == BillOptions::ItemFilter::All)
+        m_options.filter = BillOptions::ItemFilter::IncludeOnly;
     if (checked)
         m_checked[itemId] = true;
     else
@@ -127,7 +136,8 @@ void TFormClientBills::setCategoryChecked(const QString& code, bool checked)
 {
     for (const TreeCategory& c : itemTree())
         if (c.code == code)
-            for (const TreeItem& item : c.items) setItemChecked(item.itemId, checked);
+            for (const TreeItem& item : c.items)
+                setItemChecked(item.itemId, checked);
 }
 
 bool TFormClientBills::ActionOK()
@@ -135,7 +145,8 @@ bool TFormClientBills::ActionOK()
     m_result = {};
     if (!okEnabled()) return false;
     m_options.items.clear();
-    for (const auto& [id, on] : m_checked) m_options.items << id;
+    for (const auto& [id, on] : m_checked)
+        m_options.items << id;
     {
         BusyGuard busy(m_ui);
         m_result = ClientBillsExport::run(m_db, m_ui, m_options, m_fileName.trimmed(), m_session.userFullName,

@@ -48,7 +48,10 @@ public:
     {
         return QStringLiteral("Select a file name for the Client Invoice mail merge file");
     }
-    static QStringList methodTexts() { return {QStringLiteral("Cost per item"), QStringLiteral("Pledged Amount")}; }
+    static QStringList methodTexts()
+    {
+        return {QStringLiteral("Cost per item"), QStringLiteral("Pledged Amount")};
+    }
     static QStringList pledgeTexts();
 
     void setDocumentOpener(DocumentOpener opener) { m_opener = std::move(opener); }

@@ -28,9 +28,10 @@ FundingReassignment::Result FundingReassignment::run(Database& db, const Selecti
     // What is about to move, read inside the transaction so it is exactly
     // what the update changes.
     const ResultSet before = db.execute(
-        QStringLiteral("Select Deliv_ID, Deliv_Dt, Funding_Desc from Deliveri where Person_ID = :Person_ID and "
-                       "Svcs_Used = :Svcs_Used and Deliv_Dt >= :StartDate and Deliv_Dt <= :EndDate order by "
-                       "Deliv_Dt, Deliv_ID"),
+        QStringLiteral(
+            "Select Deliv_ID, Deliv_Dt, Funding_Desc from Deliveri where Person_ID = :Person_ID and "
+            "Svcs_Used = :Svcs_Used and Deliv_Dt >= :StartDate and Deliv_Dt <= :EndDate order by "
+            "Deliv_Dt, Deliv_ID"),
         deliveries);
     for (qsizetype r = 0; r < before.rowCount(); ++r)
         result.deliveries.push_back(
@@ -38,27 +39,30 @@ FundingReassignment::Result FundingReassignment::run(Database& db, const Selecti
 
     Params update = deliveries;
     update.emplace_back(QStringLiteral("Funding_Desc"), funding);
-    db.execute(QStringLiteral("Update Deliveri set Funding_Desc = :Funding_Desc where Person_ID = :Person_ID and "
-                              "Svcs_Used = :Svcs_Used and Deliv_Dt >= :StartDate and Deliv_Dt <= :EndDate"),
-               update);
+    db.execute(
+        QStringLiteral("Update Deliveri set Funding_Desc = :Funding_Desc where Person_ID = :Person_ID and "
+                       "Svcs_Used = :Svcs_Used and Deliv_Dt >= :StartDate and Deliv_Dt <= :EndDate"),
+        update);
 
     const ResultSet service =
         db.execute(QStringLiteral(" Select Default_Event from Services where Service_ID = :Service_ID "),
                    {{QStringLiteral("Service_ID"), s.serviceId}});
     // No default event reads as 0, which names no event.
     const qint64 eventId = service.isEmpty() ? 0 : service.value(0, 0).toLongLong();
-    result.events = db.execute(QStringLiteral("Update Events set Funding_Desc = :Funding_Desc where Person_ID = "
-                                              ":Person_ID and Event_ID = :Event_ID and Event_Date >= :StartDate and "
-                                              "Event_Date <= :EndDate"),
-                               {{QStringLiteral("Funding_Desc"), funding},
-                                {QStringLiteral("Person_ID"), s.personId},
-                                {QStringLiteral("Event_ID"), eventId},
-                                {QStringLiteral("StartDate"), s.start},
-                                {QStringLiteral("EndDate"), s.end}})
-                        .rowsAffected();
+    result.events =
+        db.execute(QStringLiteral("Update Events set Funding_Desc = :Funding_Desc where Person_ID = "
+                                  ":Person_ID and Event_ID = :Event_ID and Event_Date >= :StartDate and "
+                                  "Event_Date <= :EndDate"),
+                   {{QStringLiteral("Funding_Desc"), funding},
+                    {QStringLiteral("Person_ID"), s.personId},
+                    {QStringLiteral("Event_ID"), eventId},
+                    {QStringLiteral("StartDate"), s.start},
+                    {QStringLiteral("EndDate"), s.end}})
+            .rowsAffected();
 
-    db.execute(QStringLiteral("Insert into History (Person_ID, Client_ID, Tran_Date, Event, User) Values (:Person_ID, "
-                              ":Client_ID, :Tran_Date, :Event, :User) "),
+    db.execute(QStringLiteral(
+                   "Insert into History (Person_ID, Client_ID, Tran_Date, Event, User) Values (:Person_ID, "
+                   ":Client_ID, :Tran_Date, :Event, :User) "),
                {{QStringLiteral("Person_ID"), s.personId},
                 {QStringLiteral("Client_ID"), delivery_records::clientIdOf(db, s.personId)},
                 {QStringLiteral("Tran_Date"), db.clock().now()},

@@ -53,11 +53,11 @@ const QStringList& TFormReassignFunding::services()
 const QStringList& TFormReassignFunding::fundingSources()
 {
     if (m_fundingSources.isEmpty()) {
-        const ResultSet r =
-            m_db.execute(QStringLiteral("Select Fund_Srce, Fund_Cd from Fundsrcs order by Fund_Srce, Fund_Cd"));
+        const ResultSet r = m_db.execute(
+            QStringLiteral("Select Fund_Srce, Fund_Cd from Fundsrcs order by Fund_Srce, Fund_Cd"));
         for (qsizetype i = 0; i < r.rowCount(); ++i)
             m_fundingSources << r.value(i, 0).toString().trimmed() + QString(5, u' ') + QStringLiteral("[") +
-                             r.value(i, 1).toString().trimmed() + QStringLiteral("]");
+                                    r.value(i, 1).toString().trimmed() + QStringLiteral("]");
     }
     return m_fundingSources;
 }

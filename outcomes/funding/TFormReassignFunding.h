@@ -42,8 +42,16 @@ public:
     void setService(const QString& entry) { m_service = entry; }
     void setStart(const QDate& date) { m_start = date; }
     void setEnd(const QDate& date) { m_end = date; }
-    void setRemove(bool remove) { m_remove = remove; m_reassign = !remove; }
-    void setReassign(bool reassign) { m_reassign = reassign; m_remove = !reassign; }
+    void setRemove(bool remove)
+    {
+        m_remove = remove;
+        m_reassign = !remove;
+    }
+    void setReassign(bool reassign)
+    {
+        m_reassign = reassign;
+        m_remove = !reassign;
+    }
     void setFunding(const QString& entry) { m_funding = entry; }
 
     // A client, both dates after 01/01/2000, a service, and removal or a

@@ -5,7 +5,8 @@
 
 namespace kb {
 
-TFormCompDel::TFormCompDel(Database& db, UserInterface& ui, delivery_records::Delivery delivery, QString recordedBy)
+TFormCompDel::TFormCompDel(Database& db, UserInterface& ui, delivery_records::Delivery delivery,
+                           QString recordedBy)
     : m_db(db), m_ui(ui), m_delivery(std::move(delivery)), m_recordedBy(std::move(recordedBy))
 {
 }
@@ -13,9 +14,10 @@ TFormCompDel::TFormCompDel(Database& db, UserInterface& ui, delivery_records::De
 bool TFormCompDel::ActionOK()
 {
     // Another workstation may have comped, missed or deleted it meanwhile.
-    const ResultSet now = m_db.execute(QStringLiteral("Select Deliv_Dt, Delivery_Status from Deliveri where Deliv_ID = "
-                                                      ":Deliv_ID"),
-                                       {{QStringLiteral("Deliv_ID"), m_delivery.delivId}});
+    const ResultSet now =
+        m_db.execute(QStringLiteral("Select Deliv_Dt, Delivery_Status from Deliveri where Deliv_ID = "
+                                    ":Deliv_ID"),
+                     {{QStringLiteral("Deliv_ID"), m_delivery.delivId}});
     if (!now.isEmpty()) {
         const QString status = now.value(0, 1).toString().trimmed();
         if (status == QLatin1String("C")) {

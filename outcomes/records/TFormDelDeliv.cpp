@@ -28,8 +28,8 @@ const std::vector<TFormDelDeliv::Choice>& TFormDelDeliv::services()
             "order by Sort_Order, Service_ID"));
         for (qsizetype i = 0; i < r.rowCount(); ++i)
             m_services.push_back({r.value(i, 0).toLongLong(), QStringLiteral("%1     [%2]")
-                                                                   .arg(r.value(i, 1).toString().trimmed())
-                                                                   .arg(r.value(i, 0).toLongLong())});
+                                                                  .arg(r.value(i, 1).toString().trimmed())
+                                                                  .arg(r.value(i, 0).toLongLong())});
     }
     return m_services;
 }
@@ -74,7 +74,8 @@ bool TFormDelDeliv::ActionOK()
         ~End() { ui.progressEnd(); }
     } end{m_ui};
     if (DeliveryGroupDeletion::candidates(m_db, s) == 0) {
-        m_ui.information(s.byClient ? DeliveryGroupDeletion::noneByClient() : DeliveryGroupDeletion::noneByService());
+        m_ui.information(s.byClient ? DeliveryGroupDeletion::noneByClient()
+                                    : DeliveryGroupDeletion::noneByService());
         return false;
     }
     m_ui.progressStep(50);

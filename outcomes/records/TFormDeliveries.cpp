@@ -19,11 +19,16 @@ TFormDeliveries::TFormDeliveries(Database& db, const SessionState& session, User
 const std::vector<std::pair<TFormDeliveries::Column, QString>>& TFormDeliveries::shownColumns()
 {
     static const std::vector<std::pair<Column, QString>> columns{
-        {DelivDt, QStringLiteral("Date")},           {DeliveryType, QStringLiteral("Deliv~Type")},
-        {Dow, QStringLiteral("DOW")},                {AddressOverridden, QStringLiteral("Alt~Addr")},
-        {RouteId, QStringLiteral("Route")},          {Stop, QStringLiteral("Stop")},
-        {NumberMeals, QStringLiteral("Number~of Meals")}, {CustomItems, QStringLiteral("Custom~Items")},
-        {DietDescr, QStringLiteral("Diet")},         {FundingDesc, QStringLiteral("Funding")},
+        {DelivDt, QStringLiteral("Date")},
+        {DeliveryType, QStringLiteral("Deliv~Type")},
+        {Dow, QStringLiteral("DOW")},
+        {AddressOverridden, QStringLiteral("Alt~Addr")},
+        {RouteId, QStringLiteral("Route")},
+        {Stop, QStringLiteral("Stop")},
+        {NumberMeals, QStringLiteral("Number~of Meals")},
+        {CustomItems, QStringLiteral("Custom~Items")},
+        {DietDescr, QStringLiteral("Diet")},
+        {FundingDesc, QStringLiteral("Funding")},
         {DeliveryStatus, QStringLiteral("Sta~tus")}};
     return columns;
 }
@@ -43,9 +48,8 @@ void TFormDeliveries::setDays(int days)
 
 void TFormDeliveries::open()
 {
-    const qint64 keep = m_current >= 0 && m_current < m_rows.rowCount()
-                            ? m_rows.value(m_current, DelivId).toLongLong()
-                            : 0;
+    const qint64 keep =
+        m_current >= 0 && m_current < m_rows.rowCount() ? m_rows.value(m_current, DelivId).toLongLong() : 0;
     m_rows = delivery_records::QueryDeliveries(m_db, m_personId, m_db.clock().today().addDays(-m_days));
     m_lastDelivery = delivery_records::lastDelivery(m_db, m_personId);
     m_current = m_rows.isEmpty() ? -1 : 0;
@@ -81,7 +85,8 @@ QStringList TFormDeliveries::fundingCodes()
 {
     const ResultSet r = m_db.execute(QStringLiteral("Select Fund_Cd from Fundsrcs order by Fund_Cd"));
     QStringList codes;
-    for (qsizetype i = 0; i < r.rowCount(); ++i) codes << r.value(i, 0).toString().trimmed();
+    for (qsizetype i = 0; i < r.rowCount(); ++i)
+        codes << r.value(i, 0).toString().trimmed();
     return codes;
 }
 
@@ -146,8 +151,8 @@ bool TFormDeliveries::ActionReverseCompedDelivery()
         m_ui.information(QStringLiteral("The ") + day + QStringLiteral(" delivery was not Comped!"));
         return false;
     }
-    if (m_ui.question(QStringLiteral("Reverse the ") + day + QStringLiteral(" Comped delivery?"), Buttons::YesNo) !=
-        Answer::Yes)
+    if (m_ui.question(QStringLiteral("Reverse the ") + day + QStringLiteral(" Comped delivery?"),
+                      Buttons::YesNo) != Answer::Yes)
         return false;
     delivery_records::reverseComp(m_db, *delivery, m_session.userFullName);
     open();

@@ -25,8 +25,19 @@ class TFormDeliveries
 public:
     // Column indexes of rows(), in the order of the list's statement.
     enum Column {
-        DelivDt, SvcsUsed, DeliveryType, Dow, AddressOverridden, RouteId, Stop, NumberMeals, CustomItems,
-        DietDescr, DeliveryStatus, DelivId, FundingDesc
+        DelivDt,
+        SvcsUsed,
+        DeliveryType,
+        Dow,
+        AddressOverridden,
+        RouteId,
+        Stop,
+        NumberMeals,
+        CustomItems,
+        DietDescr,
+        DeliveryStatus,
+        DelivId,
+        FundingDesc
     };
 
     // The comp dialog: fills it in and returns its ActionOK(), or false
@@ -36,7 +47,10 @@ public:
     TFormDeliveries(Database& db, const SessionState& session, UserInterface& ui);
 
     static QString caption() { return QStringLiteral("Recent Deliveries"); }
-    static QString daysCaption() { return QStringLiteral("Select deliveries within this past number of days:"); }
+    static QString daysCaption()
+    {
+        return QStringLiteral("Select deliveries within this past number of days:");
+    }
     static constexpr int DefaultDays = 45;
     static constexpr int MinDays = 1;
     static constexpr int MaxDays = 1095;

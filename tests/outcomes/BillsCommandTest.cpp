@@ -38,7 +38,8 @@ protected:
                    {QStringLiteral("Address1"), QStringLiteral("1 Elm St\nApt 2")},
                    {QStringLiteral("City"), QStringLiteral("Trois-Rivières")}});
         addClient(12, QStringLiteral("C12"), QStringLiteral("Baker"), QStringLiteral("Bo"),
-                  {{QStringLiteral("Svcs_Used"), 1}, {QStringLiteral("Address1"), QStringLiteral("\"The Pines\"\t4")}});
+                  {{QStringLiteral("Svcs_Used"), 1},
+                   {QStringLiteral("Address1"), QStringLiteral("\"The Pines\"\t4")}});
         qint64 id2 = 0;
         int day = 1;
         // Ann: three funding sources and two comped items, eleven lines.
@@ -47,14 +48,15 @@ protected:
                         {{1, 1}, {2, 1}, {4, 2}});
         addDelivery(++id2, 11, QDate(2024, 2, day++), 1, QStringLiteral("OD"), QStringLiteral("AAA"),
                     QStringLiteral("C"), {{1, 1}, {2, 1}});
-        addDelivery(++id2, 12, QDate(2024, 2, 9), 1, QStringLiteral("OD"), QStringLiteral("AAA"), {}, {{2, 3}});
+        addDelivery(++id2, 12, QDate(2024, 2, 9), 1, QStringLiteral("OD"), QStringLiteral("AAA"), {},
+                    {{2, 3}});
     }
 
     CommandResult bills(const QStringList& more, const QString& user = QStringLiteral("userW"))
     {
-        return runAs(user, QStringList{QStringLiteral("bills"), QStringLiteral("--from"), QStringLiteral("2024-02-01"),
-                                       QStringLiteral("--to"), QStringLiteral("2024-02-29"), QStringLiteral("--merge"),
-                                       merge} +
+        return runAs(user, QStringList{QStringLiteral("bills"), QStringLiteral("--from"),
+                                       QStringLiteral("2024-02-01"), QStringLiteral("--to"),
+                                       QStringLiteral("2024-02-29"), QStringLiteral("--merge"), merge} +
                                more);
     }
 
@@ -67,13 +69,15 @@ TEST_P(BillsCommand, PrintsExactTotalsAndWritesTheMergeFile)
     const auto r = bills({QStringLiteral("--invoice"), QStringLiteral("INV-7")});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     // By hand: Ann 3 x (4.25 + 3.3333 + 2.20) = 29.3499; Bo 3 x 3.3333.
-    EXPECT_EQ(r.out, QStringLiteral("InvoiceNumber,Person_ID,Client_ID,Total\nINV-7,11,C11,29.3499\nINV-8,12,C12,"
-                                    "9.9999\n"));
+    EXPECT_EQ(r.out,
+              QStringLiteral("InvoiceNumber,Person_ID,Client_ID,Total\nINV-7,11,C11,29.3499\nINV-8,12,C12,"
+                             "9.9999\n"));
     EXPECT_TRUE(r.err.contains(QStringLiteral("2 invoices exported.")));
     EXPECT_EQ(count(QStringLiteral("Select Count(*) from History where Event like 'Bill exported%'")), 2);
 
     // Only one funding source, without History.
-    const auto t3 = bills({QStringLiteral("--funding"), QStringLiteral("T3"), QStringLiteral("--no-history")});
+    const auto t3 =
+        bills({QStringLiteral("--funding"), QStringLiteral("T3"), QStringLiteral("--no-history")});
     ASSERT_EQ(t3.exitCode, 0) << t3.err.toStdString();
     EXPECT_EQ(t3.out, QStringLiteral("InvoiceNumber,Person_ID,Client_ID,Total\n1,11,C11,9.7833\n"));
     EXPECT_EQ(count(QStringLiteral("Select Count(*) from History where Event like 'Bill exported%'")), 2);
@@ -93,17 +97,19 @@ TEST_P(BillsCommand, MergeFileOpensAsATableInLibreOffice)
 
     const QString out = dir.filePath(QStringLiteral("converted"));
     const auto converted = runProgram(
-        soffice, {QStringLiteral("-env:UserInstallation=") + QUrl::fromLocalFile(dir.filePath("lo")).toString(),
-                  QStringLiteral("--headless"), QStringLiteral("--infilter=Text - txt - csv (StarCalc):9,34,76,1"),
-                  QStringLiteral("--convert-to"), QStringLiteral("csv:Text - txt - csv (StarCalc):44,34,76,1"),
-                  QStringLiteral("--outdir"), out, merge});
+        soffice,
+        {QStringLiteral("-env:UserInstallation=") + QUrl::fromLocalFile(dir.filePath("lo")).toString(),
+         QStringLiteral("--headless"), QStringLiteral("--infilter=Text - txt - csv (StarCalc):9,34,76,1"),
+         QStringLiteral("--convert-to"), QStringLiteral("csv:Text - txt - csv (StarCalc):44,34,76,1"),
+         QStringLiteral("--outdir"), out, merge});
     ASSERT_EQ(converted.exitCode, 0) << converted.err.toStdString();
     QFile csv(QDir(out).filePath(QStringLiteral("invoices.csv")));
     ASSERT_TRUE(csv.open(QIODevice::ReadOnly)) << converted.out.toStdString() << converted.err.toStdString();
     QTextStream in(&csv);
     std::vector<QStringList> rows;
     CsvRecord record;
-    while (readCsvRecord(in, record)) rows.push_back(record.fields);
+    while (readCsvRecord(in, record))
+        rows.push_back(record.fields);
 
     ASSERT_EQ(rows.size(), 3u); // the header and two invoices, no line broken
     const QStringList& header = rows[0];
@@ -126,7 +132,8 @@ TEST_P(BillsCommand, MergeFileOpensAsATableInLibreOffice)
     // LibreOffice reads the amounts as numbers.
     EXPECT_EQ(bo.value(21), QStringLiteral("10"));
     EXPECT_EQ(bo.value(58), QStringLiteral("10"));
-    for (int c = 59; c < bo.size(); ++c) EXPECT_TRUE(bo.value(c).isEmpty()) << c;
+    for (int c = 59; c < bo.size(); ++c)
+        EXPECT_TRUE(bo.value(c).isEmpty()) << c;
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, BillsCommand, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),

@@ -57,7 +57,8 @@ protected:
         addItem(3, QStringLiteral("Milk"), QStringLiteral("BV"), QStringLiteral("0"));
         addItem(4, QStringLiteral("Breakfast"), QStringLiteral("B"), QStringLiteral("1.10"));
         addItem(5, QStringLiteral("Soup Dinner"), QStringLiteral("D"), QStringLiteral("2.00"));
-        for (const char* code : {"AAA", "T3", "PVT"}) addFunding(QString::fromLatin1(code), QString::fromLatin1(code));
+        for (const char* code : {"AAA", "T3", "PVT"})
+            addFunding(QString::fromLatin1(code), QString::fromLatin1(code));
         options.start = QDate(2024, 2, 1);
         options.end = QDate(2024, 2, 29);
     }
@@ -65,10 +66,12 @@ protected:
     void client(qint64 id, const char* clientId, const char* last, const char* first, const Params& more = {})
     {
         Params row = with(more, QStringLiteral("Svcs_Used"), 1);
-        addClient(id, QString::fromLatin1(clientId), QString::fromLatin1(last), QString::fromLatin1(first), row);
+        addClient(id, QString::fromLatin1(clientId), QString::fromLatin1(last), QString::fromLatin1(first),
+                  row);
     }
-    void deliver(qint64 person, int day, const char* funding, const std::vector<std::pair<qint64, int>>& items,
-                 const char* status = "", const char* kind = "OD", int month = 2)
+    void deliver(qint64 person, int day, const char* funding,
+                 const std::vector<std::pair<qint64, int>>& items, const char* status = "",
+                 const char* kind = "OD", int month = 2)
     {
         addDelivery(++m_delivId, person, QDate(2024, month, day), 1, QString::fromLatin1(kind),
                     QString::fromLatin1(funding), QString::fromLatin1(status), items);
@@ -109,16 +112,17 @@ protected:
 
 TEST_P(ClientBills, CostPerItemMatchesTotalsWorkedOutByHand)
 {
-    client(11, "C11", "Abbott", "Ann", {{QStringLiteral("Mid_Name"), QStringLiteral("B")},
-                                        {QStringLiteral("Address1"), QStringLiteral(" 1 Elm St ")},
-                                        {QStringLiteral("City"), QStringLiteral("Troy")},
-                                        {QStringLiteral("DOB"), QDate(1940, 5, 6)}});
+    client(11, "C11", "Abbott", "Ann",
+           {{QStringLiteral("Mid_Name"), QStringLiteral("B")},
+            {QStringLiteral("Address1"), QStringLiteral(" 1 Elm St ")},
+            {QStringLiteral("City"), QStringLiteral("Troy")},
+            {QStringLiteral("DOB"), QDate(1940, 5, 6)}});
     deliver(11, 1, "AAA", {{1, 1}, {2, 2}, {3, 4}});
     deliver(11, 2, "AAA", {{1, 1}}, "C");
-    deliver(11, 5, "AAA", {{1, 1}}, "M");  // missed: billed in full
-    deliver(11, 6, "AAA", {{2, 1}}, "E");  // excused: billed in full
-    deliver(11, 7, "T3", {{1, 1}});        // the second funding source
-    deliver(11, 8, "AAA", {{4, 3}}, "", "EW"); // a walk-in credit
+    deliver(11, 5, "AAA", {{1, 1}}, "M");          // missed: billed in full
+    deliver(11, 6, "AAA", {{2, 1}}, "E");          // excused: billed in full
+    deliver(11, 7, "T3", {{1, 1}});                // the second funding source
+    deliver(11, 8, "AAA", {{4, 3}}, "", "EW");     // a walk-in credit
     deliver(11, 31, "AAA", {{1, 5}}, "", "OD", 1); // outside the period
     deliver(11, 1, "AAA", {{1, 5}}, "", "OD", 3);
     client(12, "C12", "Baker", "Bo");
@@ -140,8 +144,9 @@ TEST_P(ClientBills, CostPerItemMatchesTotalsWorkedOutByHand)
     EXPECT_EQ(ann.entries[3], slot(1, "Hot Lunch AAA (Complimentary)", "0", "0"));
     EXPECT_EQ(ann.entries[4], slot(1, "Hot Lunch T3", "4.25", "4.25"));
     EXPECT_EQ(ann.entries[5], BillSlot{});
-    EXPECT_EQ(ann.fields, (QStringList{"N", "C11", "2/1/2024", "2/29/2024", "Ann B Abbott", "Ann", "B", "Abbott", "",
-                                       "1 Elm St", "", "Troy", "", "", "Home Meals", "5/6/1940", "", ""}));
+    EXPECT_EQ(ann.fields,
+              (QStringList{"N", "C11", "2/1/2024", "2/29/2024", "Ann B Abbott", "Ann", "B", "Abbott", "",
+                           "1 Elm St", "", "Troy", "", "", "Home Meals", "5/6/1940", "", ""}));
 
     // A funding filter keeps the T3 line alone.
     options.fundingCodes = {QStringLiteral("T3")};
@@ -179,7 +184,8 @@ TEST_P(ClientBills, BillToPersonManyLinesAndTheExportedFile)
     // Three items under three funding sources, two of them also comped:
     // eleven lines.
     int day = 1;
-    for (const char* f : {"AAA", "PVT", "T3"}) deliver(14, day++, f, {{1, 1}, {2, 1}, {4, 2}});
+    for (const char* f : {"AAA", "PVT", "T3"})
+        deliver(14, day++, f, {{1, 1}, {2, 1}, {4, 2}});
     deliver(14, day++, "AAA", {{1, 1}, {2, 1}}, "C");
     client(15, "C15", "Eddy", "Ed");
     deliver(15, 9, "AAA", {{5, 1}});
@@ -212,7 +218,8 @@ TEST_P(ClientBills, BillToPersonManyLinesAndTheExportedFile)
     EXPECT_EQ(dunn[9], QStringLiteral("9 Oak Ave")); // no tab of its own
     EXPECT_EQ(dunn[11], QStringLiteral("Laval"));
     EXPECT_EQ(dunn.last(), QStringLiteral("$29.35"));
-    EXPECT_EQ(dunn[18 + 4 + 2], QStringLiteral("$3.33")); // Frozen Dinner's unit price, rounded in the file only
+    EXPECT_EQ(dunn[18 + 4 + 2],
+              QStringLiteral("$3.33")); // Frozen Dinner's unit price, rounded in the file only
     const QStringList eddy = lines[2].split(u'\t');
     EXPECT_EQ(eddy.size(), 59);
     EXPECT_EQ(eddy[0], QStringLiteral("AB13"));
@@ -244,7 +251,8 @@ TEST_P(ClientBills, PledgesPerItemPerDayMonthAndYear)
     options.method = BillOptions::Method::PledgedAmount;
     // 21: time pledge per day, three delivery days.
     client(21, "C21", "Fay", "Flo",
-           {{QStringLiteral("Pledge_Method"), QStringLiteral("T")}, {QStringLiteral("Pledge_Period"), QStringLiteral("DY")},
+           {{QStringLiteral("Pledge_Method"), QStringLiteral("T")},
+            {QStringLiteral("Pledge_Period"), QStringLiteral("DY")},
             {QStringLiteral("Pledge_Amount"), QVariant::fromValue(m("2.50"))}});
     pledge(21, "L ", "1.00");
     deliver(21, 1, "AAA", {{1, 1}});
@@ -261,17 +269,20 @@ TEST_P(ClientBills, PledgesPerItemPerDayMonthAndYear)
     deliver(22, 3, "AAA", {{1, 1}}, "C");
     // 23 monthly, 24 yearly, 25 per day with one day, 26 with no pledge row.
     client(23, "C23", "Hall", "Hy",
-           {{QStringLiteral("Pledge_Method"), QStringLiteral("T")}, {QStringLiteral("Pledge_Period"), QStringLiteral("MO")},
+           {{QStringLiteral("Pledge_Method"), QStringLiteral("T")},
+            {QStringLiteral("Pledge_Period"), QStringLiteral("MO")},
             {QStringLiteral("Pledge_Amount"), QVariant::fromValue(m("30.00"))}});
     pledge(23, "B ", "0.01");
     deliver(23, 1, "AAA", {{1, 1}});
     client(24, "C24", "Ives", "Ida",
-           {{QStringLiteral("Pledge_Method"), QStringLiteral("T")}, {QStringLiteral("Pledge_Period"), QStringLiteral("YR")},
+           {{QStringLiteral("Pledge_Method"), QStringLiteral("T")},
+            {QStringLiteral("Pledge_Period"), QStringLiteral("YR")},
             {QStringLiteral("Pledge_Amount"), QVariant::fromValue(m("365.0001"))}});
     pledge(24, "B ", "0.01");
     deliver(24, 1, "AAA", {{1, 1}});
     client(25, "C25", "Jay", "Jo",
-           {{QStringLiteral("Pledge_Method"), QStringLiteral("T")}, {QStringLiteral("Pledge_Period"), QStringLiteral("DY")},
+           {{QStringLiteral("Pledge_Method"), QStringLiteral("T")},
+            {QStringLiteral("Pledge_Period"), QStringLiteral("DY")},
             {QStringLiteral("Pledge_Amount"), QVariant::fromValue(m("3.00"))}});
     pledge(25, "B ", "0.01");
     deliver(25, 4, "AAA", {{1, 1}});

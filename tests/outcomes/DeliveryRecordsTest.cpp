@@ -99,7 +99,8 @@ TEST_P(DeliveryRecords, CompAndReverseWorkOnOneDeliveryAndLeaveHistory)
     EXPECT_EQ(status(2), QString()); // the other delivery of the day stays
     EXPECT_EQ(list.value(list.currentRow(), TFormDeliveries::DeliveryStatus).toString(), QStringLiteral("C"));
     EXPECT_TRUE(list.canReverse());
-    const ResultSet h = db().execute(QStringLiteral("Select Person_ID, Client_ID, User, Event, Event_Date from History"));
+    const ResultSet h =
+        db().execute(QStringLiteral("Select Person_ID, Client_ID, User, Event, Event_Date from History"));
     ASSERT_EQ(h.rowCount(), 1);
     EXPECT_EQ(h.value(0, 1).toString(), QStringLiteral("C11"));
     EXPECT_EQ(h.value(0, 2).toString(), QStringLiteral("Sam"));
@@ -139,7 +140,8 @@ TEST_P(DeliveryRecords, CompDialogReadsTheRowAgainAndAsksBeforeReplacingAMiss)
 
     TFormCompDel dialog(db(), ui, missed, session.userFullName);
     EXPECT_FALSE(dialog.ActionOK()); // No keeps the dialog open
-    EXPECT_EQ(ui.texts(Kind::Question).last(), QStringLiteral("That delivery was missed! Change it to Comped?"));
+    EXPECT_EQ(ui.texts(Kind::Question).last(),
+              QStringLiteral("That delivery was missed! Change it to Comped?"));
     EXPECT_EQ(status(1), QStringLiteral("M"));
     ui.answerNext(Answer::Yes);
     EXPECT_TRUE(dialog.ActionOK());
@@ -209,9 +211,11 @@ TEST_P(DeliveryRecords, DeletingOneDeliveryTakesItsItemsEventAndFulfilledMark)
     EXPECT_EQ(count(QStringLiteral("Select Count(*) from MealCrdt where Deliv_ID = 1")), 0);
     EXPECT_EQ(count(QStringLiteral("Select Count(*) from MealCrdt where Deliv_ID = 2")), 1);
     // The walk-in may be credited again; the delivered dated row stays fulfilled.
-    EXPECT_EQ(scalar(QStringLiteral("Select Fulfilled from EpisodicDeliveries where Delivery_Type = 'W'")).toString(),
+    EXPECT_EQ(scalar(QStringLiteral("Select Fulfilled from EpisodicDeliveries where Delivery_Type = 'W'"))
+                  .toString(),
               QString());
-    EXPECT_EQ(scalar(QStringLiteral("Select Fulfilled from EpisodicDeliveries where Delivery_Type = 'D'")).toString(),
+    EXPECT_EQ(scalar(QStringLiteral("Select Fulfilled from EpisodicDeliveries where Delivery_Type = 'D'"))
+                  .toString(),
               QStringLiteral("Y"));
     // The service's default event of that day goes, another event stays.
     EXPECT_EQ(count(QStringLiteral("Select Count(*) from Events where Event_ID = 7")), 0);
@@ -299,7 +303,8 @@ TEST_P(DeliveryRecords, GroupDeletionThatFailsPartWayDeletesNothing)
     EXPECT_EQ(ui.texts(Kind::Error).value(0), QStringLiteral("Unable to commit the delete transaction."));
     EXPECT_EQ(count(QStringLiteral("Select Count(*) from Deliveri")), 2);
     EXPECT_EQ(count(QStringLiteral("Select Count(*) from MealCrdt")), 2);
-    EXPECT_EQ(scalar(QStringLiteral("Select Fulfilled from EpisodicDeliveries")).toString(), QStringLiteral("Y"));
+    EXPECT_EQ(scalar(QStringLiteral("Select Fulfilled from EpisodicDeliveries")).toString(),
+              QStringLiteral("Y"));
     EXPECT_FALSE(db().inTransaction());
 }
 

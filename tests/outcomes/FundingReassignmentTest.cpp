@@ -27,7 +27,8 @@ protected:
         addFunding(QStringLiteral("AAA"), QStringLiteral("Area Agency"));
         addFunding(QStringLiteral("T3"), QStringLiteral("Title III"));
         // Client 11: service 1 on the 1st (missed), 4th and 8th; service 2 on the 4th.
-        addDelivery(1, 11, QDate(2024, 3, 1), 1, QStringLiteral("OD"), QStringLiteral("AAA"), QStringLiteral("M"));
+        addDelivery(1, 11, QDate(2024, 3, 1), 1, QStringLiteral("OD"), QStringLiteral("AAA"),
+                    QStringLiteral("M"));
         addDelivery(2, 11, QDate(2024, 3, 4), 1, QStringLiteral("OD"), QStringLiteral("AAA"));
         addDelivery(3, 11, QDate(2024, 3, 8), 1, QStringLiteral("OD"), QStringLiteral("AAA"));
         addDelivery(4, 11, QDate(2024, 3, 4), 2, QStringLiteral("OD"), QStringLiteral("AAA"));
@@ -39,9 +40,10 @@ protected:
 
     QString fundings(const QString& table)
     {
-        const QString order = table == QLatin1String("Deliveri") ? QStringLiteral("Deliv_ID")
-                                                                 : QStringLiteral("RecordID");
-        const ResultSet r = db().execute(QStringLiteral("Select Funding_Desc from %1 order by %2").arg(table, order));
+        const QString order =
+            table == QLatin1String("Deliveri") ? QStringLiteral("Deliv_ID") : QStringLiteral("RecordID");
+        const ResultSet r =
+            db().execute(QStringLiteral("Select Funding_Desc from %1 order by %2").arg(table, order));
         QStringList out;
         for (qsizetype i = 0; i < r.rowCount(); ++i)
             out << (r.value(i, 0).isNull() ? QStringLiteral("-") : r.value(i, 0).toString());
@@ -153,7 +155,8 @@ TEST_P(FundingReassignmentTest, AFailurePartWayChangesNothing)
 
 TEST(FundingReassignmentKeys, BracketKeyReadsFourCharactersAndCuts)
 {
-    EXPECT_EQ(TFormReassignFunding::bracketKey(QStringLiteral("Home Meals          [1]")), QStringLiteral("1"));
+    EXPECT_EQ(TFormReassignFunding::bracketKey(QStringLiteral("Home Meals          [1]")),
+              QStringLiteral("1"));
     EXPECT_EQ(TFormReassignFunding::bracketKey(QStringLiteral("Svc [1234]")), QStringLiteral("1234"));
     EXPECT_EQ(TFormReassignFunding::bracketKey(QStringLiteral("Title III     [T3]")), QStringLiteral("T3"));
     EXPECT_EQ(TFormReassignFunding::bracketKey(QStringLiteral("X [AB~C]")), QStringLiteral("AB"));

@@ -31,8 +31,8 @@ protected:
         addFunding(QStringLiteral("T3"), QStringLiteral("Title III"));
         addDelivery(1, 11, monday, 1, QStringLiteral("OD"), QStringLiteral("AAA"), {}, {{1, 2}});
         addDelivery(2, 11, monday, 1, QStringLiteral("EW"), QStringLiteral("AAA"), {}, {{1, 1}});
-        addDelivery(3, 11, monday.addDays(1), 1, QStringLiteral("OD"), QStringLiteral("AAA"), QStringLiteral("M"),
-                    {{1, 1}});
+        addDelivery(3, 11, monday.addDays(1), 1, QStringLiteral("OD"), QStringLiteral("AAA"),
+                    QStringLiteral("M"), {{1, 1}});
         addEvent(11, monday, 7, QStringLiteral("AAA"));
     }
 
@@ -42,9 +42,11 @@ protected:
     }
     QString fundings()
     {
-        const ResultSet r = db().execute(QStringLiteral("Select Funding_Desc from Deliveri order by Deliv_ID"));
+        const ResultSet r =
+            db().execute(QStringLiteral("Select Funding_Desc from Deliveri order by Deliv_ID"));
         QStringList out;
-        for (qsizetype i = 0; i < r.rowCount(); ++i) out << r.value(i, 0).toString();
+        for (qsizetype i = 0; i < r.rowCount(); ++i)
+            out << r.value(i, 0).toString();
         return out.join(u',');
     }
 };
@@ -57,8 +59,9 @@ TEST_P(OutcomeCommands, DeliveriesListsCompsReversesAndDeletes)
     ASSERT_EQ(lines.size(), 4);
     EXPECT_TRUE(lines[0].startsWith(QStringLiteral("Deliv_Dt,Svcs_Used,Delivery_Type,DOW,")));
     EXPECT_TRUE(lines[1].startsWith(QStringLiteral("2024-03-05,1,OD,TUE,"))) << lines[1].toStdString();
-    const auto range = run({QStringLiteral("deliveries"), QStringLiteral("11"), QStringLiteral("--from"),
-                            QStringLiteral("2024-03-05"), QStringLiteral("--to"), QStringLiteral("2024-03-31")});
+    const auto range =
+        run({QStringLiteral("deliveries"), QStringLiteral("11"), QStringLiteral("--from"),
+             QStringLiteral("2024-03-05"), QStringLiteral("--to"), QStringLiteral("2024-03-31")});
     EXPECT_EQ(range.out.split(u'\n', Qt::SkipEmptyParts).size(), 2);
     EXPECT_EQ(run({QStringLiteral("deliveries"), QStringLiteral("11"), QStringLiteral("--from"),
                    QStringLiteral("2024-03-05")})
@@ -91,7 +94,8 @@ TEST_P(OutcomeCommands, DeliveriesListsCompsReversesAndDeletes)
               QStringLiteral("C"));
     const auto reverse = run({QStringLiteral("deliveries"), QStringLiteral("reverse"), QStringLiteral("11"),
                               QStringLiteral("2024-03-05"), QStringLiteral("--yes")});
-    EXPECT_EQ(reverse.out, QStringLiteral("Deliv_ID,Deliv_Dt,Delivery_Status,Deleted\n3,2024-03-05,,false\n"));
+    EXPECT_EQ(reverse.out,
+              QStringLiteral("Deliv_ID,Deliv_Dt,Delivery_Status,Deleted\n3,2024-03-05,,false\n"));
 
     // A read-only user changes nothing.
     const auto readOnly = run({QStringLiteral("deliveries"), QStringLiteral("delete"), QStringLiteral("11"),
@@ -107,8 +111,9 @@ TEST_P(OutcomeCommands, DeliveriesListsCompsReversesAndDeletes)
     EXPECT_EQ(count(QStringLiteral("Select Count(*) from MealCrdt where Deliv_ID = 3")), 0);
 
     // The group of walk-ins of Monday, then nothing left to match.
-    const QStringList group{QStringLiteral("deliveries"), QStringLiteral("delete"), QStringLiteral("2024-03-04"),
-                            QStringLiteral("--client"), QStringLiteral("11"), QStringLiteral("--kinds"),
+    const QStringList group{QStringLiteral("deliveries"), QStringLiteral("delete"),
+                            QStringLiteral("2024-03-04"), QStringLiteral("--client"),
+                            QStringLiteral("11"),         QStringLiteral("--kinds"),
                             QStringLiteral("walk-ins")};
     const auto walkIns = run(group);
     ASSERT_EQ(walkIns.exitCode, 0) << walkIns.err.toStdString();
@@ -121,9 +126,15 @@ TEST_P(OutcomeCommands, DeliveriesListsCompsReversesAndDeletes)
 
 TEST_P(OutcomeCommands, ReassignFundingAsksPrintsTheRowsMovedAndChecksItsWords)
 {
-    const QStringList words{QStringLiteral("reassign-funding"), QStringLiteral("11"), QStringLiteral("--service"),
-                            QStringLiteral("1"), QStringLiteral("--from"), QStringLiteral("2024-03-04"),
-                            QStringLiteral("--to"), QStringLiteral("2024-03-04"), QStringLiteral("--to-funding"),
+    const QStringList words{QStringLiteral("reassign-funding"),
+                            QStringLiteral("11"),
+                            QStringLiteral("--service"),
+                            QStringLiteral("1"),
+                            QStringLiteral("--from"),
+                            QStringLiteral("2024-03-04"),
+                            QStringLiteral("--to"),
+                            QStringLiteral("2024-03-04"),
+                            QStringLiteral("--to-funding"),
                             QStringLiteral("t3")};
     const auto no = run(words);
     EXPECT_EQ(no.exitCode, 1);
@@ -133,28 +144,30 @@ TEST_P(OutcomeCommands, ReassignFundingAsksPrintsTheRowsMovedAndChecksItsWords)
     const auto yes = run(words + QStringList{QStringLiteral("--yes")});
     ASSERT_EQ(yes.exitCode, 0) << yes.err.toStdString();
     EXPECT_EQ(yes.out,
-              QStringLiteral("Deliv_ID,Deliv_Dt,Old_Funding,New_Funding\n1,2024-03-04,AAA,T3\n2,2024-03-04,AAA,T3\n"));
+              QStringLiteral(
+                  "Deliv_ID,Deliv_Dt,Old_Funding,New_Funding\n1,2024-03-04,AAA,T3\n2,2024-03-04,AAA,T3\n"));
     EXPECT_EQ(fundings(), QStringLiteral("T3,T3,AAA"));
     EXPECT_EQ(scalar(QStringLiteral("Select Funding_Desc from Events")).toString(), QStringLiteral("T3"));
 
-    const auto removed = run({QStringLiteral("reassign-funding"), QStringLiteral("11"), QStringLiteral("--service"),
-                              QStringLiteral("1"), QStringLiteral("--from"), QStringLiteral("2024-03-01"),
-                              QStringLiteral("--to"), QStringLiteral("2024-03-31"), QStringLiteral("--remove"),
-                              QStringLiteral("--yes")});
+    const auto removed = run(
+        {QStringLiteral("reassign-funding"), QStringLiteral("11"), QStringLiteral("--service"),
+         QStringLiteral("1"), QStringLiteral("--from"), QStringLiteral("2024-03-01"), QStringLiteral("--to"),
+         QStringLiteral("2024-03-31"), QStringLiteral("--remove"), QStringLiteral("--yes")});
     ASSERT_EQ(removed.exitCode, 0) << removed.err.toStdString();
     EXPECT_EQ(removed.out.count(u'\n'), 4);
     EXPECT_EQ(fundings(), QStringLiteral(",,"));
 
     // Bad words and unknown keys change nothing.
     EXPECT_EQ(run({QStringLiteral("reassign-funding"), QStringLiteral("11"), QStringLiteral("--service"),
-                   QStringLiteral("1"), QStringLiteral("--from"), QStringLiteral("2024-03-01"), QStringLiteral("--to"),
-                   QStringLiteral("2024-03-31"), QStringLiteral("--yes")})
+                   QStringLiteral("1"), QStringLiteral("--from"), QStringLiteral("2024-03-01"),
+                   QStringLiteral("--to"), QStringLiteral("2024-03-31"), QStringLiteral("--yes")})
                   .exitCode,
               2);
-    const auto unknown = run({QStringLiteral("reassign-funding"), QStringLiteral("11"), QStringLiteral("--service"),
-                              QStringLiteral("1"), QStringLiteral("--from"), QStringLiteral("2024-03-01"),
-                              QStringLiteral("--to"), QStringLiteral("2024-03-31"), QStringLiteral("--to-funding"),
-                              QStringLiteral("ZZZ"), QStringLiteral("--yes")});
+    const auto unknown =
+        run({QStringLiteral("reassign-funding"), QStringLiteral("11"), QStringLiteral("--service"),
+             QStringLiteral("1"), QStringLiteral("--from"), QStringLiteral("2024-03-01"),
+             QStringLiteral("--to"), QStringLiteral("2024-03-31"), QStringLiteral("--to-funding"),
+             QStringLiteral("ZZZ"), QStringLiteral("--yes")});
     EXPECT_EQ(unknown.exitCode, 1);
     EXPECT_TRUE(unknown.err.contains(QStringLiteral("ZZZ"))) << unknown.err.toStdString();
     EXPECT_EQ(fundings(), QStringLiteral(",,"));

@@ -13,15 +13,16 @@ void OutcomesFixture::SetUp()
     session.accessLevel = QStringLiteral("W");
 }
 
-void OutcomesFixture::addClient(qint64 personId, const QString& clientId, const QString& last, const QString& first,
-                                const Params& more)
+void OutcomesFixture::addClient(qint64 personId, const QString& clientId, const QString& last,
+                                const QString& first, const Params& more)
 {
     Params row{{QStringLiteral("Person_ID"), personId},
                {QStringLiteral("Client_ID"), clientId},
                {QStringLiteral("Last_Name"), last},
                {QStringLiteral("First_Name"), first},
                {QStringLiteral("Status"), QStringLiteral("A")}};
-    for (const auto& [name, value] : more) row = with(row, name, value);
+    for (const auto& [name, value] : more)
+        row = with(row, name, value);
     insertRow(db(), QStringLiteral("Clients"), row);
 }
 
@@ -56,9 +57,10 @@ void OutcomesFixture::addDelivery(qint64 delivId, qint64 personId, const QDate& 
                                   const QString& kind, const QString& funding, const QString& status,
                                   const std::vector<std::pair<qint64, int>>& items)
 {
-    const QVariant clientId = db().execute(QStringLiteral("Select Client_ID from Clients where Person_ID = :P"),
-                                           {{QStringLiteral("P"), personId}})
-                                  .value(0, 0);
+    const QVariant clientId =
+        db().execute(QStringLiteral("Select Client_ID from Clients where Person_ID = :P"),
+                     {{QStringLiteral("P"), personId}})
+            .value(0, 0);
     static const char* days[] = {"MON", "TUE", "WED", "THU", "FRI", "SAT", "SUN"};
     insertRow(db(), QStringLiteral("Deliveri"),
               {{QStringLiteral("Deliv_ID"), delivId},
@@ -95,8 +97,8 @@ void OutcomesFixture::addEvent(qint64 personId, const QDate& date, qint64 eventI
                {QStringLiteral("Funding_Desc"), funding.isEmpty() ? QVariant() : QVariant(funding)}});
 }
 
-void OutcomesFixture::addDated(qint64 personId, const QDate& date, const QString& scheduleType, const QString& kind,
-                               qint64 service)
+void OutcomesFixture::addDated(qint64 personId, const QDate& date, const QString& scheduleType,
+                               const QString& kind, qint64 service)
 {
     insertRow(db(), QStringLiteral("EpisodicDeliveries"),
               {{QStringLiteral("Person_ID"), personId},
@@ -127,10 +129,10 @@ void OutcomesFixture::isolateHome()
 
 CommandResult OutcomesFixture::runAs(const QString& user, const QStringList& words)
 {
-    return runKettlebrook(data->commandLocation() +
-                          QStringList{QStringLiteral("--today"), QStringLiteral("2024-03-06"), QStringLiteral("--user"),
-                                      user} +
-                          words);
+    return runKettlebrook(
+        data->commandLocation() +
+        QStringList{QStringLiteral("--today"), QStringLiteral("2024-03-06"), QStringLiteral("--user"), user} +
+        words);
 }
 
 QVariant OutcomesFixture::scalar(const QString& text, const Params& params)
@@ -143,7 +145,8 @@ QStringList OutcomesFixture::historyEvents()
 {
     const ResultSet r = db().execute(QStringLiteral("Select Event from History order by RecordID"));
     QStringList out;
-    for (qsizetype i = 0; i < r.rowCount(); ++i) out << r.value(i, 0).toString();
+    for (qsizetype i = 0; i < r.rowCount(); ++i)
+        out << r.value(i, 0).toString();
     return out;
 }
 

@@ -45,33 +45,47 @@ protected:
         session.userFullName = QStringLiteral("Dana Clerk");
         Database& db = data.db();
         insertRow(db, QStringLiteral("Clients"),
-                  {{QStringLiteral("Person_ID"), 11}, {QStringLiteral("Client_ID"), QStringLiteral("C11")},
-                   {QStringLiteral("Last_Name"), QStringLiteral("Abbott")}, {QStringLiteral("First_Name"), QStringLiteral("Ann")},
+                  {{QStringLiteral("Person_ID"), 11},
+                   {QStringLiteral("Client_ID"), QStringLiteral("C11")},
+                   {QStringLiteral("Last_Name"), QStringLiteral("Abbott")},
+                   {QStringLiteral("First_Name"), QStringLiteral("Ann")},
                    {QStringLiteral("Address1"), QStringLiteral("1 Elm St")}});
         insertRow(db, QStringLiteral("Services"),
-                  {{QStringLiteral("Service_ID"), 1}, {QStringLiteral("Service_Desc"), QStringLiteral("Home Meals")},
-                   {QStringLiteral("Service_Type"), QStringLiteral("D")}, {QStringLiteral("Mutl_Excl"), true}});
+                  {{QStringLiteral("Service_ID"), 1},
+                   {QStringLiteral("Service_Desc"), QStringLiteral("Home Meals")},
+                   {QStringLiteral("Service_Type"), QStringLiteral("D")},
+                   {QStringLiteral("Mutl_Excl"), true}});
         insertRow(db, QStringLiteral("Items"),
-                  {{QStringLiteral("Item_ID"), 1}, {QStringLiteral("Meal_Item"), QStringLiteral("Hot Lunch")},
-                   {QStringLiteral("Meal"), QStringLiteral("L")}, {QStringLiteral("Number_Meals"), 1},
+                  {{QStringLiteral("Item_ID"), 1},
+                   {QStringLiteral("Meal_Item"), QStringLiteral("Hot Lunch")},
+                   {QStringLiteral("Meal"), QStringLiteral("L")},
+                   {QStringLiteral("Number_Meals"), 1},
                    {QStringLiteral("Billed_Amount"), QVariant::fromValue(Money::fromUnits(42500))}});
         for (const char* code : {"AAA", "T3"})
             insertRow(db, QStringLiteral("Fundsrcs"),
                       {{QStringLiteral("Fund_CD"), QString::fromLatin1(code)},
                        {QStringLiteral("Fund_Srce"), QStringLiteral("Source ") + QLatin1String(code)}});
         for (int i = 1; i <= 3; ++i) {
-            insertRow(db, QStringLiteral("Deliveri"),
-                      {{QStringLiteral("Deliv_ID"), i}, {QStringLiteral("Deliv_Dt"), QDate(2024, 3, i)},
-                       {QStringLiteral("DOW"), QStringLiteral("FRI")}, {QStringLiteral("Person_ID"), 11},
-                       {QStringLiteral("Client_ID"), QStringLiteral("C11")}, {QStringLiteral("Route_ID"), QStringLiteral("R1")},
-                       {QStringLiteral("Stop"), 2.0}, {QStringLiteral("Delivery_Type"), QStringLiteral("OD")},
-                       {QStringLiteral("Svcs_Used"), 1}, {QStringLiteral("Number_Meals"), 1},
-                       {QStringLiteral("Diet_Descr"), QStringLiteral("LS")},
-                       {QStringLiteral("Funding_Desc"), QStringLiteral("AAA")},
-                       {QStringLiteral("Delivery_Status"), i == 2 ? QVariant(QStringLiteral("C")) : QVariant()}});
+            insertRow(
+                db, QStringLiteral("Deliveri"),
+                {{QStringLiteral("Deliv_ID"), i},
+                 {QStringLiteral("Deliv_Dt"), QDate(2024, 3, i)},
+                 {QStringLiteral("DOW"), QStringLiteral("FRI")},
+                 {QStringLiteral("Person_ID"), 11},
+                 {QStringLiteral("Client_ID"), QStringLiteral("C11")},
+                 {QStringLiteral("Route_ID"), QStringLiteral("R1")},
+                 {QStringLiteral("Stop"), 2.0},
+                 {QStringLiteral("Delivery_Type"), QStringLiteral("OD")},
+                 {QStringLiteral("Svcs_Used"), 1},
+                 {QStringLiteral("Number_Meals"), 1},
+                 {QStringLiteral("Diet_Descr"), QStringLiteral("LS")},
+                 {QStringLiteral("Funding_Desc"), QStringLiteral("AAA")},
+                 {QStringLiteral("Delivery_Status"), i == 2 ? QVariant(QStringLiteral("C")) : QVariant()}});
             insertRow(db, QStringLiteral("MealCrdt"),
-                      {{QStringLiteral("Deliv_ID"), i}, {QStringLiteral("Person_ID"), 11},
-                       {QStringLiteral("Deliv_Dt"), QDate(2024, 3, i)}, {QStringLiteral("Item_ID"), 1},
+                      {{QStringLiteral("Deliv_ID"), i},
+                       {QStringLiteral("Person_ID"), 11},
+                       {QStringLiteral("Deliv_Dt"), QDate(2024, 3, i)},
+                       {QStringLiteral("Item_ID"), 1},
                        {QStringLiteral("Quantity"), 1}});
         }
     }
@@ -107,7 +121,10 @@ TEST_F(OutcomesViews, RecentDeliveriesListFollowsTheRowAndComps)
     EXPECT_TRUE(view.reverseButton()->isEnabled());
     ui.answerNext(Answer::Yes);
     view.reverseButton()->click();
-    EXPECT_TRUE(data.db().execute(QStringLiteral("Select Delivery_Status from Deliveri where Deliv_ID = 2")).value(0, 0).isNull());
+    EXPECT_TRUE(data.db()
+                    .execute(QStringLiteral("Select Delivery_Status from Deliveri where Deliv_ID = 2"))
+                    .value(0, 0)
+                    .isNull());
 }
 
 TEST_F(OutcomesViews, ReassignFundingOkFollowsTheGuards)
@@ -127,7 +144,11 @@ TEST_F(OutcomesViews, ReassignFundingOkFollowsTheGuards)
     shoot(view, "reassign-funding");
     ui.answerNext(Answer::Yes);
     view.okButton()->click();
-    EXPECT_EQ(data.db().execute(QStringLiteral("Select Count(*) from Deliveri where Funding_Desc = 'T3'")).value(0, 0).toInt(), 2);
+    EXPECT_EQ(data.db()
+                  .execute(QStringLiteral("Select Count(*) from Deliveri where Funding_Desc = 'T3'"))
+                  .value(0, 0)
+                  .toInt(),
+              2);
 }
 
 TEST_F(OutcomesViews, DeleteCreditsAndClientInvoicesEnableOk)

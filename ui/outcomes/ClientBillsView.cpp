@@ -21,7 +21,8 @@ namespace kb::ui {
 
 namespace {
 
-QLineEdit* withBrowse(QFormLayout* form, const QString& label, QWidget* parent, std::function<QString()> choose)
+QLineEdit* withBrowse(QFormLayout* form, const QString& label, QWidget* parent,
+                      std::function<QString()> choose)
 {
     auto* edit = new QLineEdit;
     auto* browse = new QPushButton(QStringLiteral("..."));
@@ -112,9 +113,15 @@ ClientBillsView::ClientBillsView(TFormClientBills& presenter, SettingsFile& sett
     layout->addWidget(box);
 
     switch (presenter.filter()) {
-    case BillOptions::ItemFilter::All: m_all->setChecked(true); break;
-    case BillOptions::ItemFilter::IncludeOnly: m_include->setChecked(true); break;
-    case BillOptions::ItemFilter::Exclude: m_exclude->setChecked(true); break;
+    case BillOptions::ItemFilter::All:
+        m_all->setChecked(true);
+        break;
+    case BillOptions::ItemFilter::IncludeOnly:
+        m_include->setChecked(true);
+        break;
+    case BillOptions::ItemFilter::Exclude:
+        m_exclude->setChecked(true);
+        break;
     }
 
     connect(m_start, &QDateEdit::dateChanged, this, [this](const QDate& d) {
@@ -131,7 +138,8 @@ ClientBillsView::ClientBillsView(TFormClientBills& presenter, SettingsFile& sett
         m_presenter.setMethodIndex(i);
         showState();
     });
-    connect(m_pledges, &QComboBox::currentIndexChanged, this, [this](int i) { m_presenter.setPledgeIndex(i); });
+    connect(m_pledges, &QComboBox::currentIndexChanged, this,
+            [this](int i) { m_presenter.setPledgeIndex(i); });
     connect(m_all, &QRadioButton::toggled, this, [this](bool on) {
         if (on) m_presenter.setFilter(BillOptions::ItemFilter::All);
     });
@@ -143,13 +151,16 @@ ClientBillsView::ClientBillsView(TFormClientBills& presenter, SettingsFile& sett
     });
     connect(m_tree, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {
         if (m_updating || !item->parent()) return;
-        m_presenter.setItemChecked(item->data(0, Qt::UserRole).toLongLong(), item->checkState(0) == Qt::Checked);
+        m_presenter.setItemChecked(item->data(0, Qt::UserRole).toLongLong(),
+                                   item->checkState(0) == Qt::Checked);
         showState();
     });
-    connect(m_invoice, &QLineEdit::textChanged, this, [this](const QString& t) { m_presenter.setStartingInvoice(t); });
+    connect(m_invoice, &QLineEdit::textChanged, this,
+            [this](const QString& t) { m_presenter.setStartingInvoice(t); });
     connect(m_history, &QCheckBox::toggled, this, [this](bool on) { m_presenter.setPostToHistory(on); });
     connect(m_launch, &QCheckBox::toggled, this, [this](bool on) { m_presenter.setLaunchWord(on); });
-    connect(m_master, &QLineEdit::textChanged, this, [this](const QString& t) { m_presenter.setMasterDocument(t); });
+    connect(m_master, &QLineEdit::textChanged, this,
+            [this](const QString& t) { m_presenter.setMasterDocument(t); });
     connect(m_file, &QLineEdit::textChanged, this, [this](const QString& t) {
         m_presenter.setFileName(t);
         showState();

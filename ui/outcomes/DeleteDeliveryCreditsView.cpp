@@ -24,12 +24,14 @@ DeleteDeliveryCreditsView::DeleteDeliveryCreditsView(TFormDelDeliv& presenter, S
     m_date->setCalendarPopup(true);
     m_service = new QComboBox;
     m_service->addItem(QString(), -1);
-    for (const auto& s : presenter.services()) m_service->addItem(s.text, s.id);
+    for (const auto& s : presenter.services())
+        m_service->addItem(s.text, s.id);
     m_client = new QComboBox;
     m_client->setEditable(true);
     m_client->setInsertPolicy(QComboBox::NoInsert);
     m_client->addItem(QString(), 0);
-    for (const auto& c : presenter.clients()) m_client->addItem(c.text, c.personId);
+    for (const auto& c : presenter.clients())
+        m_client->addItem(c.text, c.personId);
     m_kinds = new QComboBox;
     m_kinds->addItem(QString());
     m_kinds->addItems(TFormDelDeliv::kindChoices());
@@ -69,7 +71,8 @@ DeleteDeliveryCreditsView::DeleteDeliveryCreditsView(TFormDelDeliv& presenter, S
 
 void DeleteDeliveryCreditsView::update()
 {
-    m_presenter.setPage(m_pages->currentIndex() == 1 ? TFormDelDeliv::Page::ByClient : TFormDelDeliv::Page::ByService);
+    m_presenter.setPage(m_pages->currentIndex() == 1 ? TFormDelDeliv::Page::ByClient
+                                                     : TFormDelDeliv::Page::ByService);
     m_presenter.setDate(m_date->date());
     m_presenter.setService(m_service->currentData().toLongLong());
     m_presenter.setClient(m_client->currentData().toLongLong());

@@ -14,7 +14,8 @@
 
 namespace kb::ui {
 
-ReassignFundingView::ReassignFundingView(TFormReassignFunding& presenter, SettingsFile& settings, QWidget* parent)
+ReassignFundingView::ReassignFundingView(TFormReassignFunding& presenter, SettingsFile& settings,
+                                         QWidget* parent)
     : QDialog(parent), m_presenter(presenter)
 {
     setWindowTitle(TFormReassignFunding::caption());
@@ -23,7 +24,8 @@ ReassignFundingView::ReassignFundingView(TFormReassignFunding& presenter, Settin
     m_client->setInsertPolicy(QComboBox::NoInsert);
     m_client->setToolTip(TFormReassignFunding::clientLookupTitle());
     m_client->addItem(QString(), 0);
-    for (const auto& c : presenter.clients()) m_client->addItem(c.text, c.personId);
+    for (const auto& c : presenter.clients())
+        m_client->addItem(c.text, c.personId);
     m_service = new QComboBox;
     m_service->addItem(QString());
     m_service->addItems(presenter.services());
@@ -37,7 +39,8 @@ ReassignFundingView::ReassignFundingView(TFormReassignFunding& presenter, Settin
     };
     m_start = dateEdit();
     m_end = dateEdit();
-    auto* choice = new QGroupBox(QStringLiteral("Select whether to remove funding source or assign to new source"));
+    auto* choice =
+        new QGroupBox(QStringLiteral("Select whether to remove funding source or assign to new source"));
     m_remove = new QRadioButton(QStringLiteral("Remove Funding"));
     m_reassign = new QRadioButton(QStringLiteral("Reassign Funding to"));
     m_funding = new QComboBox;

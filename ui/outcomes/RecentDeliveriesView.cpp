@@ -35,7 +35,8 @@ QString cellText(const QVariant& v)
 
 } // namespace
 
-RecentDeliveriesView::RecentDeliveriesView(TFormDeliveries& presenter, SettingsFile& settings, QWidget* parent)
+RecentDeliveriesView::RecentDeliveriesView(TFormDeliveries& presenter, SettingsFile& settings,
+                                           QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_settings(settings)
 {
     setWindowTitle(TFormDeliveries::caption());
@@ -55,7 +56,8 @@ RecentDeliveriesView::RecentDeliveriesView(TFormDeliveries& presenter, SettingsF
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->verticalHeader()->hide();
     QStringList titles;
-    for (const auto& [column, title] : TFormDeliveries::shownColumns()) titles << QString(title).replace(u'~', u'\n');
+    for (const auto& [column, title] : TFormDeliveries::shownColumns())
+        titles << QString(title).replace(u'~', u'\n');
     m_table->setColumnCount(int(titles.size()));
     m_table->setHorizontalHeaderLabels(titles);
 
@@ -66,7 +68,8 @@ RecentDeliveriesView::RecentDeliveriesView(TFormDeliveries& presenter, SettingsF
     m_items = new QPushButton(QStringLiteral("Show Delivery Items"));
     m_refresh = new QPushButton(QStringLiteral("&Refresh"));
     auto* close = new QPushButton(QStringLiteral("Close"));
-    for (QPushButton* b : {m_comp, m_reverse, m_delete, m_items, m_refresh}) buttons->addWidget(b);
+    for (QPushButton* b : {m_comp, m_reverse, m_delete, m_items, m_refresh})
+        buttons->addWidget(b);
     buttons->addStretch();
     buttons->addWidget(close);
 
@@ -187,12 +190,13 @@ void RecentDeliveriesView::showItems()
     QDialog dialog(this);
     dialog.setWindowTitle(QStringLiteral("Delivered Items"));
     auto* table = new QTableWidget(int(items.rowCount()), 6, &dialog);
-    table->setHorizontalHeaderLabels({QStringLiteral("Date"), QStringLiteral("DOW"), QStringLiteral("Quantity"),
-                                      QStringLiteral("Item"), QStringLiteral("Meals per Item"),
-                                      QStringLiteral("Total Credits")});
+    table->setHorizontalHeaderLabels({QStringLiteral("Date"), QStringLiteral("DOW"),
+                                      QStringLiteral("Quantity"), QStringLiteral("Item"),
+                                      QStringLiteral("Meals per Item"), QStringLiteral("Total Credits")});
     table->verticalHeader()->hide();
     for (int r = 0; r < int(items.rowCount()); ++r)
-        for (int c = 0; c < 6; ++c) table->setItem(r, c, new QTableWidgetItem(cellText(items.value(r, c))));
+        for (int c = 0; c < 6; ++c)
+            table->setItem(r, c, new QTableWidgetItem(cellText(items.value(r, c))));
     table->resizeColumnsToContents();
     auto* layout = new QVBoxLayout(&dialog);
     layout->addWidget(table);
