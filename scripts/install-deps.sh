@@ -11,6 +11,7 @@ PACKAGES=(
   clang-14 libclang-rt-14-dev
   xvfb xauth
   fonts-dejavu-core poppler-utils zbar-tools
+  libreoffice-calc-nogui
 )
 
 missing=()

@@ -106,6 +106,10 @@ inline const QString AddNewPerson = QStringLiteral("ActionAddNewPerson");
 inline const QString DeleteCurrentPerson = QStringLiteral("ActionDeleteCurrentPerson");
 inline const QString SummarizeMissed = QStringLiteral("ActionSummarizeMissed");
 inline const QString CreditWalkIns = QStringLiteral("ActionCreditWalkIns");
+inline const QString RecentDeliveries = QStringLiteral("ActionRecentDeliveries");
+inline const QString ClientInvoices = QStringLiteral("ActionClientInvoices");
+inline const QString DeleteDeliveryCredits = QStringLiteral("ActionDeleteDeliveryCredits");
+inline const QString ReassignFunding = QStringLiteral("ActionReassignFunding");
 } // namespace client_command
 
 } // namespace kb

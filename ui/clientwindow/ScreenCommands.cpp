@@ -13,36 +13,44 @@
 #include "UserInterface.h"
 #include "assign/TFormAltRoutes.h"
 #include "assign/TFormEditRoutes.h"
+#include "bills/TFormClientBills.h"
+#include "clients/SuspensionScreens.h"
 #include "clientwindow/CustomFilterDialog.h"
 #include "clientwindow/MainWindow.h"
 #include "clientwindow/StatusFilterDialog.h"
-#include "clients/SuspensionScreens.h"
+#include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
+#include "dated/DatedDeliveries.h"
+#include "dated/TFormEditEpisodicDeliveries.h"
 #include "deliveryreports/ClientIdCardPrint.h"
 #include "deliveryreports/DeliveryDirectionsPrint.h"
 #include "deliveryreports/DeliveryReportChoice.h"
+#include "funding/TFormReassignFunding.h"
+#include "missed/TFormExcuseMissedMeals.h"
+#include "missed/TFormMissedDel.h"
+#include "missed/TFormSummarizeMissedDeliveries.h"
+#include "outcomes/ClientBillsView.h"
+#include "outcomes/DeleteDeliveryCreditsView.h"
+#include "outcomes/MissedDeliveryViews.h"
+#include "outcomes/ReassignFundingView.h"
+#include "outcomes/RecentDeliveriesView.h"
 #include "overrides/TFormAddressOverride.h"
+#include "records/TFormDelDeliv.h"
+#include "records/TFormDeliveries.h"
 #include "reference/EditorScreen.h"
 #include "routes/AddressOverrideView.h"
 #include "routes/AltRoutesView.h"
 #include "routes/RouteListPrint.h"
+#include "schedule/dated/DatedDeliveriesView.h"
 #include "session/TDataModule1.h"
 #include "settings/TFormEditConfig.h"
 #include "specialmeals/BrowseSpecialMealDatesView.h"
 #include "specialmeals/QtRunDialogs.h"
 #include "specialmeals/TFormBrowseSpecialMealDates.h"
-#include "window/ClientCommands.h"
-#include "window/TFormClients.h"
-#include "dataset/QueryDataSet.h"
-#include "dated/DatedDeliveries.h"
-#include "dated/TFormEditEpisodicDeliveries.h"
-#include "schedule/dated/DatedDeliveriesView.h"
-#include "window/ClientPageData.h"
-#include "missed/TFormExcuseMissedMeals.h"
-#include "missed/TFormMissedDel.h"
-#include "missed/TFormSummarizeMissedDeliveries.h"
-#include "outcomes/MissedDeliveryViews.h"
 #include "walkins/TFormCreditWalkIns.h"
+#include "window/ClientCommands.h"
+#include "window/ClientPageData.h"
+#include "window/TFormClients.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -99,17 +107,20 @@ void openUrl(const QUrl& url, UserInterface& ui, const QString& none)
 
 // The episodic or scheduled deliveries of the current client; the client
 // window's page and buttons then show what changed.
-void openDatedDeliveries(MainWindow* w, TFormClients& form, TDataModule1& module, UserInterface& ui, DatedKind kind)
+void openDatedDeliveries(MainWindow* w, TFormClients& form, TDataModule1& module, UserInterface& ui,
+                         DatedKind kind)
 {
     TableDataSet& clients = module.clients();
     if (!clients.isActive() || clients.isEmpty()) return;
     const qint64 personId = clients.fieldValue(u"Person_ID").toLongLong();
     std::unique_ptr<TFormEditEpisodicDeliveries> presenter =
         kind == DatedKind::Episodic
-            ? std::make_unique<TFormEditEpisodicDeliveries>(module.db(), ui, module.session().userFullName, personId)
+            ? std::make_unique<TFormEditEpisodicDeliveries>(module.db(), ui, module.session().userFullName,
+                                                            personId)
             : std::make_unique<TFormEditScheduledDeliveries>(module.db(), ui, module.session().userFullName,
                                                              personId);
-    DatedDeliveriesView view(*presenter, module.db(), ui, module.userSettings(), module.session().userFullName, w);
+    DatedDeliveriesView view(*presenter, module.db(), ui, module.userSettings(),
+                             module.session().userFullName, w);
     view.setAddressOverrides([w, &module, &clients] {
         TFormAddressOverride overrides(module.services(), module.session(),
                                        {clients.fieldValue(u"PERSON_ID").toLongLong(),
@@ -270,7 +281,8 @@ void registerScreenCommands(MainWindow& window)
                                "\"Application Defaults\"."));
     });
     // Dated deliveries
-    on(cmd::AddEditDeliveries, [w, &form, &module, &ui] { openDatedDeliveries(w, form, module, ui, DatedKind::Episodic); });
+    on(cmd::AddEditDeliveries,
+       [w, &form, &module, &ui] { openDatedDeliveries(w, form, module, ui, DatedKind::Episodic); });
     on(cmd::ScheduledDeliveries,
        [w, &form, &module, &ui] { openDatedDeliveries(w, form, module, ui, DatedKind::Scheduled); });
     on(cmd::DeleteSelectedDelivery, [&form, &module, &ui] {
@@ -308,7 +320,8 @@ void registerScreenCommands(MainWindow& window)
                   : std::make_unique<TFormExcuseMissedMeals>(module.db(), module.session(), ui, *client);
         MissedMealsView view(*presenter, w);
         keepPlacement(view, module.userSettings(),
-                      clear ? QStringLiteral("TFormDeleteMissedMeals") : QStringLiteral("TFormExcuseMissedMeals"),
+                      clear ? QStringLiteral("TFormDeleteMissedMeals")
+                            : QStringLiteral("TFormExcuseMissedMeals"),
                       QSize(360, 300));
         if (view.exec() == QDialog::Accepted) module.clients().refreshRecord();
     };
@@ -329,6 +342,34 @@ void registerScreenCommands(MainWindow& window)
         TFormCreditWalkIns presenter(module.db(), module.session(), ui);
         CreditWalkInsView view(presenter, w);
         keepPlacement(view, module.userSettings(), QStringLiteral("TFormCreditWalkIns"), QSize(1000, 600));
+        view.exec();
+    });
+    // Delivery outcomes and bills
+    on(cmd::RecentDeliveries, [w, &module, &ui] {
+        TableDataSet& clients = module.clients();
+        if (!clients.isActive() || clients.isEmpty()) return;
+        TFormDeliveries presenter(module.db(), module.session(), ui);
+        presenter.FormShow(clients.fieldValue(u"Person_ID").toLongLong());
+        RecentDeliveriesView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::DeleteDeliveryCredits, [w, &module, &ui] {
+        TFormDelDeliv presenter(module.db(), module.session(), ui);
+        DeleteDeliveryCreditsView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::ReassignFunding, [w, &module, &ui] {
+        TFormReassignFunding presenter(module.db(), module.session(), ui);
+        ReassignFundingView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::ClientInvoices, [w, &module, &ui] {
+        TFormClientBills presenter(module.db(), module.session(), ui, module.userSettings());
+        // The merge document opens in whatever the desktop opens it with.
+        presenter.setDocumentOpener(
+            [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); });
+        presenter.FormShow();
+        ClientBillsView view(presenter, module.userSettings(), w);
         view.exec();
     });
 }

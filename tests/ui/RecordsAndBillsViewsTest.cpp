@@ -1,0 +1,178 @@
+// The delivery outcome screens offscreen over their real presenters: the
+// Recent Deliveries list and its commands' states, Reassign Funding's OK
+// following its guards and doing the work, Delete Delivery Credits and
+// Client Invoices enabling OK as their rules say.
+
+#include "InsertRow.h"
+#include "Money.h"
+#include "ScriptedUserInterface.h"
+#include "TempDataDir.h"
+#include "WidgetApplication.h"
+#include "bills/TFormClientBills.h"
+#include "funding/TFormReassignFunding.h"
+#include "outcomes/ClientBillsView.h"
+#include "outcomes/DeleteDeliveryCreditsView.h"
+#include "outcomes/ReassignFundingView.h"
+#include "outcomes/RecentDeliveriesView.h"
+#include "records/TFormDelDeliv.h"
+#include "records/TFormDeliveries.h"
+#include "session/SessionState.h"
+#include "settings/SettingsFile.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableWidget>
+
+#include <gtest/gtest.h>
+
+using namespace kb;
+using namespace kb::test;
+using namespace kb::ui;
+
+namespace {
+
+class RecordsAndBillsViews : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite() { ensureWidgetApplication(); }
+
+    void SetUp() override
+    {
+        session.userFullName = QStringLiteral("Dana Clerk");
+        Database& db = data.db();
+        insertRow(db, QStringLiteral("Clients"),
+                  {{QStringLiteral("Person_ID"), 11},
+                   {QStringLiteral("Client_ID"), QStringLiteral("C11")},
+                   {QStringLiteral("Last_Name"), QStringLiteral("Abbott")},
+                   {QStringLiteral("First_Name"), QStringLiteral("Ann")},
+                   {QStringLiteral("Address1"), QStringLiteral("1 Elm St")}});
+        insertRow(db, QStringLiteral("Services"),
+                  {{QStringLiteral("Service_ID"), 1},
+                   {QStringLiteral("Service_Desc"), QStringLiteral("Home Meals")},
+                   {QStringLiteral("Service_Type"), QStringLiteral("D")},
+                   {QStringLiteral("Mutl_Excl"), true}});
+        insertRow(db, QStringLiteral("Items"),
+                  {{QStringLiteral("Item_ID"), 1},
+                   {QStringLiteral("Meal_Item"), QStringLiteral("Hot Lunch")},
+                   {QStringLiteral("Meal"), QStringLiteral("L")},
+                   {QStringLiteral("Number_Meals"), 1},
+                   {QStringLiteral("Billed_Amount"), QVariant::fromValue(Money::fromUnits(42500))}});
+        for (const char* code : {"AAA", "T3"})
+            insertRow(db, QStringLiteral("Fundsrcs"),
+                      {{QStringLiteral("Fund_CD"), QString::fromLatin1(code)},
+                       {QStringLiteral("Fund_Srce"), QStringLiteral("Source ") + QLatin1String(code)}});
+        for (int i = 1; i <= 3; ++i) {
+            insertRow(
+                db, QStringLiteral("Deliveri"),
+                {{QStringLiteral("Deliv_ID"), i},
+                 {QStringLiteral("Deliv_Dt"), QDate(2024, 3, i)},
+                 {QStringLiteral("DOW"), QStringLiteral("FRI")},
+                 {QStringLiteral("Person_ID"), 11},
+                 {QStringLiteral("Client_ID"), QStringLiteral("C11")},
+                 {QStringLiteral("Route_ID"), QStringLiteral("R1")},
+                 {QStringLiteral("Stop"), 2.0},
+                 {QStringLiteral("Delivery_Type"), QStringLiteral("OD")},
+                 {QStringLiteral("Svcs_Used"), 1},
+                 {QStringLiteral("Number_Meals"), 1},
+                 {QStringLiteral("Diet_Descr"), QStringLiteral("LS")},
+                 {QStringLiteral("Funding_Desc"), QStringLiteral("AAA")},
+                 {QStringLiteral("Delivery_Status"), i == 2 ? QVariant(QStringLiteral("C")) : QVariant()}});
+            insertRow(db, QStringLiteral("MealCrdt"),
+                      {{QStringLiteral("Deliv_ID"), i},
+                       {QStringLiteral("Person_ID"), 11},
+                       {QStringLiteral("Deliv_Dt"), QDate(2024, 3, i)},
+                       {QStringLiteral("Item_ID"), 1},
+                       {QStringLiteral("Quantity"), 1}});
+        }
+    }
+
+    // With KB_SCREENSHOTS set, the window is kept as a picture there.
+    static void shoot(QWidget& window, const char* name)
+    {
+        const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
+        if (dir.isEmpty()) return;
+        window.show();
+        window.grab().save(QDir(dir).filePath(QString::fromLatin1(name) + QStringLiteral(".png")));
+    }
+
+    TempDataDir data;
+    ScriptedUserInterface ui;
+    SessionState session;
+    SettingsFile settings;
+};
+
+TEST_F(RecordsAndBillsViews, RecentDeliveriesListFollowsTheRowAndComps)
+{
+    TFormDeliveries presenter(data.db(), session, ui);
+    presenter.FormShow(11);
+    RecentDeliveriesView view(presenter, settings);
+    shoot(view, "recent-deliveries");
+    ASSERT_EQ(view.table()->rowCount(), 3);
+    EXPECT_EQ(view.table()->item(0, 0)->text(), QStringLiteral("03/03/2024"));
+    EXPECT_EQ(view.table()->horizontalHeaderItem(6)->text(), QStringLiteral("Number\nof Meals"));
+    EXPECT_TRUE(view.compButton()->isEnabled());
+    EXPECT_FALSE(view.reverseButton()->isEnabled());
+    view.table()->setCurrentCell(1, 0); // the comped one
+    EXPECT_FALSE(view.compButton()->isEnabled());
+    EXPECT_TRUE(view.reverseButton()->isEnabled());
+    ui.answerNext(Answer::Yes);
+    view.reverseButton()->click();
+    EXPECT_TRUE(data.db()
+                    .execute(QStringLiteral("Select Delivery_Status from Deliveri where Deliv_ID = 2"))
+                    .value(0, 0)
+                    .isNull());
+}
+
+TEST_F(RecordsAndBillsViews, ReassignFundingOkFollowsTheGuards)
+{
+    TFormReassignFunding presenter(data.db(), session, ui);
+    ReassignFundingView view(presenter, settings);
+    EXPECT_FALSE(view.okButton()->isEnabled());
+    view.clientBox()->setCurrentIndex(1);
+    view.serviceBox()->setCurrentIndex(1);
+    view.startEdit()->setDate(QDate(2024, 3, 1));
+    view.endEdit()->setDate(QDate(2024, 3, 2));
+    EXPECT_FALSE(view.okButton()->isEnabled());
+    view.reassignButton()->setChecked(true);
+    EXPECT_FALSE(view.okButton()->isEnabled());
+    view.fundingBox()->setCurrentIndex(2);
+    EXPECT_TRUE(view.okButton()->isEnabled());
+    shoot(view, "reassign-funding");
+    ui.answerNext(Answer::Yes);
+    view.okButton()->click();
+    EXPECT_EQ(data.db()
+                  .execute(QStringLiteral("Select Count(*) from Deliveri where Funding_Desc = 'T3'"))
+                  .value(0, 0)
+                  .toInt(),
+              2);
+}
+
+TEST_F(RecordsAndBillsViews, DeleteCreditsAndClientInvoicesEnableOk)
+{
+    TFormDelDeliv deletion(data.db(), session, ui);
+    DeleteDeliveryCreditsView deleteView(deletion, settings);
+    EXPECT_FALSE(deleteView.okButton()->isEnabled());
+    deleteView.findChild<QDateEdit*>()->setDate(QDate(2024, 3, 1));
+    const auto boxes = deleteView.findChildren<QComboBox*>();
+    for (QComboBox* box : boxes)
+        if (box->count() > 1) box->setCurrentIndex(1);
+    EXPECT_TRUE(deleteView.okButton()->isEnabled());
+    shoot(deleteView, "delete-delivery-credits");
+
+    TFormClientBills bills(data.db(), session, ui, settings);
+    bills.FormShow();
+    ClientBillsView billsView(bills, settings);
+    EXPECT_FALSE(billsView.okButton()->isEnabled());
+    EXPECT_FALSE(billsView.pledgeBox()->isVisibleTo(&billsView));
+    billsView.methodBox()->setCurrentIndex(1);
+    EXPECT_TRUE(billsView.pledgeBox()->isVisibleTo(&billsView));
+    billsView.fileEdit()->setText(QStringLiteral("invoices.txt"));
+    EXPECT_TRUE(billsView.okButton()->isEnabled());
+    shoot(billsView, "client-bills");
+}
+
+} // namespace

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QDialog>
+
+class QComboBox;
+class QDateEdit;
+class QPushButton;
+class QTabWidget;
+
+namespace kb {
+class SettingsFile;
+class TFormDelDeliv;
+} // namespace kb
+
+namespace kb::ui {
+
+// "Delete Delivery Credits" over its presenter: "By Service" and "By
+// Client", each with the date and the walk-in choice.
+class DeleteDeliveryCreditsView : public QDialog
+{
+    Q_OBJECT
+
+public:
+    DeleteDeliveryCreditsView(TFormDelDeliv& presenter, SettingsFile& settings, QWidget* parent = nullptr);
+
+    QPushButton* okButton() const { return m_ok; }
+
+private:
+    void update();
+
+    TFormDelDeliv& m_presenter;
+    QTabWidget* m_pages;
+    QDateEdit* m_date;
+    QComboBox* m_service;
+    QComboBox* m_client;
+    QComboBox* m_kinds;
+    QPushButton* m_ok;
+};
+
+} // namespace kb::ui
