@@ -20,7 +20,7 @@ QString TFormScheduleCalendar::title() const
 
 void TFormScheduleCalendar::setMonthsShown(int months)
 {
-    m_months = std::clamp(months, 1, 12);
+    m_months = std::clamp(months, 1, 24);
 }
 
 void TFormScheduleCalendar::showMonth(int year, int month)
