@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+namespace kb {
+
+// The name a resulting rate shows for its unit: the item's own name, or for
+// a meal category "Dinners", "Lunches", "Breakfasts", "Snacks", "Medical
+// Food", "Specialized Medical Food", else "Other".
+QString fundingRateItemName(const QString& unit, const QString& mealItem);
+
+// Which sheets of "Funding/Billing" Config.FUNDING_CONFIGURATION shows, and
+// which comes first: "1" both, Funding first; "2" Funding only; "3" both,
+// Pledges first; "4" Pledges only. Other values read as "1".
+struct FundingSheets
+{
+    bool funding = true;
+    bool pledges = true;
+    bool pledgesFirst = false;
+};
+FundingSheets fundingSheets(const QString& configuration);
+
+// What a funding source or a funding use must hold when it reimburses by
+// time: a period and a rate. Empty when it does; otherwise the message.
+QString timeMethodProblem(const QString& method, const QString& period, double rate);
+
+} // namespace kb
