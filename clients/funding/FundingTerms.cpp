@@ -1,5 +1,7 @@
 #include "funding/FundingTerms.h"
 
+#include "dataset/DataSet.h"
+
 #include <QHash>
 
 namespace kb {
@@ -33,6 +35,17 @@ QString timeMethodProblem(const QString& method, const QString& period, double r
     if (rate == 0)
         return QStringLiteral("You have specified Time as the reimbursement method\r\nbut have left the Reimbursement "
                               "Rate at zero!");
+    return {};
+}
+
+QString rateProblem(DataSet& rate, const QString& zeroText, const QString& noUnitText)
+{
+    const QString unit = rate.fieldValue(u"Unit").toString().trimmed();
+    bool numeric = false;
+    const qint64 item = unit.toLongLong(&numeric);
+    if (numeric) rate.setFieldValue(u"Item_ID", item);
+    if (rate.fieldValue(u"Amount").toDouble() == 0) return zeroText;
+    if (unit.isEmpty()) return noUnitText;
     return {};
 }
 

@@ -24,4 +24,12 @@ FundingSheets fundingSheets(const QString& configuration);
 // time: a period and a rate. Empty when it does; otherwise the message.
 QString timeMethodProblem(const QString& method, const QString& period, double rate);
 
+class DataSet;
+
+// The checks before a rate (a Pricing row) is saved: a numeric Unit is an
+// item and fills Item_ID, a letter unit ("B", "MF") leaves it alone. Empty
+// when the rate may be saved; otherwise the message for a zero amount or a
+// missing unit.
+QString rateProblem(DataSet& rate, const QString& zeroText, const QString& noUnitText);
+
 } // namespace kb

@@ -151,16 +151,9 @@ void FundingUses::fundUseBeforePost(DataSet& set)
 
 void FundingUses::rateBeforePost(DataSet& set, const QString& zeroText)
 {
-    const QString unit = set.fieldValue(u"Unit").toString().trimmed();
-    bool numeric = false;
-    const qint64 item = unit.toLongLong(&numeric);
-    if (numeric) set.setFieldValue(u"Item_ID", item);
-    if (set.fieldValue(u"Amount").toDouble() == 0) {
-        m_ui.warning(zeroText);
-        throw Abort();
-    }
-    if (unit.isEmpty()) {
-        m_ui.warning(noUnitText());
+    const QString problem = rateProblem(set, zeroText, noUnitText());
+    if (!problem.isEmpty()) {
+        m_ui.warning(problem);
         throw Abort();
     }
     set.setFieldValue(u"Last_Update", m_module.clock().now());
