@@ -118,6 +118,7 @@ void TFormEditFundingSources::followSource()
     m_rates->close();
     m_rates->setParam(QStringLiteral("Fund_CD"), set.isActive() && !set.isEmpty() ? set.fieldValue(u"FUND_CD") : QVariant());
     OpenQuery(*m_rates);
+    if (m_ratesChanged) m_ratesChanged();
 }
 
 void TFormEditFundingSources::beforePost(DataSet& set, const DataSet::HookFunction& generic)

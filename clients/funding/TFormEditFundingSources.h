@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace kb {
@@ -68,6 +69,8 @@ public:
     void ActionDeleteItem();
     bool setRateValue(const QString& field, const QVariant& value);
     bool postRate();
+    // Called when the rates were read again for another source.
+    void setOnRatesChanged(std::function<void()> changed) { m_ratesChanged = std::move(changed); }
 
 private:
     void beforePost(DataSet& set, const DataSet::HookFunction& generic);
@@ -80,6 +83,7 @@ private:
     std::unique_ptr<TFormEditBase> m_editor;
     std::unique_ptr<QueryDataSet> m_rates;
     QList<UnitChoice> m_units;
+    std::function<void()> m_ratesChanged;
     bool m_ratesShown = false;
     bool m_inTransaction = false;
 };

@@ -5,6 +5,7 @@
 #include "clientwindow/DateField.h"
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
+#include "records/RecordServices.h"
 #include "session/TDataModule1.h"
 #include "settings/SettingsFile.h"
 #include "settings/TVisibleFieldsDlg.h"
@@ -12,6 +13,7 @@
 #include "window/ClientPageData.h"
 #include "window/TFormClients.h"
 
+#include <QAction>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -247,6 +249,18 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
             }
             row->addStretch();
             layout->addLayout(row);
+            // The pop-up of the weekday boxes.
+            box->setContextMenuPolicy(Qt::ActionsContextMenu);
+            for (const auto& [id, text] :
+                 {std::pair{client_command::InvertWeekdays, QStringLiteral("Reverse Weekdays")},
+                  std::pair{client_command::InvertWeekends, QStringLiteral("Reverse Weekends")},
+                  std::pair{client_command::InvertAllDays, QStringLiteral("Reverse All Days")}}) {
+                auto* action = new QAction(text, box);
+                action->setObjectName(id);
+                const QString command = id;
+                connect(action, &QAction::triggered, this, [this, command] { m_presenter.run(command); });
+                box->addAction(action);
+            }
         } else {
             auto* grid = new QGridLayout;
             grid->setHorizontalSpacing(10);
@@ -279,6 +293,13 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
                 if (info.kind != K::Check && !info.label.isEmpty()) {
                     label = new QLabel(info.label, box);
                     label->setBuddy(editor);
+                }
+                // A click on "Schedule:" shows the delivery weeks.
+                if (label && info.field == QLatin1String("ONGOING_FREQUENCY")) {
+                    label->setText(QStringLiteral("<a href=\"#\">%1</a>").arg(info.label.toHtmlEscaped()));
+                    label->setToolTip(QStringLiteral("Show the delivery weeks of this schedule"));
+                    connect(label, &QLabel::linkActivated, this,
+                            [this] { m_presenter.run(client_command::ScheduleCalendar); });
                 }
                 if (wide(info)) {
                     if (column != 0) {
@@ -322,6 +343,29 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
         view->setMinimumHeight(view->fontMetrics().height() * 6);
         if (!group.editable)
             view->setToolTip(QStringLiteral("Shown for reading; changing it here is not available yet"));
+        else
+            connect(view, &QTableView::doubleClicked, this,
+                    [this, name = group.grid](const QModelIndex& index) { emit gridRowActivated(name, index.row()); });
+        // The weekday pop-up of the funding grid works on the row it was opened on.
+        if (group.grid == QLatin1String("QueryFundUses")) {
+            view->setContextMenuPolicy(Qt::ActionsContextMenu);
+            for (const auto& [id, text] :
+                 {std::pair{client_command::ReverseWeekdays, QStringLiteral("Reverse Weekdays")},
+                  std::pair{client_command::ReverseWeekends, QStringLiteral("Reverse Weekends")},
+                  std::pair{client_command::ReverseAllDays, QStringLiteral("Reverse All Days")}}) {
+                auto* action = new QAction(text, view);
+                action->setObjectName(id);
+                const QString command = id;
+                connect(action, &QAction::triggered, this, [this, view, command] {
+                    DataSet* set = gridData(QStringLiteral("QueryFundUses"));
+                    const int row = view->currentIndex().row();
+                    if (set && set->isActive() && row >= 0)
+                        m_presenter.module().services().guarded([&] { set->setRecNo(row + 1); });
+                    m_presenter.run(command);
+                });
+                view->addAction(action);
+            }
+        }
         m_grids.insert(group.grid, view);
         m_models.insert(group.grid, model);
         m_gridColumns.insert(group.grid, group.columns);

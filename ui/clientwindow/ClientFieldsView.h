@@ -59,6 +59,10 @@ public:
     QPushButton* button(const QString& commandId) const { return m_buttons.value(commandId); }
     QTableView* grid(const QString& name) const { return m_grids.value(name); }
 
+signals:
+    // A row of a page grid was double-clicked (0-based among its rows).
+    void gridRowActivated(const QString& grid, int row);
+
 private:
     struct Bound
     {

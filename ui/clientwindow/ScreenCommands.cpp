@@ -11,7 +11,23 @@
 #include "TFormRunPrepare.h"
 #include "UserInterface.h"
 #include "assign/TFormAltRoutes.h"
+#include "applications/ServiceApplications.h"
+#include "applications/TFormAppComments.h"
+#include "clients/AppCommentsView.h"
+#include "clients/FundingSourcesView.h"
+#include "clients/PageRowDialog.h"
+#include "clientwindow/ClientFieldsView.h"
 #include "clientwindow/CustomFilterDialog.h"
+#include "dataset/QueryDataSet.h"
+#include "defaults/ClientSchedule.h"
+#include "defaults/TFormDeliveryConditionsVerification.h"
+#include "defaults/TFormScheduleCalendar.h"
+#include "funding/FundingUses.h"
+#include "funding/TFormEditFundingSources.h"
+#include "records/RecordServices.h"
+#include "schedule/DeliveryConditionsView.h"
+#include "schedule/ScheduleCalendarView.h"
+#include "window/ClientPageData.h"
 #include "clientwindow/MainWindow.h"
 #include "clientwindow/StatusFilterDialog.h"
 #include "dataset/TableDataSet.h"
@@ -80,6 +96,78 @@ void openUrl(const QUrl& url, UserInterface& ui, const QString& none)
     }
     if (!QDesktopServices::openUrl(url))
         ui.warning(QStringLiteral("The address could not be opened:\n") + url.toString());
+}
+
+// The standing schedule's screens, the application and funding forms of
+// the client pages, and the funding sources' maintenance.
+void registerScheduleAndFundingScreens(MainWindow& window)
+{
+    TFormClients& form = window.presenter();
+    TDataModule1& module = form.module();
+    UserInterface& ui = window.ui();
+    MainWindow* w = &window;
+    const auto on = [&form](const QString& id, std::function<void()> handler) {
+        form.setHandler(id, std::move(handler));
+    };
+    on(cmd::ScheduleCalendar, [w, &module, &ui] {
+        TFormScheduleCalendar presenter(ClientSchedule::fromRow(module.clients()), module.clock().today(), ui);
+        ScheduleCalendarView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::VerifyConditions, [w, &module] {
+        TFormDeliveryConditionsVerification presenter(module.db(), ClientSchedule::fromRow(module.clients()),
+                                                      module.clock().today());
+        DeliveryConditionsView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::FundingSources, [w, &module, &form] {
+        TFormEditFundingSources presenter(module.services(), module.session().cUserName);
+        if (!presenter.open()) return;
+        FundingSourcesView view(presenter, module.userSettings(), w);
+        view.exec();
+        form.PopulateCombos(); // the funding list follows the sources
+    });
+    on(cmd::EditApplicationComment, [w, &module, &form] {
+        TFormAppComments presenter(form.pageData().query(QStringLiteral("QueryServiceApps")), module.services());
+        if (!presenter.hasApplication()) return;
+        AppCommentsView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+
+    // A new row of a page grid opens in its form at once.
+    const auto rowForm = [w, &form](const QString& grid) {
+        if (!form.pageData().isOpen(grid) || form.pageData().query(grid).isEmpty()) return;
+        PageRowDialog dialog(form, grid, w);
+        dialog.exec();
+    };
+    on(cmd::AddFunding, [&form, rowForm] {
+        form.funding().ActionAddFunding();
+        rowForm(QStringLiteral("QueryFundUses"));
+    });
+    on(cmd::AddItemRate, [&form, rowForm] {
+        QueryDataSet& rates = form.pageData().query(QStringLiteral("QueryClientSpecificFundingRates"));
+        form.funding().ActionAddItemRate();
+        if (rates.state() == DataSet::State::Insert) rowForm(QStringLiteral("QueryClientSpecificFundingRates"));
+    });
+    on(cmd::AddPledgeItem, [&form, rowForm] {
+        form.funding().ActionAddPledgeItem();
+        rowForm(QStringLiteral("QueryItemPledgeRates"));
+    });
+    on(cmd::AddApplication, [&form, rowForm] {
+        form.applications().ActionAddApplication();
+        rowForm(QStringLiteral("QueryServiceApps"));
+    });
+    QObject::connect(window.fields(), &ClientFieldsView::gridRowActivated, w, [w, &form](const QString& grid, int row) {
+        if (!PageRowDialog::hasForm(grid) || !form.pageData().isOpen(grid)) return;
+        QueryDataSet& set = form.pageData().query(grid);
+        if (!form.module().services().guarded([&] { set.setRecNo(row + 1); })) return;
+        {
+            PageRowDialog dialog(form, grid, w);
+            dialog.exec();
+        }
+        form.SetControlsState(true);
+        emit form.rowChanged();
+    });
 }
 
 } // namespace
@@ -210,6 +298,8 @@ void registerScreenCommands(MainWindow& window)
     });
     on(cmd::SendMail,
        [&form, &ui] { openUrl(form.mailUrl(), ui, QStringLiteral("This client has no e-mail address.")); });
+
+    registerScheduleAndFundingScreens(window);
 }
 
 } // namespace kb::ui
