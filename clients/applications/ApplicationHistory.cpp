@@ -18,6 +18,12 @@ QString statusWord(const QString& code)
 
 } // namespace
 
+QString applicationStatusWord(const QString& status)
+{
+    const QString code = status.trimmed().toUpper();
+    return code == QLatin1String("A") ? QStringLiteral("Accepted") : statusWord(code);
+}
+
 QString applicationStatusEvent(const QString& oldStatus, const QString& newStatus)
 {
     if (newStatus.trimmed().isEmpty()) return QStringLiteral("Service App created.");

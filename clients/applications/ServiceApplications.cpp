@@ -36,6 +36,10 @@ ServiceApplications::ServiceApplications(TDataModule1& module, ClientPageData& p
     : m_module(module), m_pages(pages), m_ui(ui)
 {
     QueryDataSet& apps = applications();
+    apps.addCalculatedField(QStringLiteral("Status_Text"), FieldType::String, 20);
+    chainHook(apps, DataSet::Hook::OnCalcFields, [](DataSet& s) {
+        s.setFieldValue(u"Status_Text", applicationStatusWord(s.fieldValue(u"App_Status").toString()));
+    });
     chainHook(apps, DataSet::Hook::BeforeEdit, [this](DataSet& s) { beforeEdit(s); });
     chainHook(apps, DataSet::Hook::BeforePost, [this](DataSet& s) { beforePost(s); });
     chainHook(apps, DataSet::Hook::AfterPost, [this](DataSet& s) { afterPost(s); });

@@ -17,6 +17,14 @@ QString fundingRateItemName(const QString& unit, const QString& mealItem)
     return categories.value(unit.trimmed().toUpper(), QStringLiteral("Other"));
 }
 
+QString reimbursementMethodText(const QString& method)
+{
+    const QString m = method.trimmed();
+    if (m == QLatin1String("T")) return QStringLiteral("Time Period");
+    if (m == QLatin1String("I")) return QStringLiteral("Meals or Meal Items");
+    return {};
+}
+
 FundingSheets fundingSheets(const QString& configuration)
 {
     const QString c = configuration.trimmed();

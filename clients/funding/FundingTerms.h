@@ -9,6 +9,9 @@ namespace kb {
 // Food", "Specialized Medical Food", else "Other".
 QString fundingRateItemName(const QString& unit, const QString& mealItem);
 
+// "Time Period" for "T", "Meals or Meal Items" for "I".
+QString reimbursementMethodText(const QString& method);
+
 // Which sheets of "Funding/Billing" Config.FUNDING_CONFIGURATION shows, and
 // which comes first: "1" both, Funding first; "2" Funding only; "3" both,
 // Pledges first; "4" Pledges only. Other values read as "1".

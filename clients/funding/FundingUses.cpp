@@ -34,7 +34,13 @@ FundingUses::FundingUses(TDataModule1& module, ClientPageData& pages, UserInterf
 {
     QueryDataSet& uses = fundUses();
     uses.addCalculatedField(QStringLiteral("Service_Description"), FieldType::String, 50);
+    uses.addCalculatedField(QStringLiteral("Method_Text"), FieldType::String, 25);
+    uses.addCalculatedField(QStringLiteral("Period_Text"), FieldType::String, 10);
     chainHook(uses, DataSet::Hook::OnCalcFields, [](DataSet& s) {
+        s.setFieldValue(u"Method_Text", reimbursementMethodText(s.fieldValue(u"Reimbursement_Method").toString()));
+        s.setFieldValue(u"Period_Text", s.fieldValue(u"Reimbursement_Period").toString().trimmed() == QLatin1String("D")
+                                            ? QStringLiteral("Day")
+                                            : QString());
         const qint64 service = s.fieldValue(u"Service_ID").toLongLong();
         // The lookup field "Service" is filled before the calculated ones.
         s.setFieldValue(u"Service_Description",
@@ -74,7 +80,12 @@ FundingUses::FundingUses(TDataModule1& module, ClientPageData& pages, UserInterf
 
     QueryDataSet& resulting = resultingRates();
     resulting.addCalculatedField(QStringLiteral("Rate_Item"), FieldType::String, 50);
+    resulting.addCalculatedField(QStringLiteral("Rate_Source"), FieldType::String, 25);
     chainHook(resulting, DataSet::Hook::OnCalcFields, [](DataSet& s) {
+        // The client's own rates stand apart from the inherited ones.
+        s.setFieldValue(u"Rate_Source", s.fieldValue(u"Reason").toString() == QLatin1String("E")
+                                            ? QStringLiteral("Client's own rate")
+                                            : QStringLiteral("Funder or item"));
         s.setFieldValue(u"Rate_Item",
                         fundingRateItemName(s.fieldValue(u"Unit").toString(), s.fieldValue(u"Item").toString()));
     });

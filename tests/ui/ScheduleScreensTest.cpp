@@ -20,6 +20,7 @@
 #include "settings/SettingsFile.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -32,6 +33,13 @@ using namespace kb;
 using namespace kb::test;
 
 namespace {
+
+// Saves a picture of a screen when KB_SCREENSHOT_DIR is set, for looking at it.
+void picture(QWidget& screen, const char* name)
+{
+    const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+    if (!dir.isEmpty()) screen.grab().save(QDir(dir).filePath(QString::fromLatin1(name)));
+}
 
 class ScheduleScreens : public ::testing::Test
 {
@@ -69,6 +77,7 @@ TEST_F(ScheduleScreens, DefaultDeliveriesAddAnItemAndPickIt)
     items->setCurrentIndex(items->findText(QStringLiteral("Item 2")));
     view.grid()->item(0, 1)->setText(QStringLiteral("3"));
     view.button(QStringLiteral("Dupe Monday"))->click();
+    picture(view, "set-default-deliveries.png");
     view.button(QStringLiteral("Close"))->click();
     const ResultSet rows = data.db().execute(
         QStringLiteral("select Del_Day, Item_ID, Quantity from DefDels where Person_ID = 0 order by RecordID"));
@@ -93,6 +102,7 @@ TEST_F(ScheduleScreens, CalendarAndConditionCheckShowTheirResults)
     calendarView.calendars().front()->setCurrentPage(2024, 6);
     EXPECT_EQ(calendar.firstShown(), QDate(2024, 6, 1));
     EXPECT_EQ(calendarView.calendars().last()->monthShown(), 8);
+    picture(calendarView, "delivery-weeks.png");
 
     TFormDeliveryConditionsVerification check(data.db(), client, QDate(2024, 3, 11));
     ui::DeliveryConditionsView checkView(check, settings);
@@ -100,6 +110,7 @@ TEST_F(ScheduleScreens, CalendarAndConditionCheckShowTheirResults)
     EXPECT_EQ(checkView.lines()->rowCount(), 7);
     EXPECT_EQ(checkView.lines()->item(1, 1)->text(), "No service has been assigned");
     EXPECT_TRUE(checkView.verdict()->text().contains(QStringLiteral("No delivery")));
+    picture(checkView, "delivery-conditions.png");
 }
 
 TEST_F(ScheduleScreens, FundingSourcesShowTheirRatesBehindViewRates)
@@ -124,6 +135,7 @@ TEST_F(ScheduleScreens, FundingSourcesShowTheirRatesBehindViewRates)
     ASSERT_EQ(view.ratesGrid()->rowCount(), 1);
     EXPECT_EQ(view.ratesGrid()->item(0, 1)->text(), "3.50");
     EXPECT_EQ(qobject_cast<QComboBox*>(view.ratesGrid()->cellWidget(0, 0))->currentText(), "Item 2");
+    picture(view, "funding-sources.png");
 }
 
 } // namespace

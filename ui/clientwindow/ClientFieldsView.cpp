@@ -370,8 +370,9 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
         m_models.insert(group.grid, model);
         m_gridColumns.insert(group.grid, group.columns);
         const QString name = group.grid;
-        connect(view->horizontalHeader(), &QHeaderView::sectionResized, this, [this, name] {
-            if (!m_autoSizing) m_sizedByUser.insert(name);
+        // The last column stretches with the window: that is no choice of the user's.
+        connect(view->horizontalHeader(), &QHeaderView::sectionResized, this, [this, name, view](int section) {
+            if (!m_autoSizing && section != view->horizontalHeader()->count() - 1) m_sizedByUser.insert(name);
         });
         layout->addWidget(view, 1);
     }

@@ -64,8 +64,8 @@ void DeliveryConditionsView::showResult()
     }
     m_lines->resizeColumnToContents(0);
     const bool up = m_presenter.thumbUp();
-    m_verdict->setText(up ? QStringLiteral("\U0001F44D  A delivery can be made on this date")
-                          : QStringLiteral("\U0001F44E  No delivery on this date"));
+    m_verdict->setText(up ? QStringLiteral("\u2714  A delivery can be made on this date")
+                          : QStringLiteral("\u2716  No delivery on this date"));
     m_verdict->setStyleSheet(up ? QStringLiteral("color: #006e00") : QStringLiteral("color: red"));
     QStringList items;
     for (const auto& item : m_presenter.items())

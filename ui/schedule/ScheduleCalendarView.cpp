@@ -67,14 +67,16 @@ ScheduleCalendarView::ScheduleCalendarView(TFormScheduleCalendar& presenter, Set
     auto* months = new QHBoxLayout;
     for (int m = 0; m < MonthsShown; ++m) {
         auto* calendar = new MarkedCalendar(presenter, this);
-        calendar->setNavigationBarVisible(m == 0);
         m_calendars.append(calendar);
         months->addWidget(calendar);
+        // Paging any month moves all three; the first shown month leads.
+        connect(calendar, &QCalendarWidget::currentPageChanged, this, [this, m](int year, int month) {
+            if (m_moving) return;
+            const QDate first = QDate(year, month, 1).addMonths(-m);
+            showFrom(first.year(), first.month());
+        });
     }
     layout->addLayout(months, 1);
-    connect(m_calendars.front(), &QCalendarWidget::currentPageChanged, this, [this](int year, int month) {
-        if (!m_moving) showFrom(year, month);
-    });
 
     auto* bottom = new QHBoxLayout;
     auto* legend = new QLabel(QStringLiteral("Green: ") + TFormScheduleCalendar::hint(), this);
@@ -103,7 +105,7 @@ void ScheduleCalendarView::showFrom(int year, int month)
 {
     m_presenter.showMonth(year, month);
     m_moving = true;
-    for (int m = 1; m < m_calendars.size(); ++m) {
+    for (int m = 0; m < m_calendars.size(); ++m) {
         const QDate next = QDate(year, month, 1).addMonths(m);
         m_calendars[m]->setCurrentPage(next.year(), next.month());
     }
