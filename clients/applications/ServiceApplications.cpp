@@ -66,9 +66,10 @@ void ServiceApplications::beforePost(DataSet& set)
 {
     const QVariant serviceId = set.fieldValue(u"Service_ID");
     const bool inserting = set.state() == DataSet::State::Insert;
-    const bool serviceChanged =
-        inserting ? !serviceId.isNull() : serviceId.toLongLong() != set.oldValue(u"Service_ID").toLongLong() ||
-                                              serviceId.isNull() != set.oldValue(u"Service_ID").isNull();
+    const bool serviceChanged = inserting
+                                    ? !serviceId.isNull()
+                                    : serviceId.toLongLong() != set.oldValue(u"Service_ID").toLongLong() ||
+                                          serviceId.isNull() != set.oldValue(u"Service_ID").isNull();
     const QVariant appId = set.fieldValue(u"App_ID");
     // A failure here is told and the post goes on: the application itself
     // matters more than its paperwork.
@@ -77,8 +78,11 @@ void ServiceApplications::beforePost(DataSet& set)
         const Params app = {{QStringLiteral("nApp_ID"), appId}};
         if (serviceChanged && !appId.isNull()) {
             const bool existing =
-                !db.execute(QStringLiteral("Select DocUse_ID from DocUses where App_ID = :nApp_ID"), app).isEmpty() ||
-                !db.execute(QStringLiteral("Select ConditionUse_ID from ConditionUses where App_ID = :nApp_ID"), app)
+                !db.execute(QStringLiteral("Select DocUse_ID from DocUses where App_ID = :nApp_ID"), app)
+                     .isEmpty() ||
+                !db.execute(
+                       QStringLiteral("Select ConditionUse_ID from ConditionUses where App_ID = :nApp_ID"),
+                       app)
                      .isEmpty();
             if (existing && m_ui.question(existingDocumentsQuestion(), Buttons::YesNo) == Answer::Yes) {
                 db.execute(QStringLiteral("Delete from DocUses where App_ID = :nApp_ID"), app);
@@ -98,7 +102,8 @@ void ServiceApplications::beforePost(DataSet& set)
     }
 }
 
-void ServiceApplications::copyTemplates(const QVariant& appId, const QVariant& personId, const QVariant& serviceId)
+void ServiceApplications::copyTemplates(const QVariant& appId, const QVariant& personId,
+                                        const QVariant& serviceId)
 {
     Database& db = m_module.db();
     const Params service = {{QStringLiteral("nService_ID"), serviceId}};
@@ -118,15 +123,17 @@ void ServiceApplications::copyTemplates(const QVariant& appId, const QVariant& p
                               {QStringLiteral("Requirement_Level"), rows.value(r, 1)},
                               {QStringLiteral("Sort_Order"), rows.value(r, 2)}});
         if (values.empty()) return;
-        Query insert = db.query(
-            QStringLiteral("Insert into %1 (App_ID, Person_ID, Service_ID, %2, Requirement_Level, Sort_Order, "
-                           "Create_Date, Last_Updated) values (:App_ID, :Person_ID, :Service_ID, :Key, "
-                           ":Requirement_Level, :Sort_Order, Current_Date, Current_Date)")
-                .arg(into, key));
+        Query insert =
+            db.query(QStringLiteral(
+                         "Insert into %1 (App_ID, Person_ID, Service_ID, %2, Requirement_Level, Sort_Order, "
+                         "Create_Date, Last_Updated) values (:App_ID, :Person_ID, :Service_ID, :Key, "
+                         ":Requirement_Level, :Sort_Order, Current_Date, Current_Date)")
+                         .arg(into, key));
         insert.bind(common).execBatch(values);
     };
     copy(QStringLiteral("ServiceDocs"), QStringLiteral("DocUses"), QStringLiteral("Doc_ID"));
-    copy(QStringLiteral("ServiceConditions"), QStringLiteral("ConditionUses"), QStringLiteral("Condition_ID"));
+    copy(QStringLiteral("ServiceConditions"), QStringLiteral("ConditionUses"),
+         QStringLiteral("Condition_ID"));
 }
 
 void ServiceApplications::afterPost(DataSet& set)
@@ -134,7 +141,8 @@ void ServiceApplications::afterPost(DataSet& set)
     if (m_templatesAfterPost) {
         m_templatesAfterPost = false;
         m_module.services().guarded([&] {
-            copyTemplates(set.fieldValue(u"App_ID"), set.fieldValue(u"Person_ID"), set.fieldValue(u"Service_ID"));
+            copyTemplates(set.fieldValue(u"App_ID"), set.fieldValue(u"Person_ID"),
+                          set.fieldValue(u"Service_ID"));
         });
     }
     const QString status = set.fieldValue(u"App_Status").toString().trimmed();
@@ -151,8 +159,9 @@ void ServiceApplications::afterPost(DataSet& set)
 
 void ServiceApplications::writeHistory(const QVariant& personId, const QString& event)
 {
-    QueryInsertHistory(m_module.db(), m_module.session().userFullName,
-                       {personId, m_module.clients().fieldValue(u"CLIENT_ID"), event, m_module.clock().today()});
+    QueryInsertHistory(
+        m_module.db(), m_module.session().userFullName,
+        {personId, m_module.clients().fieldValue(u"CLIENT_ID"), event, m_module.clock().today()});
 }
 
 void ServiceApplications::touchClient()
@@ -202,8 +211,9 @@ void ServiceApplications::ActionAddApplication()
     m_newApplication = true;
     Database& db = m_module.db();
     const QVariant person = clients.fieldValue(u"PERSON_ID");
-    db.execute(QStringLiteral("Insert into ServiceApps (Person_ID, App_Date) values (:Person_ID, :App_Date)"),
-               {{QStringLiteral("Person_ID"), person}, {QStringLiteral("App_Date"), m_module.clock().today()}});
+    db.execute(
+        QStringLiteral("Insert into ServiceApps (Person_ID, App_Date) values (:Person_ID, :App_Date)"),
+        {{QStringLiteral("Person_ID"), person}, {QStringLiteral("App_Date"), m_module.clock().today()}});
     const QVariant appId =
         db.execute(QStringLiteral("Select max(App_ID) from ServiceApps where Person_ID = :Person_ID"),
                    {{QStringLiteral("Person_ID"), person}})

@@ -32,7 +32,8 @@ public:
     }
     static QString existingDocumentsQuestion()
     {
-        return QStringLiteral("There are existing documents for this application! Do you want to delete them?");
+        return QStringLiteral(
+            "There are existing documents for this application! Do you want to delete them?");
     }
     static QString deleteQuestion() { return QStringLiteral("Delete the selected Service Application?"); }
     static QString deletedEvent() { return QStringLiteral("Service Application deleted."); }

@@ -10,9 +10,12 @@ QString fundingRateItemName(const QString& unit, const QString& mealItem)
 {
     if (!mealItem.trimmed().isEmpty()) return mealItem.trimmed();
     static const QHash<QString, QString> categories = {
-        {QStringLiteral("D"), QStringLiteral("Dinners")},       {QStringLiteral("L"), QStringLiteral("Lunches")},
-        {QStringLiteral("B"), QStringLiteral("Breakfasts")},    {QStringLiteral("S"), QStringLiteral("Snacks")},
-        {QStringLiteral("MF"), QStringLiteral("Medical Food")}, {QStringLiteral("SM"), QStringLiteral("Specialized Medical Food")},
+        {QStringLiteral("D"), QStringLiteral("Dinners")},
+        {QStringLiteral("L"), QStringLiteral("Lunches")},
+        {QStringLiteral("B"), QStringLiteral("Breakfasts")},
+        {QStringLiteral("S"), QStringLiteral("Snacks")},
+        {QStringLiteral("MF"), QStringLiteral("Medical Food")},
+        {QStringLiteral("SM"), QStringLiteral("Specialized Medical Food")},
     };
     return categories.value(unit.trimmed().toUpper(), QStringLiteral("Other"));
 }
@@ -38,11 +41,13 @@ QString timeMethodProblem(const QString& method, const QString& period, double r
 {
     if (method.trimmed() != QLatin1String("T")) return {};
     if (period.trimmed().isEmpty())
-        return QStringLiteral("You have specified Time as the reimbursement method\r\nbut have left the Reimbursement "
-                              "Period blank!");
+        return QStringLiteral(
+            "You have specified Time as the reimbursement method\r\nbut have left the Reimbursement "
+            "Period blank!");
     if (rate == 0)
-        return QStringLiteral("You have specified Time as the reimbursement method\r\nbut have left the Reimbursement "
-                              "Rate at zero!");
+        return QStringLiteral(
+            "You have specified Time as the reimbursement method\r\nbut have left the Reimbursement "
+            "Rate at zero!");
     return {};
 }
 

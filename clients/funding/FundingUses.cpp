@@ -10,6 +10,7 @@
 #include "records/DataSetActions.h"
 #include "records/RecordServices.h"
 #include "session/TDataModule1.h"
+#include "settings/ConfigRecord.h"
 #include "store/Database.h"
 #include "window/ClientPageData.h"
 
@@ -37,10 +38,12 @@ FundingUses::FundingUses(TDataModule1& module, ClientPageData& pages, UserInterf
     uses.addCalculatedField(QStringLiteral("Method_Text"), FieldType::String, 25);
     uses.addCalculatedField(QStringLiteral("Period_Text"), FieldType::String, 10);
     chainHook(uses, DataSet::Hook::OnCalcFields, [](DataSet& s) {
-        s.setFieldValue(u"Method_Text", reimbursementMethodText(s.fieldValue(u"Reimbursement_Method").toString()));
-        s.setFieldValue(u"Period_Text", s.fieldValue(u"Reimbursement_Period").toString().trimmed() == QLatin1String("D")
-                                            ? QStringLiteral("Day")
-                                            : QString());
+        s.setFieldValue(u"Method_Text",
+                        reimbursementMethodText(s.fieldValue(u"Reimbursement_Method").toString()));
+        s.setFieldValue(u"Period_Text",
+                        s.fieldValue(u"Reimbursement_Period").toString().trimmed() == QLatin1String("D")
+                            ? QStringLiteral("Day")
+                            : QString());
         const qint64 service = s.fieldValue(u"Service_ID").toLongLong();
         // The lookup field "Service" is filled before the calculated ones.
         s.setFieldValue(u"Service_Description",
@@ -86,9 +89,15 @@ FundingUses::FundingUses(TDataModule1& module, ClientPageData& pages, UserInterf
         s.setFieldValue(u"Rate_Source", s.fieldValue(u"Reason").toString() == QLatin1String("E")
                                             ? QStringLiteral("Client's own rate")
                                             : QStringLiteral("Funder or item"));
-        s.setFieldValue(u"Rate_Item",
-                        fundingRateItemName(s.fieldValue(u"Unit").toString(), s.fieldValue(u"Item").toString()));
+        s.setFieldValue(u"Rate_Item", fundingRateItemName(s.fieldValue(u"Unit").toString(),
+                                                          s.fieldValue(u"Item").toString()));
     });
+}
+
+FundingSheets FundingUses::sheets() const
+{
+    return fundingSheets(
+        ConfigRecord::fromDataSet(m_module.config()).text(QStringLiteral("FUNDING_CONFIGURATION")));
 }
 
 QueryDataSet& FundingUses::fundUses()
@@ -125,17 +134,21 @@ void FundingUses::fundUseBeforePost(DataSet& set)
     Database& db = m_module.db();
     const QVariant service = set.fieldValue(u"Service_ID");
     // A row being inserted has no number yet; no row has 0.
-    const QVariant recordId = set.fieldValue(u"RecordID").isNull() ? QVariant(0) : set.fieldValue(u"RecordID");
+    const QVariant recordId =
+        set.fieldValue(u"RecordID").isNull() ? QVariant(0) : set.fieldValue(u"RecordID");
     const Params params = {{QStringLiteral("Person_ID"), set.fieldValue(u"Person_ID")},
                            {QStringLiteral("Service_ID"), service},
                            {QStringLiteral("RecordID"), recordId}};
     const ResultSet others =
         service.toLongLong() == 0 && !service.isNull()
-            ? db.execute(QStringLiteral("Select * from FundUses where Person_ID = :Person_ID and (RecordID <> :RecordID) "),
-                         params)
-            : db.execute(QStringLiteral("Select * from FundUses where Person_ID = :Person_ID and (Service_ID = "
-                                        ":Service_ID or Service_ID = 0) and (RecordID <> :RecordID) "),
-                         params);
+            ? db.execute(
+                  QStringLiteral(
+                      "Select * from FundUses where Person_ID = :Person_ID and (RecordID <> :RecordID) "),
+                  params)
+            : db.execute(
+                  QStringLiteral("Select * from FundUses where Person_ID = :Person_ID and (Service_ID = "
+                                 ":Service_ID or Service_ID = 0) and (RecordID <> :RecordID) "),
+                  params);
     for (const Weekday& day : weekdays()) {
         if (!set.fieldValue(day.column).toBool()) continue;
         const int column = others.columnIndex(day.column);
@@ -149,10 +162,9 @@ void FundingUses::fundUseBeforePost(DataSet& set)
         m_ui.warning(incompleteText());
         throw Abort();
     }
-    const QString problem =
-        timeMethodProblem(set.fieldValue(u"Reimbursement_Method").toString(),
-                          set.fieldValue(u"Reimbursement_Period").toString(),
-                          set.fieldValue(u"Reimbursement_Rate").toDouble());
+    const QString problem = timeMethodProblem(set.fieldValue(u"Reimbursement_Method").toString(),
+                                              set.fieldValue(u"Reimbursement_Period").toString(),
+                                              set.fieldValue(u"Reimbursement_Rate").toDouble());
     if (!problem.isEmpty()) {
         m_ui.warning(problem);
         throw Abort();
@@ -196,7 +208,8 @@ void FundingUses::ActionDeleteFunding()
 {
     QueryDataSet& uses = fundUses();
     if (!uses.isActive() || uses.isEmpty()) return;
-    if (m_ui.question(QStringLiteral("Delete the selected Service Funding?"), Buttons::YesNo) != Answer::Yes) return;
+    if (m_ui.question(QStringLiteral("Delete the selected Service Funding?"), Buttons::YesNo) != Answer::Yes)
+        return;
     if (editing(uses)) {
         HookSuspension off(uses, {DataSet::Hook::BeforePost});
         uses.post();
@@ -228,7 +241,8 @@ void FundingUses::ActionDeleteItemRate()
 {
     QueryDataSet& rates = clientRates();
     if (!rates.isActive() || rates.isEmpty()) return;
-    if (m_ui.question(QStringLiteral("Delete the selected item reimbursement?"), Buttons::YesNo) != Answer::Yes)
+    if (m_ui.question(QStringLiteral("Delete the selected item reimbursement?"), Buttons::YesNo) !=
+        Answer::Yes)
         return;
     HookSuspension off(rates, {DataSet::Hook::BeforePost});
     if (editing(rates)) rates.post();
@@ -245,8 +259,8 @@ void FundingUses::reverseDays(WeekdayGroup group)
 void FundingUses::showResultingRates()
 {
     QueryDataSet& rates = clientRates();
-    if (rates.isActive() && rates.state() == DataSet::State::Insert && rates.fieldValue(u"Item_ID").isNull() &&
-        rates.fieldValue(u"Amount").toDouble() == 0)
+    if (rates.isActive() && rates.state() == DataSet::State::Insert &&
+        rates.fieldValue(u"Item_ID").isNull() && rates.fieldValue(u"Amount").toDouble() == 0)
         rates.cancel();
     else if (rates.isActive() && editing(rates))
         rates.post();
@@ -273,7 +287,8 @@ void FundingUses::ActionDeletePledgeItem()
 {
     QueryDataSet& pledge = pledges();
     if (!pledge.isActive() || pledge.isEmpty()) return;
-    if (m_ui.question(QStringLiteral("Delete the selected item pledge?"), Buttons::YesNo) != Answer::Yes) return;
+    if (m_ui.question(QStringLiteral("Delete the selected item pledge?"), Buttons::YesNo) != Answer::Yes)
+        return;
     HookSuspension off(pledge, {DataSet::Hook::BeforePost});
     if (editing(pledge)) pledge.post();
     pledge.remove();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "defaults/Weekdays.h"
+#include "funding/FundingTerms.h"
 
 #include <QString>
 
@@ -29,20 +30,31 @@ public:
 
     static QString overlapText()
     {
-        return QStringLiteral("You have a Funding Source for that service for one or more of the same days\r\nand "
-                              "therefore can't assign another one.");
+        return QStringLiteral(
+            "You have a Funding Source for that service for one or more of the same days\r\nand "
+            "therefore can't assign another one.");
     }
     static QString incompleteText()
     {
-        return QStringLiteral("You must specify both a Service and a Funding Source\r\nin order to save this entry.");
+        return QStringLiteral(
+            "You must specify both a Service and a Funding Source\r\nin order to save this entry.");
     }
-    static QString zeroRateText() { return QStringLiteral("You have created an item with a reimbursement rate of zero!"); }
-    static QString zeroPledgeText() { return QStringLiteral("You have created an item with a pledge rate of zero! "); }
+    static QString zeroRateText()
+    {
+        return QStringLiteral("You have created an item with a reimbursement rate of zero!");
+    }
+    static QString zeroPledgeText()
+    {
+        return QStringLiteral("You have created an item with a pledge rate of zero! ");
+    }
     static QString noUnitText() { return QStringLiteral("Your entry does not specify an item or meal!"); }
     static QString noSourceText()
     {
         return QStringLiteral("A funding source must be assigned before reimbursement rates can be created.");
     }
+
+    // Which sheets of the page the agency's Config.FUNDING_CONFIGURATION shows.
+    FundingSheets sheets() const;
 
     QueryDataSet& fundUses();
     QueryDataSet& clientRates();

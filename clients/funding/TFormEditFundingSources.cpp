@@ -24,7 +24,8 @@ TFormEditFundingSources::TFormEditFundingSources(RecordServices& services, QStri
     : m_services(services), m_userId(std::move(userId)),
       m_editor(std::make_unique<TFormEditBase>(services, screen())),
       m_rates(std::make_unique<QueryDataSet>(
-          services.db(), QStringLiteral("Select * from Pricing where Fund_CD = :Fund_CD and Person_ID=0 and Method='F'")))
+          services.db(),
+          QStringLiteral("Select * from Pricing where Fund_CD = :Fund_CD and Person_ID=0 and Method='F'")))
 {
     m_rates->setRequestLive(true);
     services.installMaintenanceErrorHooks(*m_rates);
@@ -62,8 +63,9 @@ EditorScreen TFormEditFundingSources::screen()
     s.table = QStringLiteral("Fundsrcs");
     s.caption = caption();
     s.indexName = QStringLiteral("FUND_SRCE");
-    s.browseFields = {QStringLiteral("FUND_CD"), QStringLiteral("FUND_SRCE"), QStringLiteral("BILLED_PARTY"),
-                      QStringLiteral("REIMBURSEMENT_METHOD"), QStringLiteral("CONTACT"), QStringLiteral("PHONE")};
+    s.browseFields = {QStringLiteral("FUND_CD"),      QStringLiteral("FUND_SRCE"),
+                      QStringLiteral("BILLED_PARTY"), QStringLiteral("REIMBURSEMENT_METHOD"),
+                      QStringLiteral("CONTACT"),      QStringLiteral("PHONE")};
     return s;
 }
 
@@ -88,8 +90,8 @@ bool TFormEditFundingSources::open()
     });
     return m_services.guarded([this] {
         m_units.clear();
-        const ResultSet items =
-            m_services.db().execute(QStringLiteral("Select Item_ID, Meal_Item from Items order by Meal_Item"));
+        const ResultSet items = m_services.db().execute(
+            QStringLiteral("Select Item_ID, Meal_Item from Items order by Meal_Item"));
         for (qsizetype r = 0; r < items.rowCount(); ++r)
             m_units.append({items.value(r, 0).toString(), items.value(r, 1).toString()});
         m_units.append({QStringLiteral("MF"), QStringLiteral("Medical Food")});
@@ -101,8 +103,8 @@ bool TFormEditFundingSources::open()
 bool TFormEditFundingSources::close()
 {
     if (editing(*m_rates)) {
-        if (m_services.ui().question(QStringLiteral("Save your changes to the Reimbursement Item?"), Buttons::YesNo) ==
-            Answer::Yes) {
+        if (m_services.ui().question(QStringLiteral("Save your changes to the Reimbursement Item?"),
+                                     Buttons::YesNo) == Answer::Yes) {
             if (!m_services.guarded([this] { m_rates->post(); })) return false;
         } else {
             m_services.guarded([this] { m_rates->cancel(); });
@@ -116,7 +118,8 @@ void TFormEditFundingSources::followSource()
 {
     DataSet& set = m_editor->dataSet();
     m_rates->close();
-    m_rates->setParam(QStringLiteral("Fund_CD"), set.isActive() && !set.isEmpty() ? set.fieldValue(u"FUND_CD") : QVariant());
+    m_rates->setParam(QStringLiteral("Fund_CD"),
+                      set.isActive() && !set.isEmpty() ? set.fieldValue(u"FUND_CD") : QVariant());
     OpenQuery(*m_rates);
     if (m_ratesChanged) m_ratesChanged();
 }
@@ -171,10 +174,16 @@ void TFormEditFundingSources::cascade(const QVariant& oldCode, const QVariant& n
 {
     Database& db = m_services.db();
     const Params codes = {{QStringLiteral("NewFund_Cd"), newCode}, {QStringLiteral("OldFund_Cd"), oldCode}};
-    db.execute(QStringLiteral(" Update FundUses set Fund_Cd = :NewFund_Cd where Fund_Cd = :OldFund_Cd "), codes);
-    db.execute(QStringLiteral(" Update Deliveri set Funding_Desc = :NewFund_Cd where Funding_Desc = :OldFund_Cd "), codes);
-    db.execute(QStringLiteral(" Update Pricing set Fund_Cd = :NewFund_Cd where Fund_Cd = :OldFund_Cd "), codes);
-    db.execute(QStringLiteral(" Update Events set Funding_Desc = :NewFund_Cd where Funding_Desc = :OldFund_Cd "), codes);
+    db.execute(QStringLiteral(" Update FundUses set Fund_Cd = :NewFund_Cd where Fund_Cd = :OldFund_Cd "),
+               codes);
+    db.execute(
+        QStringLiteral(" Update Deliveri set Funding_Desc = :NewFund_Cd where Funding_Desc = :OldFund_Cd "),
+        codes);
+    db.execute(QStringLiteral(" Update Pricing set Fund_Cd = :NewFund_Cd where Fund_Cd = :OldFund_Cd "),
+               codes);
+    db.execute(
+        QStringLiteral(" Update Events set Funding_Desc = :NewFund_Cd where Funding_Desc = :OldFund_Cd "),
+        codes);
 }
 
 void TFormEditFundingSources::finishTransaction(bool keep)
@@ -191,7 +200,8 @@ void TFormEditFundingSources::finishTransaction(bool keep)
 bool TFormEditFundingSources::methodVisible() const
 {
     DataSet& set = m_editor->dataSet();
-    return set.isActive() && !set.isEmpty() && set.fieldValue(u"BILLED_PARTY").toString().trimmed() != QLatin1String("N");
+    return set.isActive() && !set.isEmpty() &&
+           set.fieldValue(u"BILLED_PARTY").toString().trimmed() != QLatin1String("N");
 }
 
 bool TFormEditFundingSources::timeRatesVisible() const

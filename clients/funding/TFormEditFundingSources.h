@@ -38,14 +38,21 @@ public:
     static QString caption() { return QStringLiteral("Funding Sources Maintenance"); }
     static QString formName() { return QStringLiteral("TFormEditFundingSources"); }
     static QString noCodeText() { return QStringLiteral("You must enter a value for the Fund Code."); }
-    static QString duplicateText() { return QStringLiteral("Not able to save this change- it creates a duplicated Code."); }
+    static QString duplicateText()
+    {
+        return QStringLiteral("Not able to save this change- it creates a duplicated Code.");
+    }
     static QString cascadeQuestion()
     {
-        return QStringLiteral("The Funding Code you are changing is in use by at least one client.\r\nThe current data "
-                              "must be updated to reflect this change. \r\nThe change could take some time. Proceed "
-                              "with the change?");
+        return QStringLiteral(
+            "The Funding Code you are changing is in use by at least one client.\r\nThe current data "
+            "must be updated to reflect this change. \r\nThe change could take some time. Proceed "
+            "with the change?");
     }
-    static QString zeroRateText() { return QStringLiteral("You have created an item with a reimbursement rate of zero! "); }
+    static QString zeroRateText()
+    {
+        return QStringLiteral("You have created an item with a reimbursement rate of zero! ");
+    }
     static QString noItemText() { return QStringLiteral("You have not specified an item! "); }
 
     TFormEditBase& editor() { return *m_editor; }
@@ -56,7 +63,10 @@ public:
     // "View Rates" / "Hide Rates".
     bool ratesShown() const { return m_ratesShown; }
     void toggleRates() { m_ratesShown = !m_ratesShown; }
-    QString ratesButtonText() const { return m_ratesShown ? QStringLiteral("Hide Rates") : QStringLiteral("View Rates"); }
+    QString ratesButtonText() const
+    {
+        return m_ratesShown ? QStringLiteral("Hide Rates") : QStringLiteral("View Rates");
+    }
     // Billed party "N" shows no method and no rates; otherwise "T" shows the
     // time rate and "I" the item rates.
     bool methodVisible() const;

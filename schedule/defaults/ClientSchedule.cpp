@@ -15,7 +15,9 @@ ClientSchedule ClientSchedule::fromRow(const DataSet& clients)
 {
     ClientSchedule s;
     if (!clients.isActive() || clients.isEmpty()) return s;
-    const auto text = [&](const char* field) { return clients.fieldValue(QString::fromLatin1(field)).toString().trimmed(); };
+    const auto text = [&](const char* field) {
+        return clients.fieldValue(QString::fromLatin1(field)).toString().trimmed();
+    };
     s.personId = clients.fieldValue(u"PERSON_ID").toLongLong();
     s.clientId = text("CLIENT_ID");
     QStringList parts;

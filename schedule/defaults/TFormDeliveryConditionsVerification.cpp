@@ -75,12 +75,13 @@ void TFormDeliveryConditionsVerification::check()
             QStringLiteral("The day of the week isn't selected"));
     }
     if (!c.start.isValid())
-        add("The start date must be prior to the delivery date", false, QStringLiteral("There is no Start Date"));
+        add("The start date must be prior to the delivery date", false,
+            QStringLiteral("There is no Start Date"));
     else
         add("The start date must be prior to the delivery date", c.start <= d,
             QStringLiteral("Chosen date is before the Start date"));
-    add("The stop date, if there is one, must be later than the delivery date", !c.stop.isValid() || d < c.stop,
-        QStringLiteral("There is a stop date in effect"));
+    add("The stop date, if there is one, must be later than the delivery date",
+        !c.stop.isValid() || d < c.stop, QStringLiteral("There is a stop date in effect"));
 
     const bool suspended =
         !m_db.execute(QStringLiteral("select * from suspends where stop_dt <= :Delivery_Date and resume_dt > "
@@ -94,7 +95,8 @@ void TFormDeliveryConditionsVerification::check()
     else if (scheduled && !ConfigRecord::read(m_db).flag(QStringLiteral("SUSPEND_SCHEDULED_DELIVERIES")))
         add("A suspension exists but a scheduled delivery overrides it", true, {});
     else
-        add("A suspension is in effect for this date", false, QStringLiteral("There is a suspension in effect"));
+        add("A suspension is in effect for this date", false,
+            QStringLiteral("There is a suspension in effect"));
 
     // The items: the dated delivery's own list first, as the run looks.
     const qsizetype datedRow = c.episodic() ? episodicRow : scheduledRow;
@@ -110,10 +112,18 @@ void TFormDeliveryConditionsVerification::readItems(const QVariant& datedId, qin
     const DeliveryItemLists::OneDelivery one =
         DeliveryItemLists::forDelivery(m_db, m_client.personId, service, datedId, weekdayOf(m_date).code);
     switch (one.level) {
-    case ItemListLevel::Dated: m_itemSource = QStringLiteral("The delivery's own items"); break;
-    case ItemListLevel::Client: m_itemSource = QStringLiteral("The client's items for the weekday"); break;
-    case ItemListLevel::Default: m_itemSource = QStringLiteral("The service's default items"); break;
-    case ItemListLevel::None: m_itemSource = QStringLiteral("No items"); break;
+    case ItemListLevel::Dated:
+        m_itemSource = QStringLiteral("The delivery's own items");
+        break;
+    case ItemListLevel::Client:
+        m_itemSource = QStringLiteral("The client's items for the weekday");
+        break;
+    case ItemListLevel::Default:
+        m_itemSource = QStringLiteral("The service's default items");
+        break;
+    case ItemListLevel::None:
+        m_itemSource = QStringLiteral("No items");
+        break;
     }
     if (one.lines.empty()) return;
     QHash<qint64, QString> names;

@@ -25,7 +25,8 @@ public:
     static QString hint() { return QStringLiteral("Delivery Possible"); }
     static QString printBusyText()
     {
-        return QStringLiteral("A print job is already in progress.\r\nPlease try again after printing is completed.");
+        return QStringLiteral(
+            "A print job is already in progress.\r\nPlease try again after printing is completed.");
     }
 
     const QString& clientName() const { return m_schedule.name; }

@@ -12,12 +12,13 @@ namespace kb {
 
 namespace {
 
-const QString ListText = QStringLiteral(
-    "Select * from DefDels where Person_ID = 0 and Service_ID = :nService_ID and Del_Day = :cDay and Deliv_ID "
-    "is null order by Sort_Order");
+const QString ListText = QStringLiteral("Select * from DefDels where Person_ID = 0 and Service_ID = "
+                                        ":nService_ID and Del_Day = :cDay and Deliv_ID "
+                                        "is null order by Sort_Order");
 // Moves the other lines of the list out of the way of a line that moves.
 const QString ShiftText = QStringLiteral(
-    "Update DefDels set Sort_Order = :New_Sort where (Service_ID = :Service_ID) and (Sort_Order = :Old_Sort) and "
+    "Update DefDels set Sort_Order = :New_Sort where (Service_ID = :Service_ID) and (Sort_Order = :Old_Sort) "
+    "and "
     "(Del_Day = :Del_Day) and not (RecordID = :RecordID) and (Person_ID = 0) and (Deliv_ID is null)");
 const QString HighestText = QStringLiteral(
     "Select max(Sort_Order) as Highest from DefDels where Person_ID = 0 and Service_ID = :nService_ID and "
@@ -97,7 +98,8 @@ void TFormSetDefaultDeliveries::readDays()
 void TFormSetDefaultDeliveries::readItems()
 {
     m_items.clear();
-    const ResultSet rows = m_db.execute(QStringLiteral("Select Item_ID, Meal_Item from Items Order by Meal_Item NoCase"));
+    const ResultSet rows =
+        m_db.execute(QStringLiteral("Select Item_ID, Meal_Item from Items Order by Meal_Item NoCase"));
     for (qsizetype r = 0; r < rows.rowCount(); ++r)
         m_items.append({rows.value(r, 0).toLongLong(), rows.value(r, 1).toString()});
 }
@@ -232,8 +234,9 @@ void TFormSetDefaultDeliveries::ActionDupeMonday()
     guarded([this] {
         m_list->checkBrowseMode();
         const ResultSet monday = m_db.execute(
-            QStringLiteral("Select Item_ID, Quantity, Sort_Order from DefDels where Person_ID = 0 and Service_ID = "
-                           ":nService_ID and Del_Day = 'MON' and Deliv_ID is null order by Sort_Order"),
+            QStringLiteral(
+                "Select Item_ID, Quantity, Sort_Order from DefDels where Person_ID = 0 and Service_ID = "
+                ":nService_ID and Del_Day = 'MON' and Deliv_ID is null order by Sort_Order"),
             {{QStringLiteral("nService_ID"), serviceId()}});
         std::vector<Params> rows;
         for (int d = 1; d < 7; ++d) {
@@ -245,9 +248,10 @@ void TFormSetDefaultDeliveries::ActionDupeMonday()
                                 {QStringLiteral("nSort_Order"), monday.value(r, 2)}});
         }
         if (!rows.empty())
-            m_db.query(QStringLiteral("Insert into DefDels (Person_ID, Service_ID, Del_Day, Item_ID, Quantity, "
-                                      "Sort_Order) values (:nPerson_ID, :nService_ID, :nDel_Day, :nItem_ID, "
-                                      ":nQuantity, :nSort_Order)"))
+            m_db.query(
+                    QStringLiteral("Insert into DefDels (Person_ID, Service_ID, Del_Day, Item_ID, Quantity, "
+                                   "Sort_Order) values (:nPerson_ID, :nService_ID, :nDel_Day, :nItem_ID, "
+                                   ":nQuantity, :nSort_Order)"))
                 .bind(QStringLiteral("nPerson_ID"), 0)
                 .bind(QStringLiteral("nService_ID"), serviceId())
                 .execBatch(rows);

@@ -28,24 +28,32 @@ protected:
         services = std::make_unique<RecordServices>(db(), ui);
         source(1, "MOW", "Meals Fund");
         source(2, "T3", "Title III");
-        insertRow(db(), QStringLiteral("FundUses"), {{QStringLiteral("Person_ID"), 5}, {QStringLiteral("Service_ID"), 1},
-                                                     {QStringLiteral("Fund_CD"), QStringLiteral("MOW")}});
-        insertRow(db(), QStringLiteral("Deliveri"), {{QStringLiteral("Person_ID"), 5}, {QStringLiteral("Deliv_ID"), 1},
-                                                     {QStringLiteral("Funding_Desc"), QStringLiteral("MOW")}});
-        insertRow(db(), QStringLiteral("Events"), {{QStringLiteral("Person_ID"), 5},
-                                                   {QStringLiteral("Funding_Desc"), QStringLiteral("MOW")}});
+        insertRow(db(), QStringLiteral("FundUses"),
+                  {{QStringLiteral("Person_ID"), 5},
+                   {QStringLiteral("Service_ID"), 1},
+                   {QStringLiteral("Fund_CD"), QStringLiteral("MOW")}});
+        insertRow(db(), QStringLiteral("Deliveri"),
+                  {{QStringLiteral("Person_ID"), 5},
+                   {QStringLiteral("Deliv_ID"), 1},
+                   {QStringLiteral("Funding_Desc"), QStringLiteral("MOW")}});
+        insertRow(
+            db(), QStringLiteral("Events"),
+            {{QStringLiteral("Person_ID"), 5}, {QStringLiteral("Funding_Desc"), QStringLiteral("MOW")}});
         for (int person : {0, 5})
             insertRow(db(), QStringLiteral("Pricing"),
-                      {{QStringLiteral("Person_ID"), person}, {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
-                       {QStringLiteral("Method"), QStringLiteral("F")}, {QStringLiteral("Unit"), QStringLiteral("L")},
+                      {{QStringLiteral("Person_ID"), person},
+                       {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
+                       {QStringLiteral("Method"), QStringLiteral("F")},
+                       {QStringLiteral("Unit"), QStringLiteral("L")},
                        {QStringLiteral("Amount"), 4.0}});
     }
     void source(int id, const char* code, const char* name)
     {
-        insertRow(db(), QStringLiteral("Fundsrcs"), {{QStringLiteral("Fund_ID"), id},
-                                                     {QStringLiteral("Fund_CD"), QString::fromLatin1(code)},
-                                                     {QStringLiteral("Fund_Srce"), QString::fromLatin1(name)},
-                                                     {QStringLiteral("Billed_Party"), QStringLiteral("3")}});
+        insertRow(db(), QStringLiteral("Fundsrcs"),
+                  {{QStringLiteral("Fund_ID"), id},
+                   {QStringLiteral("Fund_CD"), QString::fromLatin1(code)},
+                   {QStringLiteral("Fund_Srce"), QString::fromLatin1(name)},
+                   {QStringLiteral("Billed_Party"), QStringLiteral("3")}});
     }
     Database& db() { return data->db(); }
     // How many rows of each table keep the code: FundUses, Deliveri, Pricing, Events, Fundsrcs.
@@ -82,9 +90,11 @@ TEST_P(FundingSources, ACodeChangeReachesEveryTableInOneTransaction)
     ASSERT_TRUE(form.open());
     // A code another source has is refused; No to the question keeps the old code.
     EXPECT_FALSE(changeCode(form, "MOW", "T3"));
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning), QStringList{TFormEditFundingSources::duplicateText()});
+    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning),
+              QStringList{TFormEditFundingSources::duplicateText()});
     EXPECT_FALSE(changeCode(form, "MOW", "MW2"));
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Question), QStringList{TFormEditFundingSources::cascadeQuestion()});
+    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Question),
+              QStringList{TFormEditFundingSources::cascadeQuestion()});
     EXPECT_EQ(uses("MOW"), (QList<qint64>{1, 1, 2, 1, 1}));
 
     // Another workstation holds an event of the code: the last update fails
@@ -130,7 +140,8 @@ TEST_P(FundingSources, NewSourcesRatesAndTheChecksOfAPost)
     ASSERT_TRUE(editor.setValue(QStringLiteral("REIMBURSEMENT_METHOD"), QStringLiteral("T")));
     EXPECT_TRUE(form.timeRatesVisible());
     EXPECT_FALSE(editor.run(TFormEditBase::Command::Post));
-    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Warning).last().contains(QStringLiteral("Period blank")));
+    EXPECT_TRUE(
+        ui.texts(ScriptedUserInterface::Kind::Warning).last().contains(QStringLiteral("Period blank")));
     ASSERT_TRUE(editor.setValue(QStringLiteral("REIMBURSEMENT_PERIOD"), QStringLiteral("D")));
     ASSERT_TRUE(editor.setValue(QStringLiteral("REIMBURSEMENT_RATE"), 6.5));
     ASSERT_TRUE(editor.run(TFormEditBase::Command::Post));
@@ -153,26 +164,31 @@ TEST_P(FundingSources, NewSourcesRatesAndTheChecksOfAPost)
     EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning).last(), TFormEditFundingSources::noItemText());
     ASSERT_TRUE(form.setRateValue(QStringLiteral("Unit"), QStringLiteral("MF")));
     ASSERT_TRUE(form.postRate());
-    EXPECT_EQ(db().execute(QStringLiteral("select count(*) from Pricing where Fund_CD = 'PP' and Person_ID = 0 and "
-                                          "Method = 'F'"))
-                  .value(0, 0)
-                  .toInt(),
-              1);
+    EXPECT_EQ(
+        db().execute(QStringLiteral("select count(*) from Pricing where Fund_CD = 'PP' and Person_ID = 0 and "
+                                    "Method = 'F'"))
+            .value(0, 0)
+            .toInt(),
+        1);
 }
 
 TEST_P(FundingSources, DeletingIsGuardedInOrderAndTakesTheRates)
 {
-    db().execute(QStringLiteral("Insert into Services (Service_ID, Service_Desc, Default_Funding_Source) values (1, "
-                                "'Meals', 1)"));
+    db().execute(
+        QStringLiteral("Insert into Services (Service_ID, Service_Desc, Default_Funding_Source) values (1, "
+                       "'Meals', 1)"));
     TFormEditFundingSources form(*services, QStringLiteral("pat"));
     ASSERT_TRUE(form.open());
     TFormEditBase& editor = form.editor();
     ASSERT_TRUE(editor.dataSet().locate(QStringLiteral("FUND_CD"), QStringLiteral("MOW")));
     EXPECT_FALSE(editor.run(TFormEditBase::Command::Delete));
-    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Warning).last().startsWith(QStringLiteral("The Funding you are deleting is the default")));
+    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Warning)
+                    .last()
+                    .startsWith(QStringLiteral("The Funding you are deleting is the default")));
     db().execute(QStringLiteral("Update Services set Default_Funding_Source = 2"));
     EXPECT_FALSE(editor.run(TFormEditBase::Command::Delete));
-    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Warning).last().contains(QStringLiteral("Clients assigned")));
+    EXPECT_TRUE(
+        ui.texts(ScriptedUserInterface::Kind::Warning).last().contains(QStringLiteral("Clients assigned")));
     db().execute(QStringLiteral("Delete from FundUses"));
     // Deliveries, then events ask; No to either keeps the source.
     ui.clear();

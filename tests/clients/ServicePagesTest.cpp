@@ -10,8 +10,8 @@
 #include "applications/ServiceApplications.h"
 #include "applications/TFormAppComments.h"
 #include "dataset/Abort.h"
-#include "dataset/RecordLocks.h"
 #include "dataset/QueryDataSet.h"
+#include "dataset/RecordLocks.h"
 #include "funding/FundingTerms.h"
 #include "funding/FundingUses.h"
 #include "window/ClientPageData.h"
@@ -59,8 +59,9 @@ protected:
     qint64 count(const QString& sql) { return db().execute(sql).value(0, 0).toLongLong(); }
     QStringList events(int person)
     {
-        const ResultSet rows = db().execute(
-            QStringLiteral("select Event from History where Person_ID = :P order by RecordID"), {{QStringLiteral("P"), person}});
+        const ResultSet rows =
+            db().execute(QStringLiteral("select Event from History where Person_ID = :P order by RecordID"),
+                         {{QStringLiteral("P"), person}});
         QStringList list;
         for (qsizetype r = 0; r < rows.rowCount(); ++r)
             list.append(rows.value(r, 0).toString());
@@ -76,8 +77,10 @@ protected:
 
 TEST(ApplicationHistory, StatusTexts)
 {
-    EXPECT_EQ(applicationStatusEvent(QString(), QStringLiteral("P")), "Service App created with status of Pending.");
-    EXPECT_EQ(applicationStatusEvent(QStringLiteral("I"), QStringLiteral("A")), "App status changed from In Process to Approved.");
+    EXPECT_EQ(applicationStatusEvent(QString(), QStringLiteral("P")),
+              "Service App created with status of Pending.");
+    EXPECT_EQ(applicationStatusEvent(QStringLiteral("I"), QStringLiteral("A")),
+              "App status changed from In Process to Approved.");
     EXPECT_EQ(applicationStatusEvent(QStringLiteral("W"), QStringLiteral("C")),
               "App status changed from Wait-Listed to Cancelled.");
     EXPECT_EQ(applicationStatusEvent(QStringLiteral("D"), QString()), "Service App created.");
@@ -95,11 +98,12 @@ TEST_P(ServicePages, AnApplicationGetsItsServicesDocumentsAndConditionsAndAHisto
     TFormClients& f = open(QStringLiteral("userW"));
     moveToPerson(1);
     f.changePage(client_page::ClientServices);
-    insertRow(db(), QStringLiteral("Queries"),
-              {{QStringLiteral("Query_Name"), QStringLiteral("EXECUTE_ON_SAVE_APPLICATION")},
-               {QStringLiteral("Query_Lines"),
-                QStringLiteral("Update ServiceApps set User_Def1 = 'Seen by ' || Cast(:Staff_ID as VarChar(5)) "
-                               "where App_ID = :App_ID and Person_ID = :Person_ID")}});
+    insertRow(
+        db(), QStringLiteral("Queries"),
+        {{QStringLiteral("Query_Name"), QStringLiteral("EXECUTE_ON_SAVE_APPLICATION")},
+         {QStringLiteral("Query_Lines"),
+          QStringLiteral("Update ServiceApps set User_Def1 = 'Seen by ' || Cast(:Staff_ID as VarChar(5)) "
+                         "where App_ID = :App_ID and Person_ID = :Person_ID")}});
     ASSERT_TRUE(f.run(cmd::AddApplication));
     QueryDataSet& apps = page(QStringLiteral("QueryServiceApps"));
     ASSERT_EQ(apps.recordCount(), 1);
@@ -111,8 +115,9 @@ TEST_P(ServicePages, AnApplicationGetsItsServicesDocumentsAndConditionsAndAHisto
     const QString ofApp = QStringLiteral(" where App_ID = %1").arg(app);
     EXPECT_EQ(count(QStringLiteral("select count(*) from DocUses") + ofApp), 2);
     EXPECT_EQ(count(QStringLiteral("select count(*) from ConditionUses") + ofApp), 3);
-    EXPECT_EQ(count(QStringLiteral("select count(*) from DocUses where Person_ID = 1 and Requirement_Level = 'R' and "
-                                   "Create_Date = Current_Date")),
+    EXPECT_EQ(count(QStringLiteral(
+                  "select count(*) from DocUses where Person_ID = 1 and Requirement_Level = 'R' and "
+                  "Create_Date = Current_Date")),
               2);
     EXPECT_EQ(events(1), QStringList{"Service App created with status of Pending."});
     EXPECT_EQ(module->clients().fieldValue(u"EDIT_DTE").toDate(), QDate(2024, 3, 6));
@@ -122,7 +127,8 @@ TEST_P(ServicePages, AnApplicationGetsItsServicesDocumentsAndConditionsAndAHisto
     set(apps, QStringLiteral("Service_ID"), 2);
     apps.post();
     EXPECT_EQ(count(QStringLiteral("select count(*) from DocUses") + ofApp), 3);
-    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Question).contains(ServiceApplications::existingDocumentsQuestion()));
+    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Question)
+                    .contains(ServiceApplications::existingDocumentsQuestion()));
     // Back to the first, answered Yes: only the first service's remain.
     ui.answerNext(Answer::Yes);
     set(apps, QStringLiteral("Service_ID"), 1);
@@ -135,7 +141,9 @@ TEST_P(ServicePages, AnApplicationGetsItsServicesDocumentsAndConditionsAndAHisto
     TFormAppComments comments(apps, module->services());
     comments.setText(QStringLiteral("Called the daughter"));
     EXPECT_TRUE(comments.ok());
-    EXPECT_EQ(count(QStringLiteral("select count(*) from ServiceApps where Status_Comments = 'Called the daughter'")), 1);
+    EXPECT_EQ(count(QStringLiteral(
+                  "select count(*) from ServiceApps where Status_Comments = 'Called the daughter'")),
+              1);
 }
 
 TEST_P(ServicePages, DeletingAnApplicationTakesItsPaperworkInOneTransaction)
@@ -155,7 +163,8 @@ TEST_P(ServicePages, DeletingAnApplicationTakesItsPaperworkInOneTransaction)
     // document of the application, so its delete fails after the
     // application's own.
     std::unique_ptr<Database> other = data->openAnother();
-    const qint64 row = other->execute(QStringLiteral("Select KB_ROWID from DocUses")).value(0, 0).toLongLong();
+    const qint64 row =
+        other->execute(QStringLiteral("Select KB_ROWID from DocUses")).value(0, 0).toLongLong();
     int owner = 0;
     other->recordLocks().lock(&owner, QStringLiteral("DocUses"), row);
     db().recordLocks().setRetries(1, 10);
@@ -202,16 +211,16 @@ TEST_P(ServicePages, FundingUsesMayNotShareAWeekdayOfOneService)
             return false;
         }
     };
-    EXPECT_TRUE(add(0, "MOW", {"Monday"}));                       // all services on Monday
+    EXPECT_TRUE(add(0, "MOW", {"Monday"})); // all services on Monday
     EXPECT_EQ(uses.fieldValue(u"Service_Description").toString(), "All Services");
-    EXPECT_FALSE(add(2, "T3", {"Monday", "Tuesday"}));            // blocked by the All Services row
+    EXPECT_FALSE(add(2, "T3", {"Monday", "Tuesday"})); // blocked by the All Services row
     EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning), QStringList{FundingUses::overlapText()});
     EXPECT_TRUE(add(2, "T3", {"Tuesday"}));
     EXPECT_EQ(uses.fieldValue(u"Service_Description").toString(), "Frozen");
-    EXPECT_TRUE(add(1, "MOW", {"Tuesday", "Wednesday"}));         // another service on Tuesday: allowed
-    EXPECT_FALSE(add(1, "T3", {"Wednesday"}));                    // the same service and day
-    EXPECT_TRUE(add(1, "T3", {}));                                // no weekday passes
-    EXPECT_FALSE(add(0, "T3", {"Tuesday"}));                      // All Services meets every service
+    EXPECT_TRUE(add(1, "MOW", {"Tuesday", "Wednesday"})); // another service on Tuesday: allowed
+    EXPECT_FALSE(add(1, "T3", {"Wednesday"}));            // the same service and day
+    EXPECT_TRUE(add(1, "T3", {}));                        // no weekday passes
+    EXPECT_FALSE(add(0, "T3", {"Tuesday"}));              // All Services meets every service
     EXPECT_FALSE(add(1, "", {"Friday"}));
     EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning), QStringList{FundingUses::incompleteText()});
 
@@ -224,11 +233,13 @@ TEST_P(ServicePages, FundingUsesMayNotShareAWeekdayOfOneService)
     set(uses, QStringLiteral("Reimbursement_Method"), QStringLiteral("T"));
     ui.clear();
     EXPECT_THROW(uses.post(), Abort);
-    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Period blank")));
+    EXPECT_TRUE(
+        ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Period blank")));
     set(uses, QStringLiteral("Reimbursement_Period"), QStringLiteral("D"));
     ui.clear();
     EXPECT_THROW(uses.post(), Abort);
-    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Rate at zero")));
+    EXPECT_TRUE(
+        ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Rate at zero")));
     set(uses, QStringLiteral("Reimbursement_Rate"), 4.5);
     uses.post();
     EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Person_ID = 1")), 5);
@@ -244,23 +255,30 @@ TEST_P(ServicePages, FundingUsesMayNotShareAWeekdayOfOneService)
 TEST_P(ServicePages, ClientRatesHideTheFundersAndTheFundersHideTheItemsOwnPrice)
 {
     insertRow(db(), QStringLiteral("Items"),
-              {{QStringLiteral("Item_ID"), 4}, {QStringLiteral("Meal_Item"), QStringLiteral("Soup")},
+              {{QStringLiteral("Item_ID"), 4},
+               {QStringLiteral("Meal_Item"), QStringLiteral("Soup")},
                {QStringLiteral("Billed_Amount"), 2.0}});
     insertRow(db(), QStringLiteral("Items"),
-              {{QStringLiteral("Item_ID"), 5}, {QStringLiteral("Meal_Item"), QStringLiteral("Bread")},
+              {{QStringLiteral("Item_ID"), 5},
+               {QStringLiteral("Meal_Item"), QStringLiteral("Bread")},
                {QStringLiteral("Billed_Amount"), 1.0}});
     const auto price = [&](int person, const char* unit, const QVariant& item, double amount) {
         insertRow(db(), QStringLiteral("Pricing"),
-                  {{QStringLiteral("Person_ID"), person}, {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
-                   {QStringLiteral("Service_ID"), 1}, {QStringLiteral("Method"), QStringLiteral("F")},
-                   {QStringLiteral("Unit"), QString::fromLatin1(unit)}, {QStringLiteral("Item_ID"), item},
+                  {{QStringLiteral("Person_ID"), person},
+                   {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
+                   {QStringLiteral("Service_ID"), 1},
+                   {QStringLiteral("Method"), QStringLiteral("F")},
+                   {QStringLiteral("Unit"), QString::fromLatin1(unit)},
+                   {QStringLiteral("Item_ID"), item},
                    {QStringLiteral("Amount"), amount}});
     };
     price(0, "L", {}, 5.0);
     price(0, "D", {}, 6.0);
     price(0, "4", 4, 3.0);
     insertRow(db(), QStringLiteral("FundUses"),
-              {{QStringLiteral("Person_ID"), 1}, {QStringLiteral("Service_ID"), 1}, {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
+              {{QStringLiteral("Person_ID"), 1},
+               {QStringLiteral("Service_ID"), 1},
+               {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
                {QStringLiteral("Monday"), true}});
     TFormClients& f = open(QStringLiteral("userW"));
     moveToPerson(1);
@@ -288,7 +306,8 @@ TEST_P(ServicePages, ClientRatesHideTheFundersAndTheFundersHideTheItemsOwnPrice)
     QStringList shown;
     for (resulting.first(); !resulting.eof(); resulting.next())
         shown.append(QStringLiteral("%1 %2 %3 %4")
-                         .arg(resulting.fieldValue(u"Reason").toString(), resulting.fieldValue(u"Unit").toString().trimmed(),
+                         .arg(resulting.fieldValue(u"Reason").toString(),
+                              resulting.fieldValue(u"Unit").toString().trimmed(),
                               resulting.fieldValue(u"Rate_Item").toString())
                          .arg(resulting.fieldValue(u"Amount").toDouble()));
     EXPECT_EQ(shown, (QStringList{"E 5 Bread 1.5", "E L Lunches 4", "I 4 Soup 3", "I D Dinners 6"}));
@@ -304,7 +323,8 @@ TEST_P(ServicePages, WeekdayCommandsInvertEachBoxOfTheClient)
 {
     TFormClients& f = open(QStringLiteral("userW"));
     moveToPerson(1);
-    db().execute(QStringLiteral("Update Clients set Monday = True, Tuesday = False, Saturday = True, Sunday = False"));
+    db().execute(
+        QStringLiteral("Update Clients set Monday = True, Tuesday = False, Saturday = True, Sunday = False"));
     module->clients().refresh();
     ASSERT_TRUE(f.run(cmd::InvertWeekdays));
     EXPECT_TRUE(f.isEditing());

@@ -65,7 +65,8 @@ TEST_P(StandingSchedule, AClientsMondayListServesMondaysOnlyAndAnotherServicesLi
     EXPECT_EQ(savedItems(mealCrdt(monday), 10), QList<int>{3});
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, StandingSchedule, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
+INSTANTIATE_TEST_SUITE_P(Stores, StandingSchedule,
+                         ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
                          [](const auto& info) { return storeName(info.param); });
 
 // Ongoing clients of every frequency on several weekday patterns: for each
@@ -75,15 +76,16 @@ using ScheduleAgreement = RunFixture;
 
 TEST_F(ScheduleAgreement, CalendarAndConditionCheckAgreeWithThePreparedRunOverAYear)
 {
-    const QStringList frequencies = {QStringLiteral("A"), QStringLiteral("O"), QStringLiteral("E"),
-                                     QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"),
-                                     QStringLiteral("4"), QString()};
+    const QStringList frequencies = {
+        QStringLiteral("A"), QStringLiteral("O"), QStringLiteral("E"), QStringLiteral("1"),
+        QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4"), QString()};
     const char* const days[] = {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"};
     int person = 0;
     QList<int> always; // clients no date, stop or suspension limits
     for (const QString& frequency : frequencies)
         for (int pattern = 0; pattern < 3; ++pattern) {
-            Params values = {{QStringLiteral("Ongoing_Frequency"), frequency.isEmpty() ? QVariant() : frequency}};
+            Params values = {
+                {QStringLiteral("Ongoing_Frequency"), frequency.isEmpty() ? QVariant() : frequency}};
             for (int d = 0; d < 7; ++d)
                 values.emplace_back(QString::fromLatin1(days[d]), (d + pattern) % (pattern + 2) == 0);
             addClient(++person, values);
@@ -91,7 +93,8 @@ TEST_F(ScheduleAgreement, CalendarAndConditionCheckAgreeWithThePreparedRunOverAY
         }
     // The run's other limits, which the calendar leaves out and the check does not.
     addClient(++person, {{QStringLiteral("Stop_Dte"), QDate(2024, 6, 3)}});
-    addClient(++person, {{QStringLiteral("Start_Dte"), QDate(2024, 9, 2)}, {QStringLiteral("Ongoing_Frequency"), QStringLiteral("E")}});
+    addClient(++person, {{QStringLiteral("Start_Dte"), QDate(2024, 9, 2)},
+                         {QStringLiteral("Ongoing_Frequency"), QStringLiteral("E")}});
     addClient(++person, {{QStringLiteral("Ongoing_Frequency"), QStringLiteral("O")}});
     addSuspension(person, QDate(2024, 4, 1), QDate(2024, 4, 22));
 

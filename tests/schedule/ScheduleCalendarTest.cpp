@@ -46,7 +46,8 @@ TEST(ScheduleCalendar, MarksTheCheckedWeekdaysOfTheDeliveryWeeks)
     EXPECT_EQ(calendar.firstShown(), QDate(2024, 7, 1));
     EXPECT_EQ(calendar.lastShown(), QDate(2024, 7, 30));
 
-    EXPECT_EQ(TFormScheduleCalendar(everyMonday(QStringLiteral(" ")), today, ui).title(), "All Delivery Weeks");
+    EXPECT_EQ(TFormScheduleCalendar(everyMonday(QStringLiteral(" ")), today, ui).title(),
+              "All Delivery Weeks");
     EXPECT_EQ(TFormScheduleCalendar(everyMonday(QStringLiteral("3")), today, ui).title(),
               "Third Week of the Month Deliveries");
     TFormScheduleCalendar first(everyMonday(QStringLiteral("1")), today, ui);
@@ -98,7 +99,10 @@ protected:
             lines.append(l.condition + QStringLiteral(": ") + (l.ok ? QStringLiteral("OK") : l.reason));
         return lines;
     }
-    bool thumbUp(const QDate& date) { return TFormDeliveryConditionsVerification(db(), client, date).thumbUp(); }
+    bool thumbUp(const QDate& date)
+    {
+        return TFormDeliveryConditionsVerification(db(), client, date).thumbUp();
+    }
 
     std::unique_ptr<TempDataDir> data;
     ClientSchedule client;
@@ -124,19 +128,21 @@ TEST_P(ConditionsTest, EveryLineWithItsReason)
     client.start = Monday.addDays(1);
     client.stop = Monday;
     EXPECT_EQ(check(Monday),
-              (QStringList{"The client's status must be 'Active': Status is Stopped",
-                           "The client must be on a service: No service has been assigned",
-                           "The client must be assigned to a route: There is no default route",
-                           "Day of the week must be selected for the date: The day of the week isn't selected",
-                           "The start date must be prior to the delivery date: Chosen date is before the Start date",
-                           "The stop date, if there is one, must be later than the delivery date: There is a stop "
-                           "date in effect",
-                           "A suspension cannot be in effect during the delivery: OK"}));
+              (QStringList{
+                  "The client's status must be 'Active': Status is Stopped",
+                  "The client must be on a service: No service has been assigned",
+                  "The client must be assigned to a route: There is no default route",
+                  "Day of the week must be selected for the date: The day of the week isn't selected",
+                  "The start date must be prior to the delivery date: Chosen date is before the Start date",
+                  "The stop date, if there is one, must be later than the delivery date: There is a stop "
+                  "date in effect",
+                  "A suspension cannot be in effect during the delivery: OK"}));
     EXPECT_FALSE(thumbUp(Monday));
     client.status = QStringLiteral("N");
     client.start = QDate();
     EXPECT_EQ(check(Monday).at(0), "The client's status must be 'Active': Status is Not Yet Started");
-    EXPECT_EQ(check(Monday).at(4), "The start date must be prior to the delivery date: There is no Start Date");
+    EXPECT_EQ(check(Monday).at(4),
+              "The start date must be prior to the delivery date: There is no Start Date");
     client.status = QStringLiteral("I");
     EXPECT_EQ(check(Monday).at(0), "The client's status must be 'Active': Status is Inactive");
 }
@@ -144,7 +150,8 @@ TEST_P(ConditionsTest, EveryLineWithItsReason)
 TEST_P(ConditionsTest, WeeksScheduledDeliveriesAndSuspensions)
 {
     client.frequency = QStringLiteral("O"); // 11 March 2024 is in an even week
-    EXPECT_EQ(check(Monday).at(3), "Day of the week must be selected for the date: The day of the week isn't selected");
+    EXPECT_EQ(check(Monday).at(3),
+              "Day of the week must be selected for the date: The day of the week isn't selected");
     EXPECT_TRUE(thumbUp(Monday.addDays(7)));
     // A scheduled delivery on the date is served whatever the week.
     dated(Monday, "S", 2);
@@ -157,13 +164,16 @@ TEST_P(ConditionsTest, WeeksScheduledDeliveriesAndSuspensions)
                {QStringLiteral("Stop_Dt"), Monday},
                {QStringLiteral("Resume_Dt"), Monday.addDays(8)}});
     EXPECT_EQ(check(Monday).last(), "A suspension exists but a scheduled delivery overrides it: OK");
-    EXPECT_EQ(check(Monday.addDays(7)).last(), "A suspension is in effect for this date: There is a suspension in effect");
+    EXPECT_EQ(check(Monday.addDays(7)).last(),
+              "A suspension is in effect for this date: There is a suspension in effect");
     EXPECT_EQ(check(Monday.addDays(8)).last(), "A suspension cannot be in effect during the delivery: OK");
     db().execute(QStringLiteral("Update Config set SUSPEND_SCHEDULED_DELIVERIES = True"));
-    EXPECT_EQ(check(Monday).last(), "A suspension is in effect for this date: There is a suspension in effect");
+    EXPECT_EQ(check(Monday).last(),
+              "A suspension is in effect for this date: There is a suspension in effect");
 
     client.deliveryType = QStringLiteral("E");
-    EXPECT_EQ(check(Monday).at(3), "There must be an episodic delivery for the date: There is no delivery scheduled.");
+    EXPECT_EQ(check(Monday).at(3),
+              "There must be an episodic delivery for the date: There is no delivery scheduled.");
     EXPECT_EQ(check(Monday).last(), "A suspension exists but does not apply: OK");
     dated(Monday.addDays(1), "E");
     EXPECT_TRUE(thumbUp(Monday.addDays(1)));
@@ -173,7 +183,8 @@ TEST_P(ConditionsTest, ShowsTheItemsOfTheDateByTheRunsLookup)
 {
     for (int item = 1; item <= 3; ++item)
         insertRow(db(), QStringLiteral("Items"),
-                  {{QStringLiteral("Item_ID"), item}, {QStringLiteral("Meal_Item"), QStringLiteral("Item %1").arg(item)}});
+                  {{QStringLiteral("Item_ID"), item},
+                   {QStringLiteral("Meal_Item"), QStringLiteral("Item %1").arg(item)}});
     const auto line = [&](int person, int service, const char* day, int item, int quantity) {
         insertRow(db(), QStringLiteral("Defdels"),
                   {{QStringLiteral("Person_ID"), person},

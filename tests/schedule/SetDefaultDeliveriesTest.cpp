@@ -50,8 +50,9 @@ protected:
     QList<QPair<int, int>> lines(int service, const char* day)
     {
         const ResultSet rows = db().execute(
-            QStringLiteral("select Item_ID, Sort_Order from DefDels where Person_ID = 0 and Service_ID = :S and "
-                           "Del_Day = :D and Deliv_ID is null order by Sort_Order, RecordID"),
+            QStringLiteral(
+                "select Item_ID, Sort_Order from DefDels where Person_ID = 0 and Service_ID = :S and "
+                "Del_Day = :D and Deliv_ID is null order by Sort_Order, RecordID"),
             {{QStringLiteral("S"), service}, {QStringLiteral("D"), QString::fromLatin1(day)}});
         QList<QPair<int, int>> list;
         for (qsizetype r = 0; r < rows.rowCount(); ++r)
@@ -187,7 +188,8 @@ TEST_P(SetDefaultDeliveriesTest, ClosingAsksAboutAPendingEdit)
     ui.answerNext(Answer::Yes);
     EXPECT_TRUE(form.FormClose());
     EXPECT_EQ(db().execute(QStringLiteral("select Quantity from DefDels")).value(0, 0).toInt(), 6);
-    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Question).count(TFormSetDefaultDeliveries::closeQuestion()), 2);
+    EXPECT_EQ(
+        ui.texts(ScriptedUserInterface::Kind::Question).count(TFormSetDefaultDeliveries::closeQuestion()), 2);
     EXPECT_FALSE(form.list().isActive());
 
     // Changing the day posts the pending edit first.

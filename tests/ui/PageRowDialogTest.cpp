@@ -29,14 +29,19 @@ protected:
     {
         ModuleFixture::SetUp();
         if (!data) return;
-        insertRow(db(), QStringLiteral("Services"), {{QStringLiteral("Service_ID"), 1},
-                                                     {QStringLiteral("Service_Desc"), QStringLiteral("Home Meals")},
-                                                     {QStringLiteral("Service_Type"), QStringLiteral("D")}});
-        insertRow(db(), QStringLiteral("Fundsrcs"), {{QStringLiteral("Fund_ID"), 1}, {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
-                                                     {QStringLiteral("Fund_Srce"), QStringLiteral("Meals Fund")}});
+        insertRow(db(), QStringLiteral("Services"),
+                  {{QStringLiteral("Service_ID"), 1},
+                   {QStringLiteral("Service_Desc"), QStringLiteral("Home Meals")},
+                   {QStringLiteral("Service_Type"), QStringLiteral("D")}});
+        insertRow(db(), QStringLiteral("Fundsrcs"),
+                  {{QStringLiteral("Fund_ID"), 1},
+                   {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
+                   {QStringLiteral("Fund_Srce"), QStringLiteral("Meals Fund")}});
         insertRow(db(), QStringLiteral("Clients"),
-                  {{QStringLiteral("Person_ID"), 1}, {QStringLiteral("Client_ID"), QStringLiteral("101.0")},
-                   {QStringLiteral("Last_Name"), QStringLiteral("Ames")}, {QStringLiteral("Status"), QStringLiteral("A")},
+                  {{QStringLiteral("Person_ID"), 1},
+                   {QStringLiteral("Client_ID"), QStringLiteral("101.0")},
+                   {QStringLiteral("Last_Name"), QStringLiteral("Ames")},
+                   {QStringLiteral("Status"), QStringLiteral("A")},
                    {QStringLiteral("Svcs_Used"), 1}});
     }
     void beforeStart(TDataModule1& m) override { rules = std::make_unique<ModuleClientRules>(m); }
@@ -72,10 +77,11 @@ TEST_P(PageRowDialogTest, AFundingUseIsTypedAndSavedThroughItsRules)
         EXPECT_EQ(dialog.result(), QDialog::Accepted);
     }
     EXPECT_EQ(uses.state(), DataSet::State::Browse);
-    EXPECT_EQ(db().execute(QStringLiteral("select count(*) from FundUses where Fund_CD = 'MOW' and Sunday = False"))
-                  .value(0, 0)
-                  .toInt(),
-              1);
+    EXPECT_EQ(
+        db().execute(QStringLiteral("select count(*) from FundUses where Fund_CD = 'MOW' and Sunday = False"))
+            .value(0, 0)
+            .toInt(),
+        1);
 
     // A second source on the same days is refused: the form stays open.
     form->funding().ActionAddFunding();

@@ -48,11 +48,13 @@ protected:
     void SetUp() override
     {
         insertRow(data.db(), QStringLiteral("Services"),
-                  {{QStringLiteral("Service_ID"), 1}, {QStringLiteral("Service_Desc"), QStringLiteral("Hot Meals")},
+                  {{QStringLiteral("Service_ID"), 1},
+                   {QStringLiteral("Service_Desc"), QStringLiteral("Hot Meals")},
                    {QStringLiteral("Service_Type"), QStringLiteral("D")}});
         for (int item = 1; item <= 2; ++item)
             insertRow(data.db(), QStringLiteral("Items"),
-                      {{QStringLiteral("Item_ID"), item}, {QStringLiteral("Meal_Item"), QStringLiteral("Item %1").arg(item)}});
+                      {{QStringLiteral("Item_ID"), item},
+                       {QStringLiteral("Meal_Item"), QStringLiteral("Item %1").arg(item)}});
     }
 
     TempDataDir data;
@@ -79,8 +81,8 @@ TEST_F(ScheduleScreens, DefaultDeliveriesAddAnItemAndPickIt)
     view.button(QStringLiteral("Dupe Monday"))->click();
     picture(view, "set-default-deliveries.png");
     view.button(QStringLiteral("Close"))->click();
-    const ResultSet rows = data.db().execute(
-        QStringLiteral("select Del_Day, Item_ID, Quantity from DefDels where Person_ID = 0 order by RecordID"));
+    const ResultSet rows = data.db().execute(QStringLiteral(
+        "select Del_Day, Item_ID, Quantity from DefDels where Person_ID = 0 order by RecordID"));
     ASSERT_EQ(rows.rowCount(), 5); // Monday and the four other days a new agency serves
     EXPECT_EQ(rows.value(0, 1).toInt(), 2);
     EXPECT_EQ(rows.value(4, 2).toInt(), 3);
@@ -116,13 +118,18 @@ TEST_F(ScheduleScreens, CalendarAndConditionCheckShowTheirResults)
 TEST_F(ScheduleScreens, FundingSourcesShowTheirRatesBehindViewRates)
 {
     insertRow(data.db(), QStringLiteral("Fundsrcs"),
-              {{QStringLiteral("Fund_ID"), 1}, {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
-               {QStringLiteral("Fund_Srce"), QStringLiteral("Meals Fund")}, {QStringLiteral("Billed_Party"), QStringLiteral("3")},
+              {{QStringLiteral("Fund_ID"), 1},
+               {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
+               {QStringLiteral("Fund_Srce"), QStringLiteral("Meals Fund")},
+               {QStringLiteral("Billed_Party"), QStringLiteral("3")},
                {QStringLiteral("Reimbursement_Method"), QStringLiteral("I")}});
     insertRow(data.db(), QStringLiteral("Pricing"),
-              {{QStringLiteral("Person_ID"), 0}, {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
-               {QStringLiteral("Method"), QStringLiteral("F")}, {QStringLiteral("Unit"), QStringLiteral("2")},
-               {QStringLiteral("Item_ID"), 2}, {QStringLiteral("Amount"), 3.5}});
+              {{QStringLiteral("Person_ID"), 0},
+               {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
+               {QStringLiteral("Method"), QStringLiteral("F")},
+               {QStringLiteral("Unit"), QStringLiteral("2")},
+               {QStringLiteral("Item_ID"), 2},
+               {QStringLiteral("Amount"), 3.5}});
     TFormEditFundingSources presenter(services, QStringLiteral("pat"));
     ASSERT_TRUE(presenter.open());
     ui::FundingSourcesView view(presenter, settings);

@@ -20,7 +20,8 @@ enum Column { UnitColumn, AmountColumn };
 
 } // namespace
 
-FundingSourcesView::FundingSourcesView(TFormEditFundingSources& presenter, SettingsFile& settings, QWidget* parent)
+FundingSourcesView::FundingSourcesView(TFormEditFundingSources& presenter, SettingsFile& settings,
+                                       QWidget* parent)
     : EditBaseView(presenter.editor(), parent, &settings), m_funding(presenter),
       m_ratesButton(new QPushButton(presenter.ratesButtonText(), this)),
       m_ratesBox(new QGroupBox(QStringLiteral("Reimbursement Rates by Item"), this)),
@@ -81,15 +82,17 @@ void FundingSourcesView::showRates()
         units->addItem(QString());
         for (const auto& choice : m_funding.unitChoices())
             units->addItem(choice.name, choice.unit);
-        units->setCurrentIndex(std::max(0, units->findData(rates.fieldValueAt(r, unit).toString().trimmed())));
+        units->setCurrentIndex(
+            std::max(0, units->findData(rates.fieldValueAt(r, unit).toString().trimmed())));
         connect(units, &QComboBox::currentIndexChanged, this, [this, units, r] {
             if (m_showing) return;
             m_funding.rates().setRecNo(r + 1);
             if (m_funding.setRateValue(QStringLiteral("Unit"), units->currentData())) m_funding.postRate();
         });
         m_rates->setCellWidget(r, UnitColumn, units);
-        m_rates->setItem(r, AmountColumn,
-                         new QTableWidgetItem(QString::number(rates.fieldValueAt(r, amount).toDouble(), 'f', 2)));
+        m_rates->setItem(
+            r, AmountColumn,
+            new QTableWidgetItem(QString::number(rates.fieldValueAt(r, amount).toDouble(), 'f', 2)));
     }
     m_showing = false;
 }

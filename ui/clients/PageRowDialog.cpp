@@ -28,7 +28,7 @@ struct PageRowDialog::Field
     QString field;
     QString label;
     RowKind kind = RowKind::Text;
-    QString list;                       // a list of the client window (Choice)
+    QString list;                         // a list of the client window (Choice)
     QList<QPair<QString, QString>> codes; // value and text (Codes)
 };
 
@@ -36,7 +36,8 @@ namespace {
 
 using F = QList<QPair<QString, QString>>;
 
-const F Methods = {{QString(), QString()}, {QStringLiteral("T"), QStringLiteral("Time Period")},
+const F Methods = {{QString(), QString()},
+                   {QStringLiteral("T"), QStringLiteral("Time Period")},
                    {QStringLiteral("I"), QStringLiteral("Meals or Meal Items")}};
 const F Periods = {{QString(), QString()}, {QStringLiteral("D"), QStringLiteral("Day")}};
 const F Statuses = {{QString(), QString()},
@@ -58,23 +59,36 @@ const QList<PageRowDialog::Field>& PageRowDialog::fieldsOf(const QString& grid)
 {
     static const QHash<QString, QList<Field>> forms = {
         {QStringLiteral("QueryFundUses"),
-         {{QStringLiteral("Service_ID"), QStringLiteral("Service"), RowKind::Choice, QStringLiteral("FundedServices")},
+         {{QStringLiteral("Service_ID"), QStringLiteral("Service"), RowKind::Choice,
+           QStringLiteral("FundedServices")},
           {QStringLiteral("Fund_CD"), QStringLiteral("Funding Source"), RowKind::Choice,
            QStringLiteral("FundingSources")},
-          {QStringLiteral("Reimbursement_Method"), QStringLiteral("Reimbursement Method"), RowKind::Codes, {}, Methods},
+          {QStringLiteral("Reimbursement_Method"),
+           QStringLiteral("Reimbursement Method"),
+           RowKind::Codes,
+           {},
+           Methods},
           {QStringLiteral("Reimbursement_Rate"), QStringLiteral("Reimbursement Rate"), RowKind::Money},
-          {QStringLiteral("Reimbursement_Period"), QStringLiteral("Reimbursement Period"), RowKind::Codes, {}, Periods},
+          {QStringLiteral("Reimbursement_Period"),
+           QStringLiteral("Reimbursement Period"),
+           RowKind::Codes,
+           {},
+           Periods},
           {QStringLiteral("#Days"), QStringLiteral("Days"), RowKind::Days}}},
         {QStringLiteral("QueryClientSpecificFundingRates"),
-         {{QStringLiteral("Unit"), QStringLiteral("Item or Meal"), RowKind::Choice, QStringLiteral("FundingItems")},
+         {{QStringLiteral("Unit"), QStringLiteral("Item or Meal"), RowKind::Choice,
+           QStringLiteral("FundingItems")},
           {QStringLiteral("Amount"), QStringLiteral("Reimbursement Rate"), RowKind::Money}}},
         {QStringLiteral("QueryItemPledgeRates"),
-         {{QStringLiteral("Unit"), QStringLiteral("Item or Meal"), RowKind::Choice, QStringLiteral("PledgeItems")},
+         {{QStringLiteral("Unit"), QStringLiteral("Item or Meal"), RowKind::Choice,
+           QStringLiteral("PledgeItems")},
           {QStringLiteral("Amount"), QStringLiteral("Pledge"), RowKind::Money}}},
         {QStringLiteral("QueryServiceApps"),
-         {{QStringLiteral("Service_ID"), QStringLiteral("Service"), RowKind::Choice, QStringLiteral("OtherServices")},
+         {{QStringLiteral("Service_ID"), QStringLiteral("Service"), RowKind::Choice,
+           QStringLiteral("OtherServices")},
           {QStringLiteral("App_Status"), QStringLiteral("Status"), RowKind::Codes, {}, Statuses},
-          {QStringLiteral("Assigned_To"), QStringLiteral("Assigned To"), RowKind::Choice, QStringLiteral("Staff")},
+          {QStringLiteral("Assigned_To"), QStringLiteral("Assigned To"), RowKind::Choice,
+           QStringLiteral("Staff")},
           {QStringLiteral("Physical_Location"), QStringLiteral("Physical Location"), RowKind::Text},
           {QStringLiteral("Status_Comments"), QStringLiteral("Comments"), RowKind::Memo}}},
     };
@@ -184,7 +198,8 @@ void PageRowDialog::done(int result)
             for (const Field& f : fieldsOf(m_grid)) {
                 if (f.kind == RowKind::Days) {
                     for (const Weekday& d : weekdays())
-                        m_set.setFieldValue(d.column, qobject_cast<QCheckBox*>(m_editors.value(d.column))->isChecked());
+                        m_set.setFieldValue(d.column,
+                                            qobject_cast<QCheckBox*>(m_editors.value(d.column))->isChecked());
                 } else {
                     m_set.setFieldValue(f.field, typed(f));
                 }

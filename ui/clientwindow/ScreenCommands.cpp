@@ -51,6 +51,7 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QTabWidget>
 
 namespace kb::ui {
 
@@ -157,6 +158,14 @@ void registerScheduleAndFundingScreens(MainWindow& window)
         form.applications().ActionAddApplication();
         rowForm(QStringLiteral("QueryServiceApps"));
     });
+    // The agency chooses which funding sheets show, and which first.
+    if (auto* sheets = window.findChild<QTabWidget*>(QStringLiteral("Funding/Billing Sheets"));
+        sheets && sheets->count() == 2) {
+        const FundingSheets shown = form.funding().sheets();
+        sheets->setTabVisible(0, shown.funding);
+        sheets->setTabVisible(1, shown.pledges);
+        sheets->setCurrentIndex(shown.pledgesFirst ? 1 : 0);
+    }
     QObject::connect(window.fields(), &ClientFieldsView::gridRowActivated, w, [w, &form](const QString& grid, int row) {
         if (!PageRowDialog::hasForm(grid) || !form.pageData().isOpen(grid)) return;
         QueryDataSet& set = form.pageData().query(grid);

@@ -58,7 +58,8 @@ void DeliveryConditionsView::showResult()
     m_lines->setRowCount(int(lines.size()));
     for (int r = 0; r < lines.size(); ++r) {
         m_lines->setItem(r, 0, new QTableWidgetItem(lines[r].condition));
-        auto* result = new QTableWidgetItem(lines[r].ok ? TFormDeliveryConditionsVerification::okText() : lines[r].reason);
+        auto* result = new QTableWidgetItem(lines[r].ok ? TFormDeliveryConditionsVerification::okText()
+                                                        : lines[r].reason);
         result->setForeground(lines[r].ok ? QColor(0, 110, 0) : QColor(Qt::red));
         m_lines->setItem(r, 1, result);
     }
@@ -70,7 +71,8 @@ void DeliveryConditionsView::showResult()
     QStringList items;
     for (const auto& item : m_presenter.items())
         items.append(QStringLiteral("%1 x %2").arg(item.quantity).arg(item.name));
-    m_items->setText(m_presenter.itemSource() + (items.isEmpty() ? QString() : QStringLiteral(": ") + items.join(QStringLiteral(", "))));
+    m_items->setText(m_presenter.itemSource() +
+                     (items.isEmpty() ? QString() : QStringLiteral(": ") + items.join(QStringLiteral(", "))));
 }
 
 } // namespace kb::ui

@@ -45,7 +45,8 @@ void MarkedCalendar::paintCell(QPainter* painter, const QRect& rect, QDate date)
     QCalendarWidget::paintCell(painter, rect, date);
 }
 
-ScheduleCalendarView::ScheduleCalendarView(TFormScheduleCalendar& presenter, SettingsFile& settings, QWidget* parent)
+ScheduleCalendarView::ScheduleCalendarView(TFormScheduleCalendar& presenter, SettingsFile& settings,
+                                           QWidget* parent)
     : QDialog(parent), m_presenter(presenter)
 {
     setObjectName(TFormScheduleCalendar::formName());

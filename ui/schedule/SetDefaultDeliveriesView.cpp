@@ -22,8 +22,8 @@ enum Column { DayColumn, QuantityColumn, ItemColumn, OrderColumn };
 
 } // namespace
 
-SetDefaultDeliveriesView::SetDefaultDeliveriesView(TFormSetDefaultDeliveries& presenter, SettingsFile& settings,
-                                                   QWidget* parent)
+SetDefaultDeliveriesView::SetDefaultDeliveriesView(TFormSetDefaultDeliveries& presenter,
+                                                   SettingsFile& settings, QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_settings(settings), m_services(new QComboBox(this)),
       m_days(new QButtonGroup(this)), m_grid(new QTableWidget(0, 4, this))
 {
@@ -53,8 +53,8 @@ SetDefaultDeliveriesView::SetDefaultDeliveriesView(TFormSetDefaultDeliveries& pr
     days->addStretch();
     layout->addLayout(days);
 
-    m_grid->setHorizontalHeaderLabels({QStringLiteral("Day"), QStringLiteral("Quantity"), QStringLiteral("Item"),
-                                       QStringLiteral("Order")});
+    m_grid->setHorizontalHeaderLabels(
+        {QStringLiteral("Day"), QStringLiteral("Quantity"), QStringLiteral("Item"), QStringLiteral("Order")});
     m_grid->verticalHeader()->hide();
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -161,7 +161,8 @@ void SetDefaultDeliveriesView::cellEdited(int row, int column)
 {
     if (m_showing) return;
     m_presenter.list().setRecNo(row + 1);
-    const QString field = column == QuantityColumn ? QStringLiteral("Quantity") : QStringLiteral("Sort_Order");
+    const QString field =
+        column == QuantityColumn ? QStringLiteral("Quantity") : QStringLiteral("Sort_Order");
     const QString text = m_grid->item(row, column)->text().trimmed();
     if (m_presenter.setValue(field, text.isEmpty() ? QVariant() : QVariant(text)) && m_presenter.post()) {
         // A new order shows at once.

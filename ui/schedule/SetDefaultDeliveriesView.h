@@ -23,7 +23,8 @@ class SetDefaultDeliveriesView : public QDialog
     Q_OBJECT
 
 public:
-    SetDefaultDeliveriesView(TFormSetDefaultDeliveries& presenter, SettingsFile& settings, QWidget* parent = nullptr);
+    SetDefaultDeliveriesView(TFormSetDefaultDeliveries& presenter, SettingsFile& settings,
+                             QWidget* parent = nullptr);
 
     QTableWidget* grid() const { return m_grid; }
     QComboBox* services() const { return m_services; }
