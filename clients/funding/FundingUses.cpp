@@ -58,11 +58,7 @@ FundingUses::FundingUses(TDataModule1& module, ClientPageData& pages, UserInterf
 
     QueryDataSet& rates = clientRates();
     chainHook(rates, DataSet::Hook::AfterInsert, [this](DataSet& s) {
-        s.setFieldValue(u"Person_ID", m_module.clients().fieldValue(u"PERSON_ID"));
-        s.setFieldValue(u"Created_By", m_module.session().userFullName);
-        s.setFieldValue(u"Date_Created", m_module.clock().today());
-        s.setFieldValue(u"Method", QStringLiteral("F"));
-        s.setFieldValue(u"Amount", 0);
+        stampNewRate(s, QStringLiteral("F"));
         s.setFieldValue(u"Fund_CD", fundUses().fieldValue(u"Fund_CD"));
         s.setFieldValue(u"Service_ID", fundUses().fieldValue(u"Service_ID"));
     });
@@ -72,13 +68,8 @@ FundingUses::FundingUses(TDataModule1& module, ClientPageData& pages, UserInterf
     });
 
     QueryDataSet& pledge = pledges();
-    chainHook(pledge, DataSet::Hook::AfterInsert, [this](DataSet& s) {
-        s.setFieldValue(u"Person_ID", m_module.clients().fieldValue(u"PERSON_ID"));
-        s.setFieldValue(u"Created_By", m_module.session().userFullName);
-        s.setFieldValue(u"Date_Created", m_module.clock().today());
-        s.setFieldValue(u"Method", QStringLiteral("P"));
-        s.setFieldValue(u"Amount", 0);
-    });
+    chainHook(pledge, DataSet::Hook::AfterInsert,
+              [this](DataSet& s) { stampNewRate(s, QStringLiteral("P")); });
     chainHook(pledge, DataSet::Hook::BeforePost, [this](DataSet& s) { rateBeforePost(s, zeroPledgeText()); });
 
     QueryDataSet& resulting = resultingRates();
@@ -170,6 +161,15 @@ void FundingUses::fundUseBeforePost(DataSet& set)
         throw Abort();
     }
     set.setFieldValue(u"Last_Updated", m_module.clock().now());
+}
+
+void FundingUses::stampNewRate(DataSet& set, const QString& method)
+{
+    set.setFieldValue(u"Person_ID", m_module.clients().fieldValue(u"PERSON_ID"));
+    set.setFieldValue(u"Created_By", m_module.session().userFullName);
+    set.setFieldValue(u"Date_Created", m_module.clock().today());
+    set.setFieldValue(u"Method", method);
+    set.setFieldValue(u"Amount", 0);
 }
 
 void FundingUses::rateBeforePost(DataSet& set, const QString& zeroText)

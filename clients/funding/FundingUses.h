@@ -79,6 +79,8 @@ public:
 private:
     void fundUseAfterInsert(DataSet& set);
     void fundUseBeforePost(DataSet& set);
+    // A new client rate ("F") or pledge ("P") of the client, by this user, today, at 0.
+    void stampNewRate(DataSet& set, const QString& method);
     void rateBeforePost(DataSet& set, const QString& zeroText);
     void askBeforeClose(DataSet& set, const QString& question);
     void reopenClientRates();

@@ -1,6 +1,7 @@
 #include "clientwindow/ScreenCommands.h"
 
 #include "ConfigView.h"
+#include "PrintPicture.h"
 #include "FormPlacement.h"
 #include "GeocodingView.h"
 #include "OrderRoutesView.h"
@@ -48,9 +49,6 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QMessageBox>
-#include <QPainter>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QTabWidget>
 
 namespace kb::ui {
@@ -70,21 +68,7 @@ void printWindow(MainWindow& window, UserInterface& ui)
         return;
     }
     printing = true;
-    QPrinter printer(QPrinter::HighResolution);
-    QPrintDialog dialog(&printer, &window);
-    bool printed = false;
-    if (dialog.exec() == QDialog::Accepted) {
-        const QPixmap picture = window.grab();
-        QPainter painter;
-        if (painter.begin(&printer)) {
-            const QRect page = painter.viewport();
-            const QSize size = picture.size().scaled(page.size(), Qt::KeepAspectRatio);
-            painter.setViewport(page.x(), page.y(), size.width(), size.height());
-            painter.setWindow(picture.rect());
-            painter.drawPixmap(0, 0, picture);
-            printed = painter.end();
-        }
-    }
+    const bool printed = printPicture(window);
     printing = false;
     if (!printed) ui.warning(TFormClients::printFailedText());
 }
@@ -107,9 +91,7 @@ void registerScheduleAndFundingScreens(MainWindow& window)
     TDataModule1& module = form.module();
     UserInterface& ui = window.ui();
     MainWindow* w = &window;
-    const auto on = [&form](const QString& id, std::function<void()> handler) {
-        form.setHandler(id, std::move(handler));
-    };
+    const auto on = [&form](const QString& id, std::function<void()> handler) { form.setHandler(id, handler); };
     on(cmd::ScheduleCalendar, [w, &module, &ui] {
         TFormScheduleCalendar presenter(ClientSchedule::fromRow(module.clients()), module.clock().today(), ui);
         ScheduleCalendarView view(presenter, module.userSettings(), w);

@@ -1,13 +1,12 @@
 #include "schedule/ScheduleCalendarView.h"
 
 #include "FormPlacement.h"
+#include "PrintPicture.h"
 #include "defaults/TFormScheduleCalendar.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -118,21 +117,7 @@ void ScheduleCalendarView::showFrom(int year, int month)
 void ScheduleCalendarView::print()
 {
     if (!m_presenter.startPrint()) return;
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageOrientation(QPageLayout::Landscape);
-    QPrintDialog dialog(&printer, this);
-    if (dialog.exec() == QDialog::Accepted) {
-        const QPixmap picture = grab();
-        QPainter painter;
-        if (painter.begin(&printer)) {
-            const QRect page = painter.viewport();
-            const QSize size = picture.size().scaled(page.size(), Qt::KeepAspectRatio);
-            painter.setViewport(page.x(), page.y(), size.width(), size.height());
-            painter.setWindow(picture.rect());
-            painter.drawPixmap(0, 0, picture);
-            painter.end();
-        }
-    }
+    printPicture(*this, true);
     m_presenter.endPrint();
 }
 
