@@ -232,6 +232,23 @@ bool ClientFieldsView::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
+void ClientFieldsView::addWeekdayPopUp(QWidget& owner, const std::array<QString, 3>& commands,
+                                       const std::function<void()>& before)
+{
+    static const QString texts[] = {QStringLiteral("Reverse Weekdays"), QStringLiteral("Reverse Weekends"),
+                                    QStringLiteral("Reverse All Days")};
+    owner.setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (size_t i = 0; i < commands.size(); ++i) {
+        auto* action = new QAction(texts[i], &owner);
+        action->setObjectName(commands[i]);
+        connect(action, &QAction::triggered, this, [this, command = commands[i], before] {
+            if (before) before();
+            m_presenter.run(command);
+        });
+        owner.addAction(action);
+    }
+}
+
 QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* parent)
 {
     auto* box = new QGroupBox(group.caption, parent);
@@ -250,17 +267,9 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
             row->addStretch();
             layout->addLayout(row);
             // The pop-up of the weekday boxes.
-            box->setContextMenuPolicy(Qt::ActionsContextMenu);
-            for (const auto& [id, text] :
-                 {std::pair{client_command::InvertWeekdays, QStringLiteral("Reverse Weekdays")},
-                  std::pair{client_command::InvertWeekends, QStringLiteral("Reverse Weekends")},
-                  std::pair{client_command::InvertAllDays, QStringLiteral("Reverse All Days")}}) {
-                auto* action = new QAction(text, box);
-                action->setObjectName(id);
-                const QString command = id;
-                connect(action, &QAction::triggered, this, [this, command] { m_presenter.run(command); });
-                box->addAction(action);
-            }
+            addWeekdayPopUp(*box, {client_command::InvertWeekdays, client_command::InvertWeekends,
+                                   client_command::InvertAllDays},
+                            {});
         } else {
             auto* grid = new QGridLayout;
             grid->setHorizontalSpacing(10);
@@ -347,25 +356,15 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
             connect(view, &QTableView::doubleClicked, this,
                     [this, name = group.grid](const QModelIndex& index) { emit gridRowActivated(name, index.row()); });
         // The weekday pop-up of the funding grid works on the row it was opened on.
-        if (group.grid == QLatin1String("QueryFundUses")) {
-            view->setContextMenuPolicy(Qt::ActionsContextMenu);
-            for (const auto& [id, text] :
-                 {std::pair{client_command::ReverseWeekdays, QStringLiteral("Reverse Weekdays")},
-                  std::pair{client_command::ReverseWeekends, QStringLiteral("Reverse Weekends")},
-                  std::pair{client_command::ReverseAllDays, QStringLiteral("Reverse All Days")}}) {
-                auto* action = new QAction(text, view);
-                action->setObjectName(id);
-                const QString command = id;
-                connect(action, &QAction::triggered, this, [this, view, command] {
-                    DataSet* set = gridData(QStringLiteral("QueryFundUses"));
-                    const int row = view->currentIndex().row();
-                    if (set && set->isActive() && row >= 0)
-                        m_presenter.module().services().guarded([&] { set->setRecNo(row + 1); });
-                    m_presenter.run(command);
-                });
-                view->addAction(action);
-            }
-        }
+        if (group.grid == QLatin1String("QueryFundUses"))
+            addWeekdayPopUp(*view, {client_command::ReverseWeekdays, client_command::ReverseWeekends,
+                                    client_command::ReverseAllDays},
+                            [this, view] {
+                                DataSet* set = gridData(QStringLiteral("QueryFundUses"));
+                                const int row = view->currentIndex().row();
+                                if (set && set->isActive() && row >= 0)
+                                    m_presenter.module().services().guarded([&] { set->setRecNo(row + 1); });
+                            });
         m_grids.insert(group.grid, view);
         m_models.insert(group.grid, model);
         m_gridColumns.insert(group.grid, group.columns);
