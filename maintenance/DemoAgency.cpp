@@ -1,6 +1,7 @@
 #include "DemoAgency.h"
 
 #include "store/Database.h"
+#include "DemoApplications.h"
 #include "DemoClientTables.h"
 #include "DemoContext.h"
 #include "DemoPeople.h"
@@ -59,6 +60,7 @@ DemoSummary generateDemoAgency(Database& db, const DemoOptions& options)
     demo::writeClients(ctx);
     demo::writeSchedules(ctx);
     demo::writeRuns(ctx, runs);
+    demo::writeApplications(ctx);
     writeCounters(ctx);
     if (transaction)
         transaction->commit();

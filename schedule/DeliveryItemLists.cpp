@@ -116,4 +116,22 @@ std::span<const ItemListLine> DeliveryItemLists::defaultLines(qint64 serviceId) 
     return it == m_defaults.constEnd() ? std::span<const ItemListLine>() : lines(*it);
 }
 
+DeliveryItemLists::OneDelivery DeliveryItemLists::forDelivery(Database& db, qint64 personId, qint64 serviceId,
+                                                              const QVariant& datedId, const QString& dow,
+                                                              const LineFilter& filter)
+{
+    // One row standing for the delivery; Clients gives it a row to stand on.
+    const QString one = QStringLiteral(
+        "select Person_ID as Request_ID, Person_ID, Cast(:One_Service as Integer) as Service_ID, "
+        "Cast(:One_Dated as Integer) as Dated_ID from Clients where Person_ID = :One_Person");
+    DeliveryItemLists lists;
+    lists.load(db, one,
+               {{QStringLiteral("One_Service"), serviceId},
+                {QStringLiteral("One_Dated"), datedId.isNull() ? QVariant(QMetaType::fromType<qint64>()) : datedId},
+                {QStringLiteral("One_Person"), personId}},
+               dow, filter);
+    const Choice choice = lists.find(personId);
+    return {choice.level, std::vector<ItemListLine>(choice.lines.begin(), choice.lines.end())};
+}
+
 } // namespace kb

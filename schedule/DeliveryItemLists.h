@@ -54,6 +54,18 @@ public:
     // The service's default lines of the weekday that pass the filter.
     std::span<const ItemListLine> defaultLines(qint64 serviceId) const;
 
+    // The list of one delivery, by the same lookup: client `personId` on
+    // service `serviceId`, on weekday `dow`, of the dated delivery
+    // `datedId` (null for a weekly one). For screens that show what one
+    // client gets on one date.
+    struct OneDelivery
+    {
+        ItemListLevel level = ItemListLevel::None;
+        std::vector<ItemListLine> lines;
+    };
+    static OneDelivery forDelivery(Database& db, qint64 personId, qint64 serviceId, const QVariant& datedId,
+                                   const QString& dow, const LineFilter& filter = {});
+
 private:
     struct Range
     {

@@ -2,6 +2,8 @@
 
 #include "DisplayLoginsView.h"
 #include "FormPlacement.h"
+#include "defaults/TFormSetDefaultDeliveries.h"
+#include "schedule/SetDefaultDeliveriesView.h"
 #include "ReferenceEditorsMenu.h"
 #include "UserInterface.h"
 #include "VisibleFieldsView.h"
@@ -550,6 +552,12 @@ void ConfigView::runCommand(int command)
     case Command::ScreeningChoices:
         showReferenceEditor(QStringLiteral("TFormCustomLookupChoices"), module.services(), this, &module.userSettings());
         break;
+    case Command::SetDefaultItems: {
+        TFormSetDefaultDeliveries defaults(module.services());
+        SetDefaultDeliveriesView view(defaults, module.userSettings(), this);
+        view.exec();
+        break;
+    }
     case Command::ShowLogIns: {
         TFormDisplayLogins logins(module.db());
         DisplayLoginsView view(logins, module.ui(), module.userSettings(), this);

@@ -194,6 +194,23 @@ const std::vector<ClientCommandInfo>& clientCommands()
         command("ActionExcuseMissedDelivery", "", "Excuse", "", HiddenR),
         command("ActionDeleteMissedDelivery", "", "Delete", "", HiddenR),
         command("ActionViewStatusHistory", "", "View Status History"),
+        command("ActionScheduleCalendar", "", "Delivery Weeks", "", NoAccessRule, false),
+        command("Weekdays1", "", "Weekdays", "", HiddenR),
+        command("Weekends1", "", "Weekends", "", HiddenR),
+        command("Alldays1", "", "All Days", "", HiddenR),
+        command("ActionAddApplication", "", "Add Application", "", HiddenR),
+        command("ActionDeleteApplication", "", "Delete Application", "", HiddenR),
+        command("ActionEditApplicationComment", "", "Edit Application Comment"),
+        command("ActionAddFunding", "", "Add Funding", "", HiddenR),
+        command("ActionDeleteFunding", "", "Delete Funding", "", HiddenR),
+        command("ActionAddItemRate", "", "Add Item Rate", "", HiddenR),
+        command("ActionDeleteItemRate", "", "Delete Item Rate", "", HiddenR),
+        command("ActionReverseWeekdays", "", "Reverse Weekdays", "", HiddenR),
+        command("ActionReverseWeekends", "", "Reverse Weekends", "", HiddenR),
+        command("ActionReverseAllDays", "", "Reverse All Days", "", HiddenR),
+        command("ActionResultingRates", "", "Resulting Item Rates"),
+        command("ActionAddPledgeItem", "", "Add Pledge Item", "", HiddenR),
+        command("ActionDeletePledgeItem", "", "Delete Pledge Item", "", HiddenR),
     };
     return commands;
 }

@@ -110,6 +110,25 @@ inline const QString RecentDeliveries = QStringLiteral("ActionRecentDeliveries")
 inline const QString ClientInvoices = QStringLiteral("ActionClientInvoices");
 inline const QString DeleteDeliveryCredits = QStringLiteral("ActionDeleteDeliveryCredits");
 inline const QString ReassignFunding = QStringLiteral("ActionReassignFunding");
+inline const QString VerifyConditions = QStringLiteral("ActionVerifyConditions");
+inline const QString FundingSources = QStringLiteral("TFormEditFundingSources");
+inline const QString ScheduleCalendar = QStringLiteral("ActionScheduleCalendar");
+inline const QString InvertWeekdays = QStringLiteral("Weekdays1");
+inline const QString InvertWeekends = QStringLiteral("Weekends1");
+inline const QString InvertAllDays = QStringLiteral("Alldays1");
+inline const QString AddApplication = QStringLiteral("ActionAddApplication");
+inline const QString DeleteApplication = QStringLiteral("ActionDeleteApplication");
+inline const QString EditApplicationComment = QStringLiteral("ActionEditApplicationComment");
+inline const QString AddFunding = QStringLiteral("ActionAddFunding");
+inline const QString DeleteFunding = QStringLiteral("ActionDeleteFunding");
+inline const QString AddItemRate = QStringLiteral("ActionAddItemRate");
+inline const QString DeleteItemRate = QStringLiteral("ActionDeleteItemRate");
+inline const QString ReverseWeekdays = QStringLiteral("ActionReverseWeekdays");
+inline const QString ReverseWeekends = QStringLiteral("ActionReverseWeekends");
+inline const QString ReverseAllDays = QStringLiteral("ActionReverseAllDays");
+inline const QString ResultingRates = QStringLiteral("ActionResultingRates");
+inline const QString AddPledgeItem = QStringLiteral("ActionAddPledgeItem");
+inline const QString DeletePledgeItem = QStringLiteral("ActionDeletePledgeItem");
 } // namespace client_command
 
 } // namespace kb

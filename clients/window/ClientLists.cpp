@@ -1,5 +1,6 @@
 #include "window/ClientLists.h"
 
+#include "defaults/DeliveryFrequency.h"
 #include "settings/ConfigRecord.h"
 #include "settings/SettingsFile.h"
 #include "store/Database.h"
@@ -182,13 +183,10 @@ ClientLists ClientLists::read(Database& db, const ConfigRecord& config, const Se
                                                  {"R", "Refused to Report"},
                                                  {"U", "Unknown"}}));
     l.lists.insert(QStringLiteral("DeliveryType"), codes({{"O", "Ongoing"}, {"E", "Episodic"}}));
-    l.lists.insert(QStringLiteral("Frequency"), codes({{"A", "Every Week"},
-                                                       {"O", "A Weeks"},
-                                                       {"E", "B Weeks"},
-                                                       {"1", "First Week of the Month"},
-                                                       {"2", "Second Week of the Month"},
-                                                       {"3", "Third Week of the Month"},
-                                                       {"4", "Fourth Week of the Month"}}));
+    QList<ClientListEntry> frequencies;
+    for (const DeliveryFrequency& f : deliveryFrequencies())
+        frequencies.append({f.value, f.listCaption});
+    l.lists.insert(QStringLiteral("Frequency"), frequencies);
     l.lists.insert(QStringLiteral("PhoneDesc"), codes({{"P", "Primary"},
                                                        {"H", "Home"},
                                                        {"W", "Work"},

@@ -1,6 +1,8 @@
 #include "window/TFormClients.h"
 
 #include "Clock.h"
+#include "applications/ServiceApplications.h"
+#include "funding/FundingUses.h"
 #include "MessageError.h"
 #include "UserInterface.h"
 #include "dataset/Abort.h"
@@ -91,6 +93,9 @@ TFormClients::TFormClients(TDataModule1& module, UserInterface& ui, ClientRules*
     if (m_rules) m_rules->setAlternateAddress(m_alternateEditor.get());
     m_filterForm.setInternet(onInternet());
     installOwnHandlers();
+    m_applications = std::make_unique<ServiceApplications>(module, *m_pageData, ui);
+    m_funding = std::make_unique<FundingUses>(module, *m_pageData, ui);
+    installServiceHandlers();
 }
 
 TFormClients::~TFormClients()
@@ -127,6 +132,31 @@ void TFormClients::installOwnHandlers()
         m_fieldRules->GetBagCode(clients());
         emit rowChanged();
     });
+}
+
+// The commands of the schedule's weekday boxes and of the service and
+// funding pages, which work on the page data without a screen of their own.
+void TFormClients::installServiceHandlers()
+{
+    const auto invert = [this](WeekdayGroup group) {
+        if (!isEditing() && !edit()) return;
+        invertWeekdays(clients(), group);
+    };
+    setHandler(cmd::InvertWeekdays, [invert] { invert(WeekdayGroup::Weekdays); });
+    setHandler(cmd::InvertWeekends, [invert] { invert(WeekdayGroup::Weekends); });
+    setHandler(cmd::InvertAllDays, [invert] { invert(WeekdayGroup::AllDays); });
+    setHandler(cmd::AddApplication, [this] { m_applications->ActionAddApplication(); });
+    setHandler(cmd::DeleteApplication, [this] { m_applications->ActionDeleteApplication(); });
+    setHandler(cmd::AddFunding, [this] { m_funding->ActionAddFunding(); });
+    setHandler(cmd::DeleteFunding, [this] { m_funding->ActionDeleteFunding(); });
+    setHandler(cmd::AddItemRate, [this] { m_funding->ActionAddItemRate(); });
+    setHandler(cmd::DeleteItemRate, [this] { m_funding->ActionDeleteItemRate(); });
+    setHandler(cmd::ReverseWeekdays, [this] { m_funding->reverseDays(WeekdayGroup::Weekdays); });
+    setHandler(cmd::ReverseWeekends, [this] { m_funding->reverseDays(WeekdayGroup::Weekends); });
+    setHandler(cmd::ReverseAllDays, [this] { m_funding->reverseDays(WeekdayGroup::AllDays); });
+    setHandler(cmd::ResultingRates, [this] { m_funding->showResultingRates(); });
+    setHandler(cmd::AddPledgeItem, [this] { m_funding->ActionAddPledgeItem(); });
+    setHandler(cmd::DeletePledgeItem, [this] { m_funding->ActionDeletePledgeItem(); });
 }
 
 // ---- life cycle ----

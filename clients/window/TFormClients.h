@@ -22,6 +22,8 @@
 namespace kb {
 
 class ClientFieldRules;
+class FundingUses;
+class ServiceApplications;
 class ClientPageData;
 class ClientRules;
 class QueryDataSet;
@@ -72,6 +74,9 @@ public:
     TableDataSet& clients();
     ClientPageData& pageData() { return *m_pageData; }
     ClientFieldRules& fieldRules() { return *m_fieldRules; }
+    // The rules of the "Client Services" and "Funding/Billing" pages.
+    ServiceApplications& applications() { return *m_applications; }
+    FundingUses& funding() { return *m_funding; }
     const ClientLists& lists() const { return m_lists; }
 
     // ---- life cycle ----
@@ -233,6 +238,7 @@ signals:
 private:
     template <typename Work> bool guarded(Work&& work);
     void installOwnHandlers();
+    void installServiceHandlers();
     void afterMove();
     void applyAccessLevel();
     void setClientIndex(const QString& index);
@@ -253,6 +259,8 @@ private:
     std::unique_ptr<AlternateEditor> m_alternateEditor;
     std::unique_ptr<ClientPageData> m_pageData;
     std::unique_ptr<ClientFieldRules> m_fieldRules;
+    std::unique_ptr<ServiceApplications> m_applications;
+    std::unique_ptr<FundingUses> m_funding;
     std::unique_ptr<QueryDataSet> m_staffRow;
     ClientLists m_lists;
     ClientTabs m_tabs;

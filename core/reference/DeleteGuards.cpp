@@ -85,6 +85,19 @@ const DeleteGuard Guards[] = {
     {"Cold_Bag_Codes", "Record_ID", "select count(*) as N from Deliveri where Cold_Bag_ID = :Key", GuardKind::Confirm,
      "The Cold Bag you are deleting has Deliveries which use it. If you \r\ndelete it then the cold bag for the "
      "deliveries using it will be \r\nunidentified. Proceed with the deletion anyway?"},
+    {"Fundsrcs", "FUND_ID", "select count(*) as N from Services where Default_Funding_Source = :Key",
+     GuardKind::Refuse,
+     "The Funding you are deleting is the default funding for at least one service.\r\nAs long as any services have "
+     "this funding you can not delete it."},
+    {"Fundsrcs", "FUND_CD", "select count(*) as N from FundUses where Fund_CD = :Key", GuardKind::Refuse,
+     "The Funding you are deleting has Clients assigned to it.\r\nAs long as any Clients have this funding you can "
+     "not delete it."},
+    {"Fundsrcs", "FUND_CD", "select count(*) as N from Deliveri where Funding_Desc = :Key", GuardKind::Confirm,
+     "The Funding you are deleting has deliveries which use it. If you \r\ndelete it then the Funding for the "
+     "deliveries using it will be \r\nunidentified. Proceed with the deletion anyway?"},
+    {"Fundsrcs", "FUND_CD", "select count(*) as N from Events where Funding_Desc = :Key", GuardKind::Confirm,
+     "The Funding you are deleting has events which use it. If you \r\ndelete it then the Funding for the events "
+     "using it will be \r\nunidentified. Proceed with the deletion anyway?"},
 };
 
 // Case_Management_Choices holds two lists; which guard applies depends on
@@ -137,6 +150,12 @@ bool passesDeleteGuards(Database& db, UserInterface& ui, const QString& table, c
 
 void deleteDependentRows(Database& db, const QString& table, const RowReader& row)
 {
+    // A funding source's rates go with it, the clients' own included.
+    if (table.compare(QLatin1String("Fundsrcs"), Qt::CaseInsensitive) == 0) {
+        db.execute(QStringLiteral("Delete from Pricing where Fund_CD = :Fund_CD"),
+                   {{QStringLiteral("Fund_CD"), row(QStringLiteral("FUND_CD"))}});
+        return;
+    }
     if (table.compare(QLatin1String("Services"), Qt::CaseInsensitive) != 0)
         return;
     const Params key = {{QStringLiteral("Service_ID"), row(QStringLiteral("SERVICE_ID"))}};

@@ -71,7 +71,7 @@ QString numberedColumn(const QString& table)
     static const std::pair<const char*, const char*> numbered[] = {
         {"Diet", "DIET_ID"},     {"Services", "SERVICE_ID"},   {"Items", "ITEM_ID"},
         {"Race", "RACE_ID"},     {"Staff", "Staff_ID"},        {"EventCds", "EVENT_ID"},
-        {"Locatns", "LOCATION_ID"}, {"StopReasons", "STOP_ID"},
+        {"Locatns", "LOCATION_ID"}, {"StopReasons", "STOP_ID"}, {"Fundsrcs", "FUND_ID"},
     };
     for (const auto& [name, column] : numbered)
         if (is(table, name))
@@ -120,6 +120,8 @@ void initialiseNewRow(Database& db, const QString& table, const RowWriter& write
     }
     if (is(table, "Services"))
         write(QStringLiteral("MUTL_EXCL"), false);
+    if (is(table, "Fundsrcs"))
+        write(QStringLiteral("BILLED_PARTY"), QStringLiteral("N"));
 }
 
 bool beforeReferencePost(Database& db, UserInterface& ui, const QString& table, const RowReader& row,

@@ -275,9 +275,8 @@ ResultSet TFormEditConfig::systemUsers() const
 bool TFormEditConfig::isEnabled(Command command) const
 {
     switch (command) {
-    // Their screens (default deliveries, intake documents and conditions)
-    // are not part of the program yet.
-    case Command::SetDefaultItems:
+    // Their screens (intake documents and conditions) are not part of the
+    // program yet.
     case Command::SetIntakeDocuments:
     case Command::SetIntakeConditions:
         return false;

@@ -145,7 +145,8 @@ TEST_P(ConfigScreen, DependentFieldsFollowWhatTheyDependOn)
     EXPECT_EQ(form.value(QStringLiteral("DELIV_DEFAULT_FONT_SIZE")).toInt(), 14);
     EXPECT_TRUE(form.choices(QStringLiteral("DSORT_ORDER")).size() > 5);
     EXPECT_EQ(form.choices(QStringLiteral("POSTAL_FORMAT")).size(), 4);
-    EXPECT_FALSE(form.isEnabled(TFormEditConfig::Command::SetDefaultItems));
+    EXPECT_TRUE(form.isEnabled(TFormEditConfig::Command::SetDefaultItems));
+    EXPECT_FALSE(form.isEnabled(TFormEditConfig::Command::SetIntakeDocuments));
     EXPECT_TRUE(form.isEnabled(TFormEditConfig::Command::ShowLogIns));
     ui.answerNext(Answer::No);
     EXPECT_TRUE(form.close());

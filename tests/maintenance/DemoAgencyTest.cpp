@@ -437,4 +437,40 @@ TEST_F(DemoAgencyTest, AddressesLieAroundTheCityInKnownTowns)
               0);
 }
 
+TEST_F(DemoAgencyTest, ApplicationsFundingUsesAndRatesHoldTogether)
+{
+    // Every client on a delivery service has applied for it, with the
+    // service's documents and conditions.
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Clients c where c.Svcs_Used > 0 and c.Org_Client <> 'Y' "
+                                         "and not exists (select * from ServiceApps a where a.Person_ID = c.Person_ID "
+                                         "and a.Service_ID = c.Svcs_Used)")),
+              0);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from DocUses d where not exists (select * from ServiceDocs s "
+                                         "where s.Service_ID = d.Service_ID and s.Doc_ID = d.Doc_ID)")),
+              0);
+    EXPECT_GT(count(db(), QStringLiteral("select count(*) from ConditionUses")), 0);
+    EXPECT_GT(count(db(), QStringLiteral("select count(*) from ServiceApps where App_Status = 'W'")), 0);
+    // No client has two funding sources for one service on one weekday,
+    // an "All Services" row counting for every service.
+    for (const char* day : {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"})
+        EXPECT_EQ(count(db(), QStringLiteral("select count(*) from FundUses a join FundUses b on a.Person_ID = "
+                                             "b.Person_ID and a.RecordID < b.RecordID and (a.Service_ID = b.Service_ID "
+                                             "or a.Service_ID = 0 or b.Service_ID = 0) where a.%1 = True and b.%1 = True")
+                                  .arg(QLatin1String(day))),
+                  0)
+            << day;
+    // Clients' own rates are of a source they use; pledges are the clients'.
+    EXPECT_GT(count(db(), QStringLiteral("select count(*) from Pricing where Person_ID > 0 and Method = 'F'")), 0);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Pricing p where p.Person_ID > 0 and p.Method = 'F' and "
+                                         "not exists (select * from FundUses f where f.Person_ID = p.Person_ID and "
+                                         "f.Fund_CD = p.Fund_CD)")),
+              0);
+    EXPECT_GT(count(db(), QStringLiteral("select count(*) from Pricing where Method = 'P'")), 0);
+    // Every delivery service has a default list.
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Services s where s.Service_Type = 'D' and not exists "
+                                         "(select * from Defdels d where d.Person_ID = 0 and d.Service_ID = "
+                                         "s.Service_ID and d.Deliv_ID is null)")),
+              0);
+}
+
 } // namespace

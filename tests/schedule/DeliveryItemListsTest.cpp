@@ -136,6 +136,32 @@ TEST_P(DeliveryItemListsTest, ALineWithoutAnItemIsNoLine)
     EXPECT_TRUE(lists.defaultLines(1).empty());
 }
 
+TEST_P(DeliveryItemListsTest, OneDeliveryTakesTheSameListAsTheRun)
+{
+    insertRow(db(), QStringLiteral("Clients"), {{QStringLiteral("Person_ID"), 10}});
+    line(0, 1, "MON", 1, 1);
+    line(0, 1, "TUE", 2, 1);
+    line(10, 1, "MON", 3, 1);
+    line(10, 2, "TUE", 4, 1); // another service's line
+    line(10, 2, "TUE", 5, 1, 700);
+    const auto ids = [](const DeliveryItemLists::OneDelivery& one) {
+        QList<qint64> list;
+        for (const ItemListLine& l : one.lines)
+            list.append(l.itemId);
+        return list;
+    };
+    const auto monday = DeliveryItemLists::forDelivery(db(), 10, 1, {}, QStringLiteral("MON"));
+    EXPECT_EQ(monday.level, ItemListLevel::Client);
+    EXPECT_EQ(ids(monday), QList<qint64>{3});
+    const auto tuesday = DeliveryItemLists::forDelivery(db(), 10, 1, {}, QStringLiteral("TUE"));
+    EXPECT_EQ(tuesday.level, ItemListLevel::Default);
+    EXPECT_EQ(ids(tuesday), QList<qint64>{2});
+    const auto dated = DeliveryItemLists::forDelivery(db(), 10, 1, 700, QStringLiteral("TUE"));
+    EXPECT_EQ(dated.level, ItemListLevel::Dated);
+    EXPECT_EQ(ids(dated), QList<qint64>{5});
+    EXPECT_EQ(DeliveryItemLists::forDelivery(db(), 10, 1, {}, QStringLiteral("WED")).level, ItemListLevel::None);
+}
+
 INSTANTIATE_TEST_SUITE_P(Stores, DeliveryItemListsTest,
                          ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
                          [](const auto& info) { return storeName(info.param); });

@@ -148,7 +148,8 @@ TEST_F(ConfigViews, SystemConfigurationSavesATypedValueOnClose)
     screenshot(view, QStringLiteral("config-counseling"));
     view.pages()->setCurrentIndex(6);
     screenshot(view, QStringLiteral("config-case-management"));
-    EXPECT_FALSE(view.commandButton(int(Command::SetDefaultItems))->isEnabled());
+    EXPECT_TRUE(view.commandButton(int(Command::SetDefaultItems))->isEnabled());
+    EXPECT_FALSE(view.commandButton(int(Command::SetIntakeDocuments))->isEnabled());
     EXPECT_TRUE(view.commandButton(int(Command::ShowLogIns))->isEnabled());
 
     ui.answerNext(Answer::Yes);

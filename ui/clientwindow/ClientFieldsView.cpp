@@ -5,6 +5,7 @@
 #include "clientwindow/DateField.h"
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
+#include "records/RecordServices.h"
 #include "session/TDataModule1.h"
 #include "settings/SettingsFile.h"
 #include "settings/TVisibleFieldsDlg.h"
@@ -12,6 +13,7 @@
 #include "window/ClientPageData.h"
 #include "window/TFormClients.h"
 
+#include <QAction>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -230,6 +232,23 @@ bool ClientFieldsView::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
+void ClientFieldsView::addWeekdayPopUp(QWidget& owner, const std::array<QString, 3>& commands,
+                                       const std::function<void()>& before)
+{
+    static const QString texts[] = {QStringLiteral("Reverse Weekdays"), QStringLiteral("Reverse Weekends"),
+                                    QStringLiteral("Reverse All Days")};
+    owner.setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (size_t i = 0; i < commands.size(); ++i) {
+        auto* action = new QAction(texts[i], &owner);
+        action->setObjectName(commands[i]);
+        connect(action, &QAction::triggered, this, [this, command = commands[i], before] {
+            if (before) before();
+            m_presenter.run(command);
+        });
+        owner.addAction(action);
+    }
+}
+
 QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* parent)
 {
     auto* box = new QGroupBox(group.caption, parent);
@@ -247,6 +266,10 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
             }
             row->addStretch();
             layout->addLayout(row);
+            // The pop-up of the weekday boxes.
+            addWeekdayPopUp(*box, {client_command::InvertWeekdays, client_command::InvertWeekends,
+                                   client_command::InvertAllDays},
+                            {});
         } else {
             auto* grid = new QGridLayout;
             grid->setHorizontalSpacing(10);
@@ -279,6 +302,13 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
                 if (info.kind != K::Check && !info.label.isEmpty()) {
                     label = new QLabel(info.label, box);
                     label->setBuddy(editor);
+                }
+                // A click on "Schedule:" shows the delivery weeks.
+                if (label && info.field == QLatin1String("ONGOING_FREQUENCY")) {
+                    label->setText(QStringLiteral("<a href=\"#\">%1</a>").arg(info.label.toHtmlEscaped()));
+                    label->setToolTip(QStringLiteral("Show the delivery weeks of this schedule"));
+                    connect(label, &QLabel::linkActivated, this,
+                            [this] { m_presenter.run(client_command::ScheduleCalendar); });
                 }
                 if (wide(info)) {
                     if (column != 0) {
@@ -322,12 +352,26 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
         view->setMinimumHeight(view->fontMetrics().height() * 6);
         if (!group.editable)
             view->setToolTip(QStringLiteral("Shown for reading; changing it here is not available yet"));
+        else
+            connect(view, &QTableView::doubleClicked, this,
+                    [this, name = group.grid](const QModelIndex& index) { emit gridRowActivated(name, index.row()); });
+        // The weekday pop-up of the funding grid works on the row it was opened on.
+        if (group.grid == QLatin1String("QueryFundUses"))
+            addWeekdayPopUp(*view, {client_command::ReverseWeekdays, client_command::ReverseWeekends,
+                                    client_command::ReverseAllDays},
+                            [this, view] {
+                                DataSet* set = gridData(QStringLiteral("QueryFundUses"));
+                                const int row = view->currentIndex().row();
+                                if (set && set->isActive() && row >= 0)
+                                    m_presenter.module().services().guarded([&] { set->setRecNo(row + 1); });
+                            });
         m_grids.insert(group.grid, view);
         m_models.insert(group.grid, model);
         m_gridColumns.insert(group.grid, group.columns);
         const QString name = group.grid;
-        connect(view->horizontalHeader(), &QHeaderView::sectionResized, this, [this, name] {
-            if (!m_autoSizing) m_sizedByUser.insert(name);
+        // The last column stretches with the window: that is no choice of the user's.
+        connect(view->horizontalHeader(), &QHeaderView::sectionResized, this, [this, name, view](int section) {
+            if (!m_autoSizing && section != view->horizontalHeader()->count() - 1) m_sizedByUser.insert(name);
         });
         layout->addWidget(view, 1);
     }

@@ -8,6 +8,9 @@
 #include <QPointer>
 #include <QSet>
 
+#include <array>
+#include <functional>
+
 class QGroupBox;
 class QLabel;
 class QPushButton;
@@ -59,6 +62,10 @@ public:
     QPushButton* button(const QString& commandId) const { return m_buttons.value(commandId); }
     QTableView* grid(const QString& name) const { return m_grids.value(name); }
 
+signals:
+    // A row of a page grid was double-clicked (0-based among its rows).
+    void gridRowActivated(const QString& grid, int row);
+
 private:
     struct Bound
     {
@@ -79,6 +86,9 @@ private:
     bool isAlternateField(const QString& field) const;
     void edited(const QString& field, const QVariant& value);
     DataSet* gridData(const QString& name) const;
+    // The pop-up that reverses weekdays, weekends or all days: three
+    // commands, run after `before` (which may be empty).
+    void addWeekdayPopUp(QWidget& owner, const std::array<QString, 3>& commands, const std::function<void()>& before);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     TFormClients& m_presenter;

@@ -5,16 +5,23 @@
 #include "FormPlacement.h"
 #include "GeocodingView.h"
 #include "OrderRoutesView.h"
+#include "PrintPicture.h"
 #include "ReferenceEditorsMenu.h"
 #include "RunPrepareView.h"
 #include "TFormGeocodeAddresses.h"
 #include "TFormOrderRoutes.h"
 #include "TFormRunPrepare.h"
 #include "UserInterface.h"
+#include "applications/ServiceApplications.h"
+#include "applications/TFormAppComments.h"
 #include "assign/TFormAltRoutes.h"
 #include "assign/TFormEditRoutes.h"
 #include "bills/TFormClientBills.h"
+#include "clients/AppCommentsView.h"
+#include "clients/FundingSourcesView.h"
+#include "clients/PageRowDialog.h"
 #include "clients/SuspensionScreens.h"
+#include "clientwindow/ClientFieldsView.h"
 #include "clientwindow/CustomFilterDialog.h"
 #include "clientwindow/MainWindow.h"
 #include "clientwindow/StatusFilterDialog.h"
@@ -22,9 +29,14 @@
 #include "dataset/TableDataSet.h"
 #include "dated/DatedDeliveries.h"
 #include "dated/TFormEditEpisodicDeliveries.h"
+#include "defaults/ClientSchedule.h"
+#include "defaults/TFormDeliveryConditionsVerification.h"
+#include "defaults/TFormScheduleCalendar.h"
 #include "deliveryreports/ClientIdCardPrint.h"
 #include "deliveryreports/DeliveryDirectionsPrint.h"
 #include "deliveryreports/DeliveryReportChoice.h"
+#include "funding/FundingUses.h"
+#include "funding/TFormEditFundingSources.h"
 #include "funding/TFormReassignFunding.h"
 #include "missed/TFormExcuseMissedMeals.h"
 #include "missed/TFormMissedDel.h"
@@ -35,12 +47,15 @@
 #include "outcomes/ReassignFundingView.h"
 #include "outcomes/RecentDeliveriesView.h"
 #include "overrides/TFormAddressOverride.h"
+#include "records/RecordServices.h"
 #include "records/TFormDelDeliv.h"
 #include "records/TFormDeliveries.h"
 #include "reference/EditorScreen.h"
 #include "routes/AddressOverrideView.h"
 #include "routes/AltRoutesView.h"
 #include "routes/RouteListPrint.h"
+#include "schedule/DeliveryConditionsView.h"
+#include "schedule/ScheduleCalendarView.h"
 #include "schedule/dated/DatedDeliveriesView.h"
 #include "session/TDataModule1.h"
 #include "settings/TFormEditConfig.h"
@@ -55,9 +70,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QMessageBox>
-#include <QPainter>
-#include <QPrintDialog>
-#include <QPrinter>
+#include <QTabWidget>
 
 namespace kb::ui {
 
@@ -76,21 +89,7 @@ void printWindow(MainWindow& window, UserInterface& ui)
         return;
     }
     printing = true;
-    QPrinter printer(QPrinter::HighResolution);
-    QPrintDialog dialog(&printer, &window);
-    bool printed = false;
-    if (dialog.exec() == QDialog::Accepted) {
-        const QPixmap picture = window.grab();
-        QPainter painter;
-        if (painter.begin(&printer)) {
-            const QRect page = painter.viewport();
-            const QSize size = picture.size().scaled(page.size(), Qt::KeepAspectRatio);
-            painter.setViewport(page.x(), page.y(), size.width(), size.height());
-            painter.setWindow(picture.rect());
-            painter.drawPixmap(0, 0, picture);
-            printed = painter.end();
-        }
-    }
+    const bool printed = printPicture(window);
     printing = false;
     if (!printed) ui.warning(TFormClients::printFailedText());
 }
@@ -133,6 +132,90 @@ void openDatedDeliveries(MainWindow* w, TFormClients& form, TDataModule1& module
     if (form.pageData().isOpen(QStringLiteral("QueryEpisodicDeliveries")))
         form.pageData().query(QStringLiteral("QueryEpisodicDeliveries")).refresh();
     form.SetControlsState(true);
+}
+
+// The standing schedule's screens, the application and funding forms of
+// the client pages, and the funding sources' maintenance.
+void registerScheduleAndFundingScreens(MainWindow& window)
+{
+    TFormClients& form = window.presenter();
+    TDataModule1& module = form.module();
+    UserInterface& ui = window.ui();
+    MainWindow* w = &window;
+    const auto on = [&form](const QString& id, std::function<void()> handler) {
+        form.setHandler(id, handler);
+    };
+    on(cmd::ScheduleCalendar, [w, &module, &ui] {
+        TFormScheduleCalendar presenter(ClientSchedule::fromRow(module.clients()), module.clock().today(),
+                                        ui);
+        ScheduleCalendarView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::VerifyConditions, [w, &module] {
+        TFormDeliveryConditionsVerification presenter(module.db(), ClientSchedule::fromRow(module.clients()),
+                                                      module.clock().today());
+        DeliveryConditionsView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+    on(cmd::FundingSources, [w, &module, &form] {
+        TFormEditFundingSources presenter(module.services(), module.session().cUserName);
+        if (!presenter.open()) return;
+        FundingSourcesView view(presenter, module.userSettings(), w);
+        view.exec();
+        form.PopulateCombos(); // the funding list follows the sources
+    });
+    on(cmd::EditApplicationComment, [w, &module, &form] {
+        TFormAppComments presenter(form.pageData().query(QStringLiteral("QueryServiceApps")),
+                                   module.services());
+        if (!presenter.hasApplication()) return;
+        AppCommentsView view(presenter, module.userSettings(), w);
+        view.exec();
+    });
+
+    // A new row of a page grid opens in its form at once.
+    const auto rowForm = [w, &form](const QString& grid) {
+        if (!form.pageData().isOpen(grid) || form.pageData().query(grid).isEmpty()) return;
+        PageRowDialog dialog(form, grid, w);
+        dialog.exec();
+    };
+    on(cmd::AddFunding, [&form, rowForm] {
+        form.funding().ActionAddFunding();
+        rowForm(QStringLiteral("QueryFundUses"));
+    });
+    on(cmd::AddItemRate, [&form, rowForm] {
+        QueryDataSet& rates = form.pageData().query(QStringLiteral("QueryClientSpecificFundingRates"));
+        form.funding().ActionAddItemRate();
+        if (rates.state() == DataSet::State::Insert)
+            rowForm(QStringLiteral("QueryClientSpecificFundingRates"));
+    });
+    on(cmd::AddPledgeItem, [&form, rowForm] {
+        form.funding().ActionAddPledgeItem();
+        rowForm(QStringLiteral("QueryItemPledgeRates"));
+    });
+    on(cmd::AddApplication, [&form, rowForm] {
+        form.applications().ActionAddApplication();
+        rowForm(QStringLiteral("QueryServiceApps"));
+    });
+    // The agency chooses which funding sheets show, and which first.
+    if (auto* sheets = window.findChild<QTabWidget*>(QStringLiteral("Funding/Billing Sheets"));
+        sheets && sheets->count() == 2) {
+        const FundingSheets shown = form.funding().sheets();
+        sheets->setTabVisible(0, shown.funding);
+        sheets->setTabVisible(1, shown.pledges);
+        sheets->setCurrentIndex(shown.pledgesFirst ? 1 : 0);
+    }
+    QObject::connect(window.fields(), &ClientFieldsView::gridRowActivated, w,
+                     [w, &form](const QString& grid, int row) {
+                         if (!PageRowDialog::hasForm(grid) || !form.pageData().isOpen(grid)) return;
+                         QueryDataSet& set = form.pageData().query(grid);
+                         if (!form.module().services().guarded([&] { set.setRecNo(row + 1); })) return;
+                         {
+                             PageRowDialog dialog(form, grid, w);
+                             dialog.exec();
+                         }
+                         form.SetControlsState(true);
+                         emit form.rowChanged();
+                     });
 }
 
 } // namespace
@@ -372,6 +455,7 @@ void registerScreenCommands(MainWindow& window)
         ClientBillsView view(presenter, module.userSettings(), w);
         view.exec();
     });
+    registerScheduleAndFundingScreens(window);
 }
 
 } // namespace kb::ui

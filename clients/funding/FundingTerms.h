@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+namespace kb {
+
+// The name a resulting rate shows for its unit: the item's own name, or for
+// a meal category "Dinners", "Lunches", "Breakfasts", "Snacks", "Medical
+// Food", "Specialized Medical Food", else "Other".
+QString fundingRateItemName(const QString& unit, const QString& mealItem);
+
+// "Time Period" for "T", "Meals or Meal Items" for "I".
+QString reimbursementMethodText(const QString& method);
+
+// Which sheets of "Funding/Billing" Config.FUNDING_CONFIGURATION shows, and
+// which comes first: "1" both, Funding first; "2" Funding only; "3" both,
+// Pledges first; "4" Pledges only. Other values read as "1".
+struct FundingSheets
+{
+    bool funding = true;
+    bool pledges = true;
+    bool pledgesFirst = false;
+};
+FundingSheets fundingSheets(const QString& configuration);
+
+// What a funding source or a funding use must hold when it reimburses by
+// time: a period and a rate. Empty when it does; otherwise the message.
+QString timeMethodProblem(const QString& method, const QString& period, double rate);
+
+class DataSet;
+
+// The checks before a rate (a Pricing row) is saved: a numeric Unit is an
+// item and fills Item_ID, a letter unit ("B", "MF") leaves it alone. Empty
+// when the rate may be saved; otherwise the message for a zero amount or a
+// missing unit.
+QString rateProblem(DataSet& rate, const QString& zeroText, const QString& noUnitText);
+
+} // namespace kb
