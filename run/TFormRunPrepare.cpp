@@ -355,12 +355,7 @@ void TFormRunPrepare::MoveToMemData(const OriginDataSet& origin, bool lFromScrat
             row.routeId = sourceRoute;
             row.stop = origin.value(QStringLiteral("Stop")).toDouble();
         }
-        row.address1 = over->address1;
-        row.city = over->city;
-        row.state = over->state;
-        row.zip = over->zip;
-        row.addressOverrideId = over->recordId;
-        row.addressOverridden = true;
+        row.takeAddress(*over);
     } else {
         row.routeId = sourceRoute;
         row.stop = origin.value(QStringLiteral("Stop")).toDouble();

@@ -142,12 +142,7 @@ bool TFormCreditWalkIns::addRow(const OriginDataSet& event)
     if (over) {
         row.routeId = over->route;
         row.stop = over->stop;
-        row.address1 = over->address1;
-        row.city = over->city;
-        row.state = over->state;
-        row.zip = over->zip;
-        row.addressOverrideId = over->recordId;
-        row.addressOverridden = true;
+        row.takeAddress(*over);
     } else {
         row.routeId = route;
         row.stop = event.value(QStringLiteral("Stop")).toDouble();

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QVariant>
 
+#include "AddressOverride.h"
+
 namespace kb {
 
 // One row of the run's working table as MoveToMemData fills it. A null
@@ -39,6 +41,18 @@ struct DeliveryRow
     QString pushpinName;
     QVariant householdId;
     QVariant crossStreet;
+
+    // The alternate address of the day in place of the client's own; the
+    // route and stop are the caller's to choose.
+    void takeAddress(const AddressOverride& over)
+    {
+        address1 = over.address1;
+        city = over.city;
+        state = over.state;
+        zip = over.zip;
+        addressOverrideId = over.recordId;
+        addressOverridden = true;
+    }
 };
 
 } // namespace kb
