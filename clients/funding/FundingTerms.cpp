@@ -28,6 +28,11 @@ QString reimbursementMethodText(const QString& method)
     return {};
 }
 
+QString pledgeMethodGroup(const QString& method)
+{
+    return method.trimmed() == QLatin1String("I") ? PledgeItemsGroup : PledgedAmountGroup;
+}
+
 FundingSheets fundingSheets(const QString& configuration)
 {
     const QString c = configuration.trimmed();

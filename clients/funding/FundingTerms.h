@@ -12,6 +12,16 @@ QString fundingRateItemName(const QString& unit, const QString& mealItem);
 // "Time Period" for "T", "Meals or Meal Items" for "I".
 QString reimbursementMethodText(const QString& method);
 
+// The group a pledge method brings up on the "Pledges" sheet: "Set Pledge
+// for Specific Items" (the pledge items) for "I", "Pledged Amount" (one
+// amount per period) for "T" and for a client with no method yet.
+QString pledgeMethodGroup(const QString& method);
+inline const QString PledgedAmountGroup = QStringLiteral("Pledged Amount");
+inline const QString PledgeItemsGroup = QStringLiteral("Set Pledge for Specific Items");
+// The group of a funding use's rate and period, shown for the method "T";
+// the method "I" is paid by the item rates instead.
+inline const QString TimeRatesGroup = QStringLiteral("Reimbursement Rates by Time Period");
+
 // Which sheets of "Funding/Billing" Config.FUNDING_CONFIGURATION shows, and
 // which comes first: "1" both, Funding first; "2" Funding only; "3" both,
 // Pledges first; "4" Pledges only. Other values read as "1".

@@ -211,6 +211,7 @@ const std::vector<ClientCommandInfo>& clientCommands()
         command("ActionResultingRates", "", "Resulting Item Rates"),
         command("ActionAddPledgeItem", "", "Add Pledge Item", "", HiddenR),
         command("ActionDeletePledgeItem", "", "Delete Pledge Item", "", HiddenR),
+        command("ActionShowColumnHeadings", "", "Show Column Headings", "", NoAccessRule, false),
     };
     return commands;
 }

@@ -1,5 +1,6 @@
 #include "window/ClientFieldLayout.h"
 
+#include "funding/FundingTerms.h"
 #include "window/ClientCommands.h"
 #include "window/ClientPages.h"
 
@@ -188,10 +189,20 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
         {client_page::FundingBilling,
          QStringLiteral("Pledges"),
          QStringLiteral("Pledge"),
-         {f("PLEDGE_AMOUNT", "Pledged Amount", K::Money),
-          f("PLEDGE_PERIOD", "Per", K::Choice, "PledgePeriod"),
-          f("PLEDGE_METHOD", "Pledge Method", K::Choice, "PledgeMethod"),
+         {f("PLEDGE_METHOD", "Pledge Method", K::Choice, "PledgeMethod"),
           f("PLEDGE_UPDATE", "Pledge Updated", K::Display), f("PLEDGE_UPDATED_BY", "Updated By", K::Display)},
+         {}},
+        // The pledge method brings up one of the next two.
+        {client_page::FundingBilling,
+         QStringLiteral("Pledges"),
+         PledgedAmountGroup,
+         {f("PLEDGE_AMOUNT", "Pledged Amount", K::Money),
+          f("PLEDGE_PERIOD", "Per", K::Choice, "PledgePeriod")},
+         {}},
+        {client_page::FundingBilling,
+         QStringLiteral("Pledges"),
+         PledgeItemsGroup,
+         {},
          buttons({cmd::AddPledgeItem, cmd::DeletePledgeItem}),
          QStringLiteral("QueryItemPledgeRates"),
          {},
@@ -342,7 +353,8 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
          {},
          QStringLiteral("Applications"),
          {},
-         buttons({cmd::AddApplication, cmd::DeleteApplication, cmd::EditApplicationComment}),
+         buttons({cmd::AddApplication, cmd::DeleteApplication, cmd::EditApplicationComment,
+                  cmd::ShowColumnHeadings}),
          QStringLiteral("QueryServiceApps"),
          {},
          true,

@@ -34,6 +34,9 @@ namespace {
 namespace cmd = client_command;
 
 const QString Status = QStringLiteral("STATUS");
+// Whether the grids of "Client Services" show their title rows, per user.
+const QString ServiceHeadingsSection = QStringLiteral("ClientEdit");
+const QString ServiceHeadingsKey = QStringLiteral("ServiceColumnHeadings");
 const QString PersonId = QStringLiteral("PERSON_ID");
 
 bool filled(const QVariant& value)
@@ -47,7 +50,8 @@ bool steersControls(const QString& field)
     static const QStringList fields = {QStringLiteral("STATUS"),       QStringLiteral("DELIVERY_TYPE"),
                                        QStringLiteral("STOP_DTE"),     QStringLiteral("ORG_CLIENT"),
                                        QStringLiteral("DOB"),          QStringLiteral("CLIENT_ID"),
-                                       QStringLiteral("HOUSEHOLD_ID"), QStringLiteral("DIET_RESTR")};
+                                       QStringLiteral("HOUSEHOLD_ID"), QStringLiteral("DIET_RESTR"),
+                                       QStringLiteral("PLEDGE_METHOD")};
     return fields.contains(field.toUpper());
 }
 
@@ -157,6 +161,15 @@ void TFormClients::installServiceHandlers()
     setHandler(cmd::ResultingRates, [this] { m_funding->showResultingRates(); });
     setHandler(cmd::AddPledgeItem, [this] { m_funding->ActionAddPledgeItem(); });
     setHandler(cmd::DeletePledgeItem, [this] { m_funding->ActionDeletePledgeItem(); });
+    setHandler(cmd::ShowColumnHeadings, [this] {
+        m_module.userSettings().writeChecked(ServiceHeadingsSection, ServiceHeadingsKey,
+                                             !serviceColumnHeadings());
+    });
+}
+
+bool TFormClients::serviceColumnHeadings() const
+{
+    return m_module.userSettings().readBool(ServiceHeadingsSection, ServiceHeadingsKey, true);
 }
 
 // ---- life cycle ----
@@ -324,6 +337,10 @@ TFormClients::CommandState TFormClients::commandState(const QString& id) const
     state.visible = state.visible && m_controls.isVisible(id);
     state.enabled = state.enabled && m_controls.isEnabled(id);
     state.bold = m_controls.bold.contains(id);
+    if (id == cmd::ShowColumnHeadings) {
+        state.checkable = true;
+        state.checked = serviceColumnHeadings();
+    }
     if (!m_handlers.contains(id)) {
         state.enabled = false;
         state.toolTip = notAvailableText();
@@ -822,6 +839,10 @@ void TFormClients::computeControls()
     const bool episodic = hasRow && set.fieldValue(u"DELIVERY_TYPE").toString() == QLatin1String("E");
     c.visible.insert(QStringLiteral("Service Days"), !episodic);
     c.visible.insert(QStringLiteral("Scheduled Deliveries"), episodic);
+    const QString pledgeGroup =
+        pledgeMethodGroup(hasRow ? set.fieldValue(u"PLEDGE_METHOD").toString() : QString());
+    c.visible.insert(PledgedAmountGroup, pledgeGroup == PledgedAmountGroup);
+    c.visible.insert(PledgeItemsGroup, pledgeGroup == PledgeItemsGroup);
     if (episodic && access.level() == AccessLevel::Level::FullW)
         for (const QString& id :
              {cmd::EditRoutesStops, cmd::AddSuspension, cmd::EditSuspension, cmd::DeleteSuspension})

@@ -55,6 +55,9 @@ public:
         bool visible = true;
         bool enabled = true;
         bool bold = false;
+        // A command that is a switch shows whether it is on.
+        bool checkable = false;
+        bool checked = false;
         QString text;
         QString toolTip;
     };
@@ -118,6 +121,9 @@ public:
     // ---- commands ----
     void setHandler(const QString& id, std::function<void()> handler);
     bool hasHandler(const QString& id) const { return m_handlers.contains(id); }
+    // Whether the application, document and condition grids show their
+    // title rows ("Show Column Headings"); kept in the user's settings.
+    bool serviceColumnHeadings() const;
     CommandState commandState(const QString& id) const;
     // Runs a command: the client bookmark is kept around screens that may
     // move Clients, a failure is told, and SetControlsState runs with force

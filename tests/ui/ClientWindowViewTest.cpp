@@ -15,8 +15,11 @@
 #include "clientwindow/StatusFilterDialog.h"
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
+#include "funding/FundingTerms.h"
 #include "routes/AltRoutesView.h"
 #include "rules/ModuleClientRules.h"
+#include "session/TDataModule1.h"
+#include "settings/SettingsFile.h"
 #include "window/ClientCommands.h"
 #include "window/ClientPageData.h"
 #include "window/ClientPages.h"
@@ -26,11 +29,15 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QHeaderView>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
@@ -157,6 +164,63 @@ TEST_P(ClientWindowView, TheWindowShowsTheClientsAndMovesThroughThem)
     EXPECT_TRUE(plugIns->menuAction()->isVisible());
     ASSERT_EQ(plugIns->actions().size(), 1);
     EXPECT_EQ(plugIns->actions().front()->text(), "Example Plug-In");
+}
+
+TEST_P(ClientWindowView, ServiceHeadingsToggleAndThePledgeMethodBringsUpItsGroup)
+{
+    ui::MainWindow& w = openWindow();
+    // The application grids (and their buttons) are live for a client who has applied.
+    for (int i = 0;
+         i < form->rowCount() && count(QStringLiteral("select count(*) from ServiceApps where "
+                                                      "Person_ID = %1")
+                                           .arg(form->value(QStringLiteral("PERSON_ID")).toInt())) == 0;
+         ++i)
+        form->moveTo(i + 1);
+    w.notebook()->setCurrentIndex(client_page::ClientServices);
+    const QStringList grids = {QStringLiteral("QueryServiceApps"), QStringLiteral("QueryDocs"),
+                               QStringLiteral("QueryConditions")};
+    QPushButton* headings = w.fields()->button(cmd::ShowColumnHeadings);
+    ASSERT_NE(headings, nullptr);
+    EXPECT_EQ(headings->text(), "Show Column Headings");
+    EXPECT_TRUE(headings->isCheckable());
+    EXPECT_TRUE(headings->isChecked());
+    for (const QString& g : grids)
+        EXPECT_FALSE(w.fields()->grid(g)->horizontalHeader()->isHidden()) << g.toStdString();
+
+    headings->click();
+    EXPECT_FALSE(headings->isChecked());
+    EXPECT_FALSE(form->serviceColumnHeadings());
+    for (const QString& g : grids)
+        EXPECT_TRUE(w.fields()->grid(g)->horizontalHeader()->isHidden()) << g.toStdString();
+    // The choice is the user's and outlives the session.
+    module->userSettings().save();
+    EXPECT_FALSE(SettingsFile(QFileInfo(module->userSettings().path()).absolutePath())
+                     .readBool(QStringLiteral("ClientEdit"), QStringLiteral("ServiceColumnHeadings"), true));
+    w.fields()->refresh();
+    EXPECT_TRUE(w.fields()->grid(grids.front())->horizontalHeader()->isHidden());
+
+    headings->click();
+    EXPECT_TRUE(headings->isChecked());
+    for (const QString& g : grids)
+        EXPECT_FALSE(w.fields()->grid(g)->horizontalHeader()->isHidden()) << g.toStdString();
+
+    // "Time Period" pledges one amount; "Meals or Meal Items" pledges by item.
+    w.notebook()->setCurrentIndex(client_page::FundingBilling);
+    auto* amount = w.findChild<QGroupBox*>(PledgedAmountGroup);
+    auto* items = w.findChild<QGroupBox*>(PledgeItemsGroup);
+    ASSERT_NE(amount, nullptr);
+    ASSERT_NE(items, nullptr);
+    EXPECT_EQ(amount->title(), "Pledged Amount");
+    EXPECT_EQ(items->title(), "Set Pledge for Specific Items");
+    ASSERT_TRUE(form->setValue(QStringLiteral("PLEDGE_METHOD"), QStringLiteral("I")));
+    w.fields()->refresh();
+    EXPECT_TRUE(amount->isHidden());
+    EXPECT_FALSE(items->isHidden());
+    ASSERT_TRUE(form->setValue(QStringLiteral("PLEDGE_METHOD"), QStringLiteral("T")));
+    w.fields()->refresh();
+    EXPECT_FALSE(amount->isHidden());
+    EXPECT_TRUE(items->isHidden());
+    form->cancel();
 }
 
 TEST_P(ClientWindowView, TheStatusFilterLimitsTheList)

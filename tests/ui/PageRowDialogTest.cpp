@@ -7,6 +7,7 @@
 
 #include "clients/PageRowDialog.h"
 #include "dataset/QueryDataSet.h"
+#include "funding/FundingTerms.h"
 #include "funding/FundingUses.h"
 #include "rules/ModuleClientRules.h"
 #include "window/ClientPageData.h"
@@ -15,6 +16,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 
 using namespace kb;
 using namespace kb::test;
@@ -97,6 +99,30 @@ TEST_P(PageRowDialogTest, AFundingUseIsTypedAndSavedThroughItsRules)
     }
     EXPECT_EQ(uses.state(), DataSet::State::Browse);
     EXPECT_EQ(db().execute(QStringLiteral("select count(*) from FundUses")).value(0, 0).toInt(), 1);
+}
+
+TEST_P(PageRowDialogTest, TheMethodBringsUpTheTimeRateGroup)
+{
+    signIn(QStringLiteral("userW"));
+    form = std::make_unique<TFormClients>(*module, ui, rules->rules());
+    form->create();
+    form->firstShow();
+    form->changePage(client_page::FundingBilling);
+    form->funding().ActionAddFunding();
+    ui::PageRowDialog dialog(*form, QStringLiteral("QueryFundUses"));
+    auto* method = qobject_cast<QComboBox*>(dialog.editor(QStringLiteral("Reimbursement_Method")));
+    ASSERT_NE(method, nullptr);
+    auto* time = dialog.findChild<QGroupBox*>(TimeRatesGroup);
+    ASSERT_NE(time, nullptr);
+    EXPECT_EQ(time->title(), "Reimbursement Rates by Time Period");
+    EXPECT_TRUE(time->isAncestorOf(dialog.editor(QStringLiteral("Reimbursement_Rate"))));
+    EXPECT_TRUE(time->isAncestorOf(dialog.editor(QStringLiteral("Reimbursement_Period"))));
+    EXPECT_TRUE(time->isHidden());
+    method->setCurrentIndex(method->findText(QStringLiteral("Time Period")));
+    EXPECT_FALSE(time->isHidden());
+    method->setCurrentIndex(method->findText(QStringLiteral("Meals or Meal Items")));
+    EXPECT_TRUE(time->isHidden());
+    dialog.reject();
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, PageRowDialogTest, ::testing::Values(StoreKind::SQLite),

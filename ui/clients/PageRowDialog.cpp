@@ -3,6 +3,7 @@
 #include "FormPlacement.h"
 #include "dataset/QueryDataSet.h"
 #include "defaults/Weekdays.h"
+#include "funding/FundingTerms.h"
 #include "records/RecordServices.h"
 #include "session/TDataModule1.h"
 #include "window/ClientPageData.h"
@@ -30,6 +31,7 @@ struct PageRowDialog::Field
     RowKind kind = RowKind::Text;
     QString list;                         // a list of the client window (Choice)
     QList<QPair<QString, QString>> codes; // value and text (Codes)
+    QString group = {};                   // the group box it stands in; empty: the form itself
 };
 
 namespace {
@@ -68,12 +70,18 @@ const QList<PageRowDialog::Field>& PageRowDialog::fieldsOf(const QString& grid)
            RowKind::Codes,
            {},
            Methods},
-          {QStringLiteral("Reimbursement_Rate"), QStringLiteral("Reimbursement Rate"), RowKind::Money},
+          {QStringLiteral("Reimbursement_Rate"),
+           QStringLiteral("Reimbursement Rate"),
+           RowKind::Money,
+           {},
+           {},
+           TimeRatesGroup},
           {QStringLiteral("Reimbursement_Period"),
            QStringLiteral("Reimbursement Period"),
            RowKind::Codes,
            {},
-           Periods},
+           Periods,
+           TimeRatesGroup},
           {QStringLiteral("#Days"), QStringLiteral("Days"), RowKind::Days}}},
         {QStringLiteral("QueryClientSpecificFundingRates"),
          {{QStringLiteral("Unit"), QStringLiteral("Item or Meal"), RowKind::Choice,
@@ -167,7 +175,27 @@ PageRowDialog::PageRowDialog(TFormClients& form, const QString& grid, QWidget* p
         editor->setObjectName(f.field);
         editor->setEnabled(!readOnly);
         m_editors.insert(f.field, editor);
-        rows->addRow(f.label, editor);
+        if (f.group.isEmpty()) {
+            rows->addRow(f.label, editor);
+        } else {
+            QGroupBox*& box = m_groups[f.group];
+            if (!box) {
+                box = new QGroupBox(f.group, this);
+                box->setObjectName(f.group);
+                box->setLayout(new QFormLayout);
+                rows->addRow(box);
+            }
+            static_cast<QFormLayout*>(box->layout())->addRow(f.label, editor);
+        }
+    }
+    // The method brings up the time rate group for "T"; "I" is paid by the item rates.
+    if (QGroupBox* time = m_groups.value(TimeRatesGroup)) {
+        auto* method = qobject_cast<QComboBox*>(m_editors.value(QStringLiteral("Reimbursement_Method")));
+        const auto follow = [time, method] {
+            time->setVisible(method->currentData().toString() == QLatin1String("T"));
+        };
+        follow();
+        connect(method, &QComboBox::currentIndexChanged, this, follow);
     }
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

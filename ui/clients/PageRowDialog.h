@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QGroupBox>
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -41,6 +42,7 @@ private:
     DataSet& m_set;
     QString m_grid;
     QHash<QString, QWidget*> m_editors;
+    QHash<QString, QGroupBox*> m_groups; // by caption
 };
 
 } // namespace kb::ui

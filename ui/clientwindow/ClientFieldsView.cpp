@@ -380,7 +380,15 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
         for (const QString& id : group.commands) {
             auto* button = new QPushButton(box);
             button->setObjectName(id);
-            connect(button, &QPushButton::clicked, this, [this, id] { m_presenter.run(id); });
+            connect(button, &QPushButton::clicked, this, [this, id] {
+                m_presenter.run(id);
+                // Hiding or showing the title rows is a change of layout: keep it.
+                if (id == client_command::ShowColumnHeadings) {
+                    applyServiceHeadings();
+                    refreshButtons();
+                    saveLayouts();
+                }
+            });
             m_buttons.insert(id, button);
             row->addWidget(button);
         }
@@ -542,7 +550,16 @@ void ClientFieldsView::refresh()
         g.box->setEnabled(controls.isEnabled(layout.caption));
     }
     m_loading = false;
+    applyServiceHeadings();
     refreshButtons();
+}
+
+void ClientFieldsView::applyServiceHeadings()
+{
+    const bool shown = m_presenter.serviceColumnHeadings();
+    for (const QString& grid :
+         {QStringLiteral("QueryServiceApps"), QStringLiteral("QueryDocs"), QStringLiteral("QueryConditions")})
+        if (QTableView* view = m_grids.value(grid)) view->horizontalHeader()->setVisible(shown);
 }
 
 void ClientFieldsView::refreshButtons()
@@ -555,6 +572,8 @@ void ClientFieldsView::refreshButtons()
         button->setVisible(state.visible);
         button->setEnabled(state.enabled);
         button->setToolTip(state.toolTip);
+        button->setCheckable(state.checkable);
+        if (state.checkable) button->setChecked(state.checked);
         QFont font = button->font();
         font.setBold(state.bold);
         button->setFont(font);

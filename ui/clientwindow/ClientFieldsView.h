@@ -56,6 +56,8 @@ public:
 
     // Grid column widths, in the per-user ini file.
     void saveLayouts();
+    // Shows or hides the title rows of the grids of "Client Services".
+    void applyServiceHeadings();
 
     QWidget* editor(const QString& field) const;
     QList<QWidget*> editors(const QString& field) const;
