@@ -3,7 +3,6 @@
 #include <QDialog>
 
 class QCheckBox;
-class QComboBox;
 class QDateEdit;
 class QLabel;
 class QLineEdit;
@@ -16,6 +15,8 @@ class TFormBatchAddMissedDeliveries;
 
 namespace kb::ui {
 
+class ClientSearchBar;
+
 // "Record Missed Deliveries": the date and its weekday, the client search
 // (or the scanner), the list of clients with their "Excused" boxes, and the
 // commands that add, remove and record.
@@ -25,10 +26,10 @@ class BatchMissedDeliveriesView : public QDialog
 
 public:
     BatchMissedDeliveriesView(TFormBatchAddMissedDeliveries& presenter, QWidget* parent = nullptr);
-    QLineEdit* searchBox() const { return m_search; }
+    QLineEdit* searchBox() const;
     QCheckBox* scannerBox() const { return m_scanner; }
     QTableWidget* list() const { return m_list; }
-    QPushButton* addButton() const { return m_add; }
+    QPushButton* addButton() const;
     QPushButton* removeButton() const { return m_remove; }
     QPushButton* recordButton() const { return m_record; }
 
@@ -39,14 +40,9 @@ private:
     TFormBatchAddMissedDeliveries& m_presenter;
     QDateEdit* m_date;
     QLabel* m_weekday;
-    QLabel* m_searchLabel;
-    QComboBox* m_searchBy;
-    QLabel* m_forLabel;
-    QLineEdit* m_search;
-    QCheckBox* m_excused;
+    ClientSearchBar* m_searchBar;
     QCheckBox* m_scanner;
     QTableWidget* m_list;
-    QPushButton* m_add;
     QPushButton* m_remove;
     QPushButton* m_record;
     bool m_filling = false;

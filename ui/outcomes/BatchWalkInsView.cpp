@@ -1,5 +1,6 @@
 #include "outcomes/BatchWalkInsView.h"
 
+#include "outcomes/ClientSearchBar.h"
 #include "walkins/TFormBatchAddWalkIns.h"
 
 #include <QApplication>
@@ -38,12 +39,10 @@ enum Column {
 BatchWalkInsView::BatchWalkInsView(TFormBatchAddWalkIns& presenter, QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_date(new QDateEdit(presenter.date(), this)),
       m_weekday(new QLabel(this)), m_route(new QLineEdit(presenter.route(), this)),
-      m_service(new QComboBox(this)), m_searchLabel(new QLabel(QStringLiteral("Search"), this)),
-      m_searchBy(new QComboBox(this)), m_forLabel(new QLabel(QStringLiteral("for"), this)),
-      m_search(new QLineEdit(this)), m_comp(new QCheckBox(QStringLiteral("Complimentary"), this)),
+      m_service(new QComboBox(this)), m_searchBar(new ClientSearchBar(TFormBatchAddWalkIns::searchChoices(),
+                                                                      QStringLiteral("Complimentary"), this)),
       m_scanner(new QCheckBox(QStringLiteral("Client selection is via scanner"), this)),
       m_list(new QTableWidget(0, ColumnCount, this)),
-      m_add(new QPushButton(QStringLiteral("Add to List"), this)),
       m_remove(new QPushButton(QStringLiteral("Remove"), this)),
       m_record(new QPushButton(QStringLiteral("Record Walk-Ins"), this))
 {
@@ -55,7 +54,6 @@ BatchWalkInsView::BatchWalkInsView(TFormBatchAddWalkIns& presenter, QWidget* par
     m_service->addItem(QString());
     m_service->addItems(presenter.serviceChoices());
     m_service->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    m_searchBy->addItems(TFormBatchAddWalkIns::searchChoices());
     m_list->setHorizontalHeaderLabels(
         {QStringLiteral("First Name"), QStringLiteral("Last Name"), QStringLiteral("Address"),
          QStringLiteral("City"), QStringLiteral("Service Date"), QStringLiteral("Service"),
@@ -73,13 +71,6 @@ BatchWalkInsView::BatchWalkInsView(TFormBatchAddWalkIns& presenter, QWidget* par
     defaults->addRow(QStringLiteral("Service Date:"), dateRow);
     defaults->addRow(QStringLiteral("Route/Center:"), m_route);
     defaults->addRow(QStringLiteral("Service:"), m_service);
-    auto* searchRow = new QHBoxLayout;
-    searchRow->addWidget(m_searchLabel);
-    searchRow->addWidget(m_searchBy);
-    searchRow->addWidget(m_forLabel);
-    searchRow->addWidget(m_search, 1);
-    searchRow->addWidget(m_comp);
-    searchRow->addWidget(m_add);
     auto* close = new QPushButton(QStringLiteral("Close"), this);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_remove);
@@ -88,7 +79,7 @@ BatchWalkInsView::BatchWalkInsView(TFormBatchAddWalkIns& presenter, QWidget* par
     buttons->addWidget(close);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(defaults);
-    layout->addLayout(searchRow);
+    layout->addWidget(m_searchBar);
     layout->addWidget(m_list);
     layout->addLayout(buttons);
 
@@ -98,14 +89,15 @@ BatchWalkInsView::BatchWalkInsView(TFormBatchAddWalkIns& presenter, QWidget* par
     connect(m_route, &QLineEdit::textEdited, this, [this](const QString& t) { m_presenter.setRoute(t); });
     connect(m_service, &QComboBox::currentIndexChanged, this,
             [this](int index) { m_presenter.setServiceIndex(index - 1); });
-    connect(m_searchBy, &QComboBox::currentIndexChanged, this,
+    connect(searchBy(), &QComboBox::currentIndexChanged, this,
             [this](int index) { m_presenter.setSearchBy(ClientSearchBy(index)); });
-    connect(m_search, &QLineEdit::textEdited, this,
+    connect(searchBox(), &QLineEdit::textEdited, this,
             [this](const QString& t) { m_presenter.setSearchText(t); });
-    connect(m_search, &QLineEdit::returnPressed, this, [this] { m_presenter.ActionAddToList(); });
-    connect(m_comp, &QCheckBox::toggled, this, [this](bool on) { m_presenter.setComplimentary(on); });
+    connect(searchBox(), &QLineEdit::returnPressed, this, [this] { m_presenter.ActionAddToList(); });
+    connect(complimentaryBox(), &QCheckBox::toggled, this,
+            [this](bool on) { m_presenter.setComplimentary(on); });
     connect(m_scanner, &QCheckBox::toggled, this, [this](bool on) { m_presenter.setScannerMode(on); });
-    connect(m_add, &QPushButton::clicked, this, [this] { m_presenter.ActionAddToList(); });
+    connect(addButton(), &QPushButton::clicked, this, [this] { m_presenter.ActionAddToList(); });
     connect(m_remove, &QPushButton::clicked, this,
             [this] { m_presenter.ActionRemove(m_list->currentRow()); });
     connect(m_list, &QTableWidget::cellDoubleClicked, this, [this](int row, int column) {
@@ -120,11 +112,28 @@ BatchWalkInsView::BatchWalkInsView(TFormBatchAddWalkIns& presenter, QWidget* par
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(&presenter, &TFormBatchAddWalkIns::stateChanged, this, &BatchWalkInsView::showState);
     connect(&presenter, &TFormBatchAddWalkIns::beep, this, [] { QApplication::beep(); });
-    connect(&presenter, &TFormBatchAddWalkIns::focusSearch, this, [this] {
-        m_search->clear();
-        m_search->setFocus();
-    });
+    connect(&presenter, &TFormBatchAddWalkIns::focusSearch, m_searchBar, &ClientSearchBar::focusSearch);
     showState();
+}
+
+QLineEdit* BatchWalkInsView::searchBox() const
+{
+    return m_searchBar->searchBox();
+}
+
+QComboBox* BatchWalkInsView::searchBy() const
+{
+    return m_searchBar->searchBy();
+}
+
+QCheckBox* BatchWalkInsView::complimentaryBox() const
+{
+    return m_searchBar->checkBox();
+}
+
+QPushButton* BatchWalkInsView::addButton() const
+{
+    return m_searchBar->addButton();
 }
 
 void BatchWalkInsView::done(int result)
@@ -136,19 +145,8 @@ void BatchWalkInsView::done(int result)
 void BatchWalkInsView::showState()
 {
     m_weekday->setText(m_presenter.weekdayName());
-    const bool manual = !m_presenter.scannerMode();
-    for (QWidget* w : {static_cast<QWidget*>(m_searchLabel), static_cast<QWidget*>(m_searchBy),
-                       static_cast<QWidget*>(m_forLabel), static_cast<QWidget*>(m_comp)})
-        w->setVisible(manual);
-    {
-        const QSignalBlocker block(m_searchBy);
-        m_searchBy->setCurrentIndex(int(m_presenter.searchBy()));
-    }
-    {
-        const QSignalBlocker block(m_comp);
-        m_comp->setChecked(m_presenter.complimentary());
-    }
-    if (m_search->text() != m_presenter.searchText()) m_search->setText(m_presenter.searchText());
+    m_searchBar->showState(m_presenter.scannerMode(), int(m_presenter.searchBy()), m_presenter.searchText(),
+                           m_presenter.complimentary());
     fillList();
     m_remove->setEnabled(!m_presenter.walkIns().empty());
     m_record->setEnabled(!m_presenter.walkIns().empty());

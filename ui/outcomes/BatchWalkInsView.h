@@ -16,6 +16,8 @@ class TFormBatchAddWalkIns;
 
 namespace kb::ui {
 
+class ClientSearchBar;
+
 // "Record Walk-In Visits": the service date, route and service given to the
 // clients added next, the client search (or the scanner), the list of
 // walk-ins, whose date, route, delivery type and "Complimentary" box can be
@@ -26,13 +28,13 @@ class BatchWalkInsView : public QDialog
 
 public:
     BatchWalkInsView(TFormBatchAddWalkIns& presenter, QWidget* parent = nullptr);
-    QLineEdit* searchBox() const { return m_search; }
-    QComboBox* searchBy() const { return m_searchBy; }
+    QLineEdit* searchBox() const;
+    QComboBox* searchBy() const;
     QComboBox* service() const { return m_service; }
-    QCheckBox* complimentaryBox() const { return m_comp; }
+    QCheckBox* complimentaryBox() const;
     QCheckBox* scannerBox() const { return m_scanner; }
     QTableWidget* list() const { return m_list; }
-    QPushButton* addButton() const { return m_add; }
+    QPushButton* addButton() const;
     QPushButton* removeButton() const { return m_remove; }
     QPushButton* recordButton() const { return m_record; }
 
@@ -50,14 +52,9 @@ private:
     QLabel* m_weekday;
     QLineEdit* m_route;
     QComboBox* m_service;
-    QLabel* m_searchLabel;
-    QComboBox* m_searchBy;
-    QLabel* m_forLabel;
-    QLineEdit* m_search;
-    QCheckBox* m_comp;
+    ClientSearchBar* m_searchBar;
     QCheckBox* m_scanner;
     QTableWidget* m_list;
-    QPushButton* m_add;
     QPushButton* m_remove;
     QPushButton* m_record;
     bool m_filling = false;
