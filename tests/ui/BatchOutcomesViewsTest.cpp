@@ -2,12 +2,10 @@
 // presenters on a demo agency with a saved run: clients typed or scanned
 // into the list and recorded from the screen's button.
 
-#include "DemoAgency.h"
+#include "SavedRunAgency.h"
 #include "ScriptedUserInterface.h"
-#include "TFormRunPrepare.h"
 #include "TempDataDir.h"
 #include "WidgetApplication.h"
-#include "confirmation/GivenItemConfirmation.h"
 #include "missed/TFormBatchAddMissedDeliveries.h"
 #include "outcomes/BatchMissedDeliveriesView.h"
 #include "outcomes/BatchWalkInsView.h"
@@ -58,18 +56,8 @@ protected:
 
     void SetUp() override
     {
-        DemoOptions options;
-        options.clients = 150;
-        generateDemoAgency(data.db(), options);
         session.userFullName = QStringLiteral("Tom Reyes");
-        TFormRunPrepare run(data.db(), session, ui);
-        GivenItemConfirmation all = GivenItemConfirmation::all();
-        run.setItemConfirmation(&all);
-        run.FormShow();
-        run.SetPrepareDate(monday);
-        run.ActionPrepare();
-        ASSERT_TRUE(run.ActionSaveData().has_value());
-        run.FormClose();
+        ASSERT_TRUE(saveDemoRun(data, session, ui, monday));
         const ResultSet two = data.db().execute(
             QStringLiteral("Select Distinct Person_ID from Deliveri where Deliv_Dt = :D order by Person_ID"),
             {{QStringLiteral("D"), monday}});
