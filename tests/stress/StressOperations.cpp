@@ -5,6 +5,7 @@
 #include "MessageError.h"
 #include "dataset/Abort.h"
 #include "dataset/TableDataSet.h"
+#include "missed/MissRecorder.h"
 #include "records/History.h"
 #include "records/RecordServices.h"
 #include "store/Database.h"
@@ -97,6 +98,31 @@ void writeHistory(StressWorker& w)
     w.journal({QStringLiteral("history"), token});
 }
 
+// A delivery of the pool marked missed, or missed and excused, as the batch
+// screen records it: two workstations marking the same client and date at
+// once must leave one miss, with the status of the one journaled.
+void markMissed(StressWorker& w)
+{
+    const qint64 person = w.pickClient();
+    const QDate date = MissDatesFrom.addDays(w.random().bounded(MissDays));
+    const bool excused = w.random().bounded(2) == 1;
+    const MissedClient client = MissedClient::read(w.db(), person);
+    qint64 recorded = 0;
+    try {
+        recorded = MissRecorder(w.db(), w.ui(), MissRecorder::Wording::Batch)
+                       .recordConfirmed({{client, excused}}, date, w.userFullName());
+    } catch (const DbError& e) {
+        if (!e.isLockConflict())
+            throw;
+        w.conflict(QStringLiteral("miss"));
+        return;
+    }
+    // A date already marked is told and left alone: nothing to journal.
+    if (recorded == 1)
+        w.journal({QStringLiteral("miss"), QString::number(person), date.toString(Qt::ISODate),
+                   excused ? QStringLiteral("E") : QStringLiteral("M")});
+}
+
 // A screen reading while others write.
 void readClients(StressWorker& w)
 {
@@ -115,6 +141,7 @@ const std::vector<StressOperation>& stressOperations()
         {QStringLiteral("draw"), 25, drawNumber},
         {QStringLiteral("history"), 20, writeHistory},
         {QStringLiteral("read"), 5, readClients},
+        {QStringLiteral("miss"), 10, markMissed},
     };
     return operations;
 }

@@ -6,6 +6,8 @@
 #include "store/Database.h"
 #include "store/DbError.h"
 
+#include "missed/MissEventText.h"
+
 #include <QSet>
 
 namespace kb::stress {
@@ -89,6 +91,52 @@ void checkHistory(Database& db, const QList<QStringList>& written, int unjournal
         problems << QStringLiteral("%1 stress events are in History, %2 were written").arg(stored.size()).arg(written.size());
 }
 
+// Every miss journaled stands once: its status on the deliveries of the date
+// and one History row; a client and date marked by two workers at once is
+// recorded by one of them only.
+void checkMisses(Database& db, const QList<QStringList>& misses, int unjournaled, QStringList& problems)
+{
+    QMap<QString, QString> journaled; // "person date" -> M or E
+    for (const QStringList& line : misses) {
+        const QString key = line.value(1) + QLatin1Char(' ') + line.value(2);
+        if (journaled.contains(key))
+            problems << QStringLiteral("the miss of %1 was recorded twice").arg(key);
+        journaled.insert(key, line.value(3));
+    }
+    const ResultSet statuses = db.execute(
+        QStringLiteral("select Person_ID, Deliv_Dt, Delivery_Status from Deliveri where Person_ID between 1 and :Pool"),
+        {{QStringLiteral("Pool"), PoolSize}});
+    int unexplained = 0;
+    for (qsizetype r = 0; r < statuses.rowCount(); ++r) {
+        const QString key = statuses.value(r, 0).toString() + QLatin1Char(' ') +
+                            statuses.value(r, 1).toDate().toString(Qt::ISODate);
+        const QString status = statuses.value(r, 2).toString();
+        if (journaled.contains(key) && journaled.value(key) != status)
+            problems << QStringLiteral("the miss of %1 was journaled %2 but the delivery stands at '%3'")
+                            .arg(key, journaled.value(key), status);
+        if (!journaled.contains(key) && !status.isEmpty())
+            ++unexplained;
+    }
+    const ResultSet events =
+        db.execute(QStringLiteral("select Person_ID, Event_Date, count(*) as N from History where Event like :Miss "
+                                  "and Person_ID between 1 and :Pool group by Person_ID, Event_Date"),
+                   {{QStringLiteral("Miss"), QStringLiteral("%Missed Delivery%")}, {QStringLiteral("Pool"), PoolSize}});
+    QMap<QString, int> stored;
+    for (qsizetype r = 0; r < events.rowCount(); ++r)
+        stored.insert(events.value(r, 0).toString() + QLatin1Char(' ') +
+                          events.value(r, 1).toDate().toString(Qt::ISODate),
+                      events.value(r, 2).toInt());
+    for (auto it = journaled.cbegin(); it != journaled.cend(); ++it)
+        if (stored.value(it.key()) != 1)
+            problems << QStringLiteral("the miss of %1 is in History %2 times").arg(it.key()).arg(stored.value(it.key()));
+    for (auto it = stored.cbegin(); it != stored.cend(); ++it)
+        if (!journaled.contains(it.key()))
+            unexplained += it.value();
+    // A miss of a killed worker leaves its status and its History row.
+    if (unexplained > 2 * unjournaled)
+        problems << QStringLiteral("%1 miss marks are in the data that no worker journaled").arg(unexplained);
+}
+
 // Whatever the workers held must be free: every row of the pool and of
 // IDNOS can be locked, and the tables opened exclusively.
 void checkLocksFree(Database& db, QStringList& problems)
@@ -107,6 +155,7 @@ void checkLocksFree(Database& db, QStringList& problems)
     };
     rowsOf(QStringLiteral("Clients"));
     rowsOf(QStringLiteral("IDNOS"));
+    rowsOf(QStringLiteral("Deliveri"));
     for (const QString& table : {QStringLiteral("Clients"), QStringLiteral("IDNOS"), QStringLiteral("History")}) {
         try {
             locks.openTable(&owner, table, true);
@@ -135,6 +184,16 @@ void preparePool(Database& db)
                                            "values (:Person, :Client, 'start', 'start', 0)"));
     for (int person = 1; person <= PoolSize; ++person)
         insert.bind(QStringLiteral("Person"), person).bind(QStringLiteral("Client"), QString::number(person)).execCommand();
+    // A delivery of each client on each date the workers mark missed.
+    Query delivery = db.query(QStringLiteral("Insert into Deliveri (Deliv_ID, Person_ID, Deliv_Dt, Delivery_Status) "
+                                             "values (:Id, :Person, :Date, '')"));
+    qint64 id = 0;
+    for (int person = 1; person <= PoolSize; ++person)
+        for (int day = 0; day < MissDays; ++day)
+            delivery.bind(QStringLiteral("Id"), ++id)
+                .bind(QStringLiteral("Person"), person)
+                .bind(QStringLiteral("Date"), MissDatesFrom.addDays(day))
+                .execCommand();
     guard.commit();
 }
 
@@ -153,6 +212,7 @@ StressVerdict StressVerdict::check(Database& db, const QList<QList<QStringList>>
     checkEdits(db, byOperation.value(QStringLiteral("edit")) + byOperation.value(QStringLiteral("update")), unjournaled,
                verdict.problems);
     checkHistory(db, byOperation.value(QStringLiteral("history")), unjournaled, verdict.problems);
+    checkMisses(db, byOperation.value(QStringLiteral("miss")), unjournaled, verdict.problems);
     checkLocksFree(db, verdict.problems);
     return verdict;
 }

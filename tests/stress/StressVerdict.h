@@ -24,6 +24,8 @@ void preparePool(Database& db);
 // - every client edit is in the data whole: both names one token, the edit
 //   counter equal to the edits journaled, none lost;
 // - every history row written is there once;
+// - every miss marked stands once, with its status, and no client's date is
+//   marked by two workers;
 // - no lock is left: every row and table the workers used can be taken.
 // unjournaled is how many pieces of work may have been committed without
 // reaching a journal: one for each worker that was killed.

@@ -5,6 +5,7 @@
 #include "Clock.h"
 #include "UserInterface.h"
 
+#include <QDate>
 #include <QRandomGenerator>
 #include <QString>
 
@@ -23,6 +24,10 @@ namespace kb::stress {
 // The shared clients every worker edits: Person_ID 1 to PoolSize. Few rows,
 // so that workers meet each other's locks often.
 inline constexpr int PoolSize = 12;
+// The dates of the pool's deliveries that workers mark missed: four weeks from
+// MissDatesFrom, few enough that two workers often mark the same one.
+inline const QDate MissDatesFrom(2024, 3, 4);
+inline constexpr int MissDays = 28;
 
 // A headless user: messages are counted, and every question of a lock
 // conflict is answered No, so the work in hand is abandoned, as a user who
@@ -92,6 +97,7 @@ public:
     qint64 done() const { return m_done; }
     const std::map<QString, int>& conflicts() const { return m_conflicts; }
     const StressUserInterface& ui() const { return m_ui; }
+    StressUserInterface& ui() { return m_ui; }
 
 private:
     WorkerOptions m_options;

@@ -2,12 +2,10 @@
 // presenters on a demo agency with a saved run: a miss recorded from the
 // calendar, excused from the check list, and a walk-in credited from the grid.
 
-#include "DemoAgency.h"
+#include "SavedRunAgency.h"
 #include "ScriptedUserInterface.h"
-#include "TFormRunPrepare.h"
 #include "TempDataDir.h"
 #include "WidgetApplication.h"
-#include "confirmation/GivenItemConfirmation.h"
 #include "missed/TFormExcuseMissedMeals.h"
 #include "missed/TFormMissedDel.h"
 #include "outcomes/MissedDeliveryViews.h"
@@ -38,18 +36,8 @@ protected:
 
     void SetUp() override
     {
-        DemoOptions options;
-        options.clients = 150;
-        generateDemoAgency(data.db(), options);
         session.userFullName = QStringLiteral("Tom Reyes");
-        TFormRunPrepare run(data.db(), session, ui);
-        GivenItemConfirmation all = GivenItemConfirmation::all();
-        run.setItemConfirmation(&all);
-        run.FormShow();
-        run.SetPrepareDate(monday);
-        run.ActionPrepare();
-        ASSERT_TRUE(run.ActionSaveData().has_value());
-        run.FormClose();
+        ASSERT_TRUE(saveDemoRun(data, session, ui, monday));
         person = data.db()
                      .execute(QStringLiteral("Select Min(Person_ID) from Deliveri where Deliv_Dt = :D"),
                               {{QStringLiteral("D"), monday}})

@@ -38,9 +38,12 @@
 #include "funding/FundingUses.h"
 #include "funding/TFormEditFundingSources.h"
 #include "funding/TFormReassignFunding.h"
+#include "missed/TFormBatchAddMissedDeliveries.h"
 #include "missed/TFormExcuseMissedMeals.h"
 #include "missed/TFormMissedDel.h"
 #include "missed/TFormSummarizeMissedDeliveries.h"
+#include "outcomes/BatchMissedDeliveriesView.h"
+#include "outcomes/BatchWalkInsView.h"
 #include "outcomes/ClientBillsView.h"
 #include "outcomes/DeleteDeliveryCreditsView.h"
 #include "outcomes/MissedDeliveryViews.h"
@@ -62,6 +65,7 @@
 #include "specialmeals/BrowseSpecialMealDatesView.h"
 #include "specialmeals/QtRunDialogs.h"
 #include "specialmeals/TFormBrowseSpecialMealDates.h"
+#include "walkins/TFormBatchAddWalkIns.h"
 #include "walkins/TFormCreditWalkIns.h"
 #include "window/ClientCommands.h"
 #include "window/ClientPageData.h"
@@ -425,6 +429,19 @@ void registerScreenCommands(MainWindow& window)
         TFormCreditWalkIns presenter(module.db(), module.session(), ui);
         CreditWalkInsView view(presenter, w);
         keepPlacement(view, module.userSettings(), QStringLiteral("TFormCreditWalkIns"), QSize(1000, 600));
+        view.exec();
+    });
+    on(cmd::BatchMissed, [w, &module, &ui] {
+        TFormBatchAddMissedDeliveries presenter(module.db(), module.session(), ui);
+        BatchMissedDeliveriesView view(presenter, w);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TFormBatchAddMissedDeliveries"),
+                      QSize(900, 500));
+        view.exec();
+    });
+    on(cmd::BatchWalkIns, [w, &module, &ui] {
+        TFormBatchAddWalkIns presenter(module.db(), module.session(), ui);
+        BatchWalkInsView view(presenter, w);
+        keepPlacement(view, module.userSettings(), QStringLiteral("TFormBatchAddWalkIns"), QSize(1000, 550));
         view.exec();
     });
     // Delivery outcomes and bills
