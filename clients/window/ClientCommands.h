@@ -129,6 +129,7 @@ inline const QString ReverseAllDays = QStringLiteral("ActionReverseAllDays");
 inline const QString ResultingRates = QStringLiteral("ActionResultingRates");
 inline const QString AddPledgeItem = QStringLiteral("ActionAddPledgeItem");
 inline const QString DeletePledgeItem = QStringLiteral("ActionDeletePledgeItem");
+inline const QString ShiftDeliveries = QStringLiteral("ActionShiftDeliveries");
 } // namespace client_command
 
 } // namespace kb

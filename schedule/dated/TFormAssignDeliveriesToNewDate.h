@@ -16,7 +16,8 @@ class TFormAssignDeliveriesToNewDate
 {
 public:
     // userName: the signed-in user, written to History; today: the
-    // session's clock.
+    // session's clock. The dates start at yesterday and today, the usual
+    // case of a day's run saved under the wrong date.
     TFormAssignDeliveriesToNewDate(Database& db, UserInterface& ui, QString userName, const QDate& today);
 
     static QString caption() { return QStringLiteral("Shift Deliveries From One Date To Another"); }
@@ -50,8 +51,8 @@ private:
     UserInterface& m_ui;
     QString m_userName;
     QDate m_today;
-    QDate m_oldDate;
-    QDate m_newDate;
+    QDate m_oldDate = m_today.addDays(-1);
+    QDate m_newDate = m_today;
     qint64 m_shifted = 0;
 };
 

@@ -9,13 +9,16 @@
 #include "WidgetApplication.h"
 
 #include "dataset/QueryDataSet.h"
+#include "dated/TFormAssignDeliveriesToNewDate.h"
 #include "dated/TFormEditEpisodicDeliveries.h"
 #include "recurrence/TFormRecurrence.h"
+#include "schedule/dated/AssignDeliveriesToNewDateView.h"
 #include "schedule/dated/DatedDeliveriesView.h"
 #include "schedule/dated/RecurrenceView.h"
 #include "settings/SettingsFile.h"
 
 #include <QCalendarWidget>
+#include <QDateEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
@@ -111,6 +114,36 @@ TEST_F(DatedDeliveriesScreens, AutoSchedulePreviewsAndMakesThePatternsRows)
     EXPECT_EQ(view.result(), QDialog::Accepted);
     EXPECT_EQ(
         data.db().execute(QStringLiteral("Select count(*) from EpisodicDeliveries")).value(0, 0).toInt(), 5);
+}
+
+TEST_F(DatedDeliveriesScreens, ShiftDeliveriesMovesASavedDay)
+{
+    SettingsFile settings(appData.path());
+    const QDate tuesday(2024, 3, 5), wednesday(2024, 3, 6);
+    insertRow(data.db(), QStringLiteral("Deliveri"),
+              {{QStringLiteral("Deliv_ID"), 1},
+               {QStringLiteral("Deliv_Dt"), tuesday},
+               {QStringLiteral("DOW"), QStringLiteral("TUE")},
+               {QStringLiteral("Person_ID"), 10}});
+    TFormAssignDeliveriesToNewDate presenter(data.db(), ui, QStringLiteral("Pat Tester"), wednesday);
+    ui::AssignDeliveriesToNewDateView view(presenter, settings);
+    EXPECT_EQ(view.windowTitle(), QStringLiteral("Shift Deliveries From One Date To Another"));
+    EXPECT_EQ(view.oldDateEdit()->date(), tuesday);
+    EXPECT_EQ(view.newDateEdit()->date(), wednesday);
+    EXPECT_TRUE(view.okButton()->isEnabled());
+    view.newDateEdit()->setDate(tuesday);
+    EXPECT_FALSE(view.okButton()->isEnabled()) << "the same date";
+    view.newDateEdit()->setDate(wednesday);
+    keepPicture(view, QStringLiteral("TFormAssignDeliveriesToNewDate"));
+    ui.answerNext(Answer::Yes);
+    view.okButton()->click();
+    EXPECT_EQ(view.result(), QDialog::Accepted);
+    EXPECT_EQ(data.db()
+                  .execute(QStringLiteral("Select count(*) from Deliveri where Deliv_Dt = :D and DOW = 'WED'"),
+                           {{QStringLiteral("D"), wednesday}})
+                  .value(0, 0)
+                  .toInt(),
+              1);
 }
 
 } // namespace

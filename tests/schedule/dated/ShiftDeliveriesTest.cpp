@@ -68,7 +68,9 @@ TEST_P(ShiftDeliveriesTest, MovesTheSavedDayAndLeavesThePlannedRows)
     TFormAssignDeliveriesToNewDate form(db(), ui, QStringLiteral("Pat Tester"), QDate(2024, 3, 6));
     EXPECT_EQ(TFormAssignDeliveriesToNewDate::caption(),
               QStringLiteral("Shift Deliveries From One Date To Another"));
-    EXPECT_FALSE(form.okEnabled());
+    EXPECT_EQ(form.oldDate(), QDate(2024, 3, 5)); // yesterday to today
+    EXPECT_EQ(form.newDate(), QDate(2024, 3, 6));
+    EXPECT_TRUE(form.okEnabled());
     form.setOldDate(monday);
     form.setNewDate(monday);
     EXPECT_FALSE(form.okEnabled()); // nothing to move to
