@@ -175,4 +175,18 @@ bool TFormClientEpisodicItems::ActionSave()
     return true;
 }
 
+bool TFormClientEpisodicItems::close()
+{
+    if (!modified()) return true;
+    switch (m_ui.question(QStringLiteral("Save your changes to the delivery items?"), Buttons::YesNoCancel)) {
+    case Answer::Yes:
+        return ActionSave();
+    case Answer::No:
+        m_rows.clear();
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace kb

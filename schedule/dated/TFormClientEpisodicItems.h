@@ -75,6 +75,9 @@ public:
     // changed lines in one transaction. false when the user declined. Rows
     // are retrieved again afterwards.
     bool ActionSave();
+    // Closing with changes asks "Save your changes to the delivery items?":
+    // Yes saves, No drops them, Cancel keeps the screen open (false).
+    bool close();
 
 private:
     Database& m_db;
