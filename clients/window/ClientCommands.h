@@ -132,6 +132,7 @@ inline const QString ResultingRates = QStringLiteral("ActionResultingRates");
 inline const QString AddPledgeItem = QStringLiteral("ActionAddPledgeItem");
 inline const QString DeletePledgeItem = QStringLiteral("ActionDeletePledgeItem");
 inline const QString ShowColumnHeadings = QStringLiteral("ActionShowColumnHeadings");
+inline const QString ShiftDeliveries = QStringLiteral("ActionShiftDeliveries");
 } // namespace client_command
 
 } // namespace kb

@@ -9,18 +9,26 @@
 #include "WidgetApplication.h"
 
 #include "dataset/QueryDataSet.h"
+#include "dated/DatedDeliveries.h"
+#include "dated/TFormAssignDeliveriesToNewDate.h"
+#include "dated/TFormClientEpisodicItems.h"
 #include "dated/TFormEditEpisodicDeliveries.h"
 #include "recurrence/TFormRecurrence.h"
+#include "schedule/dated/AssignDeliveriesToNewDateView.h"
+#include "schedule/dated/ClientEpisodicItemsView.h"
 #include "schedule/dated/DatedDeliveriesView.h"
 #include "schedule/dated/RecurrenceView.h"
 #include "settings/SettingsFile.h"
 
 #include <QCalendarWidget>
+#include <QComboBox>
+#include <QDateEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTableWidget>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -111,6 +119,70 @@ TEST_F(DatedDeliveriesScreens, AutoSchedulePreviewsAndMakesThePatternsRows)
     EXPECT_EQ(view.result(), QDialog::Accepted);
     EXPECT_EQ(
         data.db().execute(QStringLiteral("Select count(*) from EpisodicDeliveries")).value(0, 0).toInt(), 5);
+}
+
+TEST_F(DatedDeliveriesScreens, ShiftDeliveriesMovesASavedDay)
+{
+    SettingsFile settings(appData.path());
+    const QDate tuesday(2024, 3, 5), wednesday(2024, 3, 6);
+    insertRow(data.db(), QStringLiteral("Deliveri"),
+              {{QStringLiteral("Deliv_ID"), 1},
+               {QStringLiteral("Deliv_Dt"), tuesday},
+               {QStringLiteral("DOW"), QStringLiteral("TUE")},
+               {QStringLiteral("Person_ID"), 10}});
+    TFormAssignDeliveriesToNewDate presenter(data.db(), ui, QStringLiteral("Pat Tester"), wednesday);
+    ui::AssignDeliveriesToNewDateView view(presenter, settings);
+    EXPECT_EQ(view.windowTitle(), QStringLiteral("Shift Deliveries From One Date To Another"));
+    EXPECT_EQ(view.oldDateEdit()->date(), tuesday);
+    EXPECT_EQ(view.newDateEdit()->date(), wednesday);
+    EXPECT_TRUE(view.okButton()->isEnabled());
+    view.newDateEdit()->setDate(tuesday);
+    EXPECT_FALSE(view.okButton()->isEnabled()) << "the same date";
+    view.newDateEdit()->setDate(wednesday);
+    keepPicture(view, QStringLiteral("TFormAssignDeliveriesToNewDate"));
+    ui.answerNext(Answer::Yes);
+    view.okButton()->click();
+    EXPECT_EQ(view.result(), QDialog::Accepted);
+    EXPECT_EQ(
+        data.db()
+            .execute(QStringLiteral("Select count(*) from Deliveri where Deliv_Dt = :D and DOW = 'WED'"),
+                     {{QStringLiteral("D"), wednesday}})
+            .value(0, 0)
+            .toInt(),
+        1);
+}
+
+TEST_F(DatedDeliveriesScreens, CalendarItemsRetrieveAndSaveAMeal)
+{
+    SettingsFile settings(appData.path());
+    insertRow(data.db(), QStringLiteral("Items"),
+              {{QStringLiteral("Item_ID"), 7},
+               {QStringLiteral("Meal"), QStringLiteral("L")},
+               {QStringLiteral("Meal_Item"), QStringLiteral("Soup")}});
+    DatedDeliveries rules(data.db(), ui, QStringLiteral("Pat Tester"));
+    const qint64 id =
+        rules.add(*DatedClient::byPersonId(data.db(), 10), DatedKind::Scheduled, QDate(2024, 3, 8));
+    TFormClientEpisodicItems presenter(data.db(), ui, QStringLiteral("Pat Tester"), 10, QDate(2024, 3, 6));
+    ui::ClientEpisodicItemsView view(presenter, settings);
+    EXPECT_EQ(view.windowTitle(), QStringLiteral("Calendar-Based Delivery Items"));
+    view.retrieveButton()->click();
+    ASSERT_EQ(view.grid()->rowCount(), 1);
+    EXPECT_FALSE(view.saveButton()->isEnabled());
+    auto* lunch = qobject_cast<QComboBox*>(view.grid()->cellWidget(0, 5));
+    ASSERT_NE(lunch, nullptr);
+    lunch->setCurrentIndex(lunch->findData(7));
+    qobject_cast<QSpinBox*>(view.grid()->cellWidget(0, 4))->setValue(2);
+    EXPECT_TRUE(view.saveButton()->isEnabled());
+    keepPicture(view, QStringLiteral("TFormClientEpisodicItems"));
+    view.saveButton()->click();
+    EXPECT_EQ(data.db()
+                  .execute(QStringLiteral("Select Quantity from DefDels where Deliv_ID = :D and Item_ID = 7"),
+                           {{QStringLiteral("D"), id}})
+                  .value(0, 0)
+                  .toInt(),
+              2);
+    view.reject(); // nothing left to ask about
+    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Question).isEmpty());
 }
 
 } // namespace

@@ -60,6 +60,8 @@
 #include "schedule/DeliveryConditionsView.h"
 #include "schedule/ScheduleCalendarView.h"
 #include "schedule/dated/DatedDeliveriesView.h"
+#include "schedule/dated/AssignDeliveriesToNewDateView.h"
+#include "dated/TFormAssignDeliveriesToNewDate.h"
 #include "session/TDataModule1.h"
 #include "settings/TFormEditConfig.h"
 #include "specialmeals/BrowseSpecialMealDatesView.h"
@@ -378,6 +380,12 @@ void registerScreenCommands(MainWindow& window)
         if (episodic.isEmpty()) return;
         DatedDeliveries rules(module.db(), ui, module.session().userFullName);
         if (rules.removeAsked(DatedRow::fromDataSet(episodic))) episodic.refresh();
+    });
+    on(cmd::ShiftDeliveries, [w, &module, &ui] {
+        TFormAssignDeliveriesToNewDate presenter(module.db(), ui, module.session().userFullName,
+                                                 module.clock().today());
+        AssignDeliveriesToNewDateView view(presenter, module.userSettings(), w);
+        view.exec();
     });
     on(cmd::SendMail,
        [&form, &ui] { openUrl(form.mailUrl(), ui, QStringLiteral("This client has no e-mail address.")); });

@@ -4,8 +4,10 @@
 #include "UserInterface.h"
 #include "clientwindow/DataSetTableModel.h"
 #include "dataset/QueryDataSet.h"
+#include "dated/TFormClientEpisodicItems.h"
 #include "dated/TFormEditEpisodicDeliveries.h"
 #include "recurrence/TFormRecurrence.h"
+#include "schedule/dated/ClientEpisodicItemsView.h"
 #include "schedule/dated/DeliveryDeletionOptionsDialog.h"
 #include "schedule/dated/RecurrenceView.h"
 #include "settings/SettingsFile.h"
@@ -108,6 +110,8 @@ DatedDeliveriesView::DatedDeliveriesView(TFormEditEpisodicDeliveries& presenter,
     }));
     commands->addWidget(addButton(QStringLiteral("Delete "), QStringLiteral("Ctrl+D"), [this] { remove(); }));
     commands->addWidget(addButton(QStringLiteral("Auto Schedule"), {}, [this] { autoSchedule(); }));
+    commands->addWidget(
+        addButton(QStringLiteral("Items Month View"), QStringLiteral("Ctrl+Shift+F12"), [this] { itemsView(); }));
     commands->addWidget(addButton(QStringLiteral("Address Overrides"), QStringLiteral("Ctrl+O"), [this] {
         if (m_addressOverrides) m_addressOverrides();
     }));
@@ -229,6 +233,15 @@ void DatedDeliveriesView::edit(const QString& column, const QVariant& value)
     m_model->reload();
     paintCalendar();
     showRow();
+}
+
+void DatedDeliveriesView::itemsView()
+{
+    TFormClientEpisodicItems items(m_db, m_ui, m_userName, m_presenter.client().personId, m_db.clock().today());
+    ClientEpisodicItemsView view(items, m_settings, this);
+    view.exec();
+    m_presenter.reload(); // dates may have been dropped there
+    reload();
 }
 
 void DatedDeliveriesView::autoSchedule()

@@ -53,6 +53,7 @@ private:
     void paintCalendar();
     void edit(const QString& column, const QVariant& value);
     void autoSchedule();
+    void itemsView();
     void remove();
 
     TFormEditEpisodicDeliveries& m_presenter;
