@@ -7,13 +7,15 @@ namespace kb::app {
 
 namespace {
 
-QString optionWord(const QString& name) { return (name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name; }
+QString optionWord(const QString& name)
+{
+    return (name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name;
+}
 
 QString optionUsage(const QCommandLineOption& option)
 {
     QString text = optionWord(option.names().first());
-    if (!option.valueName().isEmpty())
-        text += QLatin1Char(' ') + option.valueName();
+    if (!option.valueName().isEmpty()) text += QLatin1Char(' ') + option.valueName();
     return text;
 }
 
@@ -29,13 +31,15 @@ int occurrences(const QCommandLineParser& parser, const QCommandLineOption& opti
 
 const QCommandLineOption& yesOption()
 {
-    static const QCommandLineOption option(QStringLiteral("yes"), QStringLiteral("Answer Yes to every question."));
+    static const QCommandLineOption option(QStringLiteral("yes"),
+                                           QStringLiteral("Answer Yes to every question."));
     return option;
 }
 
 const QCommandLineOption& noOption()
 {
-    static const QCommandLineOption option(QStringLiteral("no"), QStringLiteral("Answer No to every question."));
+    static const QCommandLineOption option(QStringLiteral("no"),
+                                           QStringLiteral("Answer No to every question."));
     return option;
 }
 
@@ -62,40 +66,36 @@ qint64 parseIntegerWord(const QString& text, const QString& what, qint64 min, qi
     bool ok = false;
     const qint64 n = text.trimmed() == text ? text.toLongLong(&ok) : 0;
     if (!ok || n < min || n > max)
-        throw UsageError(
-            QStringLiteral("%1 needs a whole number from %2 to %3, not '%4'.").arg(what).arg(min).arg(max).arg(text));
+        throw UsageError(QStringLiteral("%1 needs a whole number from %2 to %3, not '%4'.")
+                             .arg(what)
+                             .arg(min)
+                             .arg(max)
+                             .arg(text));
     return n;
 }
 
-QString CommandSpec::usage() const
+QString CommandDefinition::usage() const
 {
     QString text = name;
-    if (!arguments.isEmpty())
-        text += QLatin1Char(' ') + arguments;
+    if (!arguments.isEmpty()) text += QLatin1Char(' ') + arguments;
     for (const QCommandLineOption& option : options) {
         text += QStringLiteral(" [") + optionUsage(option) + QLatin1Char(']');
-        if (repeatable.contains(option.names().first()))
-            text += QStringLiteral("...");
+        if (repeatable.contains(option.names().first())) text += QStringLiteral("...");
     }
-    if (asksQuestions)
-        text += QStringLiteral(" [--yes|--no]");
-    if (needsUser)
-        text += QStringLiteral("  (needs --user)");
+    if (asksQuestions) text += QStringLiteral(" [--yes|--no]");
+    if (needsUser) text += QStringLiteral("  (needs --user)");
     return text;
 }
 
-QString CommandSpec::help() const
+QString CommandDefinition::help() const
 {
     QString text = QStringLiteral("Usage: kettlebrook [--data DIR | --server HOST[:PORT]/DATABASE]");
-    if (needsUser)
-        text += QStringLiteral(" --user NAME");
+    if (needsUser) text += QStringLiteral(" --user NAME");
     text += QStringLiteral(" [--today YYYY-MM-DD] ") + name;
-    if (!arguments.isEmpty())
-        text += QLatin1Char(' ') + arguments;
+    if (!arguments.isEmpty()) text += QLatin1Char(' ') + arguments;
     text += QStringLiteral(" [options]\n\n") + description + QStringLiteral("\n\nOptions:\n");
     QList<QCommandLineOption> shown = options;
-    if (asksQuestions)
-        shown << yesOption() << noOption();
+    if (asksQuestions) shown << yesOption() << noOption();
     shown << helpOption();
     qsizetype width = 0;
     for (const QCommandLineOption& option : shown)
@@ -109,79 +109,78 @@ QString CommandSpec::help() const
     return text;
 }
 
-CommandArgs CommandArgs::parse(const CommandSpec& spec, const QStringList& words)
+CommandArgs CommandArgs::parse(const CommandDefinition& definition, const QStringList& words)
 {
-    const QString tryHelp = QStringLiteral(" See: kettlebrook %1 --help").arg(spec.name);
+    const QString tryHelp = QStringLiteral(" See: kettlebrook %1 --help").arg(definition.name);
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOption(helpOption());
-    for (const QCommandLineOption& option : spec.options)
+    for (const QCommandLineOption& option : definition.options)
         parser.addOption(option);
-    if (spec.asksQuestions) {
+    if (definition.asksQuestions) {
         parser.addOption(yesOption());
         parser.addOption(noOption());
     }
     CommandArgs args;
-    if (!parser.parse(QStringList{spec.name} + words))
-        throw UsageError(QStringLiteral("%1: %2%3").arg(spec.name, parser.errorText(), tryHelp));
+    if (!parser.parse(QStringList{definition.name} + words))
+        throw UsageError(QStringLiteral("%1: %2%3").arg(definition.name, parser.errorText(), tryHelp));
     if (parser.isSet(helpOption())) {
         args.m_help = true;
         return args;
     }
-    for (const QCommandLineOption& option : spec.options) {
+    for (const QCommandLineOption& option : definition.options) {
         const QString name = option.names().first();
         const int count = occurrences(parser, option);
-        if (count > 1 && !spec.repeatable.contains(name))
+        if (count > 1 && !definition.repeatable.contains(name))
             throw UsageError(QStringLiteral("%1: %2 is given %3 times; give it once.%4")
-                                 .arg(spec.name, optionWord(name))
+                                 .arg(definition.name, optionWord(name))
                                  .arg(count)
                                  .arg(tryHelp));
         if (option.valueName().isEmpty()) {
-            if (count > 0)
-                args.m_flags << name;
+            if (count > 0) args.m_flags << name;
             continue;
         }
         for (const QString& value : parser.values(option)) {
             if (value.isEmpty())
-                throw UsageError(
-                    QStringLiteral("%1: %2 needs a value.%3").arg(spec.name, optionUsage(option), tryHelp));
+                throw UsageError(QStringLiteral("%1: %2 needs a value.%3")
+                                     .arg(definition.name, optionUsage(option), tryHelp));
             args.m_values.append({name, value});
         }
     }
-    if (spec.asksQuestions) {
+    if (definition.asksQuestions) {
         const bool yes = parser.isSet(yesOption());
         const bool no = parser.isSet(noOption());
         if (yes && no)
-            throw UsageError(QStringLiteral("%1: give --yes or --no, not both.").arg(spec.name));
+            throw UsageError(QStringLiteral("%1: give --yes or --no, not both.").arg(definition.name));
         args.m_answers = yes ? AnswerPolicy::Yes : no ? AnswerPolicy::No : AnswerPolicy::Least;
     }
     args.m_positionals = parser.positionalArguments();
     const int given = int(args.m_positionals.size());
-    if (given < spec.minArguments)
-        throw UsageError(QStringLiteral("%1 needs %2. Usage: kettlebrook %3")
-                             .arg(spec.name, spec.arguments.isEmpty() ? QStringLiteral("more words") : spec.arguments,
-                                  spec.usage()));
-    if (spec.maxArguments >= 0 && given > spec.maxArguments)
-        throw UsageError(QStringLiteral("Unexpected argument '%1' for %2. Usage: kettlebrook %3")
-                             .arg(args.m_positionals.at(spec.maxArguments), spec.name, spec.usage()));
+    if (given < definition.minArguments)
+        throw UsageError(
+            QStringLiteral("%1 needs %2. Usage: kettlebrook %3")
+                .arg(definition.name,
+                     definition.arguments.isEmpty() ? QStringLiteral("more words") : definition.arguments,
+                     definition.usage()));
+    if (definition.maxArguments >= 0 && given > definition.maxArguments)
+        throw UsageError(
+            QStringLiteral("Unexpected argument '%1' for %2. Usage: kettlebrook %3")
+                .arg(args.m_positionals.at(definition.maxArguments), definition.name, definition.usage()));
     return args;
 }
 
 bool CommandArgs::isSet(const QString& option) const
 {
-    if (m_flags.contains(option))
-        return true;
+    if (m_flags.contains(option)) return true;
     for (const auto& [name, value] : m_values)
-        if (name == option)
-            return true;
+        if (name == option) return true;
     return false;
 }
 
 QString CommandArgs::value(const QString& option, const QString& fallback) const
 {
     for (const auto& [name, value] : m_values)
-        if (name == option)
-            return value;
+        if (name == option) return value;
     return fallback;
 }
 
@@ -189,8 +188,7 @@ QStringList CommandArgs::values(const QString& option) const
 {
     QStringList all;
     for (const auto& [name, value] : m_values)
-        if (name == option)
-            all << value;
+        if (name == option) all << value;
     return all;
 }
 
@@ -216,12 +214,10 @@ qint64 CommandArgs::integerPositional(int index, const QString& what, qint64 min
 
 QString CommandArgs::choice(const QString& option, const QStringList& allowed, const QString& fallback) const
 {
-    if (!isSet(option))
-        return fallback;
+    if (!isSet(option)) return fallback;
     const QString given = value(option);
     for (const QString& word : allowed)
-        if (word.compare(given, Qt::CaseInsensitive) == 0)
-            return word;
+        if (word.compare(given, Qt::CaseInsensitive) == 0) return word;
     throw UsageError(QStringLiteral("%1 needs one of %2, not '%3'.")
                          .arg(optionWord(option), allowed.join(QStringLiteral(", ")), given));
 }
@@ -246,10 +242,12 @@ GlobalOptions GlobalOptions::parse(const QStringList& words)
             remaining << words[i];
     }
 
-    const QCommandLineOption data(QStringLiteral("data"), QStringLiteral("The data directory."), QStringLiteral("DIR"));
+    const QCommandLineOption data(QStringLiteral("data"), QStringLiteral("The data directory."),
+                                  QStringLiteral("DIR"));
     const QCommandLineOption server(QStringLiteral("server"), QStringLiteral("The database server."),
                                     QStringLiteral("HOST[:PORT]/DATABASE"));
-    const QCommandLineOption user(QStringLiteral("user"), QStringLiteral("Sign in as this user."), QStringLiteral("NAME"));
+    const QCommandLineOption user(QStringLiteral("user"), QStringLiteral("Sign in as this user."),
+                                  QStringLiteral("NAME"));
     const QCommandLineOption today(QStringLiteral("today"), QStringLiteral("Run as if on this date."),
                                    QStringLiteral("YYYY-MM-DD"));
     const QCommandLineOption version(QStringLiteral("version"), QStringLiteral("Print the version."));
@@ -264,7 +262,8 @@ GlobalOptions GlobalOptions::parse(const QStringList& words)
         const QStringList values = parser.values(option);
         const QString word = optionUsage(option);
         if (values.size() > 1)
-            throw UsageError(QStringLiteral("%1 is given %2 times; give it once.").arg(word).arg(values.size()));
+            throw UsageError(
+                QStringLiteral("%1 is given %2 times; give it once.").arg(word).arg(values.size()));
         if (!values.isEmpty() && values.first().trimmed().isEmpty())
             throw UsageError(QStringLiteral("%1 needs a value.").arg(word));
         return values.value(0);
@@ -275,8 +274,7 @@ GlobalOptions GlobalOptions::parse(const QStringList& words)
     result.today = single(today);
     if (!result.dataDir.isEmpty() && !result.server.isEmpty())
         throw UsageError(QStringLiteral("Give --data or --server, not both."));
-    if (!result.today.isEmpty())
-        parseDateWord(result.today, QStringLiteral("--today"));
+    if (!result.today.isEmpty()) parseDateWord(result.today, QStringLiteral("--today"));
     result.help = parser.isSet(helpOption());
     result.version = parser.isSet(version);
     const QStringList positionals = parser.positionalArguments();

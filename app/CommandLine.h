@@ -25,18 +25,18 @@ enum class AnswerPolicy { Least, Yes, No };
 // What a command accepts: its positional words and its options. One parser
 // reads every command from this, refuses bad input the same way everywhere
 // and writes each command's --help.
-struct CommandSpec
+struct CommandDefinition
 {
-    QString name;                       // the command word, "prepare"
-    QString arguments;                  // the positional words as usage shows them: "DATE"
-    QString description;                // what the command does, for --help
+    QString name;        // the command word, "prepare"
+    QString arguments;   // the positional words as usage shows them: "DATE"
+    QString description; // what the command does, for --help
     int minArguments = 0;
-    int maxArguments = 0;               // -1: any number
-    QList<QCommandLineOption> options;  // the command's own options
-    QStringList repeatable;             // options that may be given more than once
-    bool asksQuestions = false;         // takes --yes and --no
-    bool needsUser = false;             // signs in: needs --user before the command
-    bool paints = false;                // draws pages (reports, labels): runs with fonts, without a screen
+    int maxArguments = 0;              // -1: any number
+    QList<QCommandLineOption> options; // the command's own options
+    QStringList repeatable;            // options that may be given more than once
+    bool asksQuestions = false;        // takes --yes and --no
+    bool needsUser = false;            // signs in: needs --user before the command
+    bool paints = false;               // draws pages (reports, labels): runs with fonts, without a screen
 
     // "prepare DATE [--type A|O|E|S|B]", for the command list.
     QString usage() const;
@@ -44,7 +44,7 @@ struct CommandSpec
     QString help() const;
 };
 
-// A command's words after parsing against its spec. Every reader refuses a
+// A command's words after parsing against its definition. Every reader refuses a
 // malformed value with a UsageError naming the option and the form it needs.
 class CommandArgs
 {
@@ -53,7 +53,7 @@ public:
     // option given twice that is not repeatable, or the wrong number of
     // positional words. helpRequested() is true, and nothing else checked,
     // when the words hold --help.
-    static CommandArgs parse(const CommandSpec& spec, const QStringList& words);
+    static CommandArgs parse(const CommandDefinition& definition, const QStringList& words);
 
     bool helpRequested() const { return m_help; }
     const QStringList& positionals() const { return m_positionals; }
@@ -99,8 +99,8 @@ struct GlobalOptions
     QString today;     // --today YYYY-MM-DD, checked
     bool help = false; // --help
     bool version = false;
-    QString command;   // the command word; empty for the desktop program
-    QStringList rest;  // the words after the command word
+    QString command;           // the command word; empty for the desktop program
+    QStringList rest;          // the words after the command word
     QStringList debugSwitches; // CODESITE... words for the desktop program's debug log
 
     // Throws UsageError for an unknown or repeated option, a missing or

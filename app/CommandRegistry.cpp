@@ -14,8 +14,7 @@ std::map<QString, CommandInfo>& commandRegistry()
 
 std::unique_ptr<kb::Clock> commandClock(const CommandContext& context)
 {
-    if (context.today.isEmpty())
-        return std::make_unique<kb::SystemClock>();
+    if (context.today.isEmpty()) return std::make_unique<kb::SystemClock>();
     const QDate day = parseDateWord(context.today, QStringLiteral("--today"));
     return std::make_unique<kb::FixedClock>(QDateTime(day, QTime::currentTime()));
 }
@@ -31,13 +30,14 @@ std::unique_ptr<kb::Database> openCommandDatabase(const CommandContext& context,
 
 int runCommand(const CommandInfo& command, CommandContext& context, const QStringList& words)
 {
-    const CommandArgs args = CommandArgs::parse(command.spec, words);
+    const CommandArgs args = CommandArgs::parse(command.definition, words);
     if (args.helpRequested()) {
-        context.out << command.spec.help();
+        context.out << command.definition.help();
         return 0;
     }
-    if (command.spec.needsUser && context.user.isEmpty())
-        throw UsageError(QStringLiteral("%1 signs in: give --user NAME before the command.").arg(command.spec.name));
+    if (command.definition.needsUser && context.user.isEmpty())
+        throw UsageError(
+            QStringLiteral("%1 signs in: give --user NAME before the command.").arg(command.definition.name));
     context.answers = args.answers();
     return command.run(context, args);
 }

@@ -13,7 +13,7 @@
 namespace kb {
 class Clock;
 class Database;
-}
+} // namespace kb
 
 namespace kb::app {
 
@@ -21,12 +21,12 @@ namespace kb::app {
 // command word, how its questions are answered, and where to print.
 struct CommandContext
 {
-    QString dataDir;       // --data DIR
-    QString server;        // --server HOST[:PORT]/DATABASE
-    QString user;          // --user NAME
-    QString today;         // --today YYYY-MM-DD: run as if on that date (checked)
-    QTextStream& out;      // CSV results
-    QTextStream& err;      // messages
+    QString dataDir;                            // --data DIR
+    QString server;                             // --server HOST[:PORT]/DATABASE
+    QString user;                               // --user NAME
+    QString today;                              // --today YYYY-MM-DD: run as if on that date (checked)
+    QTextStream& out;                           // CSV results
+    QTextStream& err;                           // messages
     AnswerPolicy answers = AnswerPolicy::Least; // --yes / --no of a command that asks
 };
 
@@ -42,7 +42,7 @@ using CommandFunction = std::function<int(CommandContext&, const CommandArgs&)>;
 
 struct CommandInfo
 {
-    CommandSpec spec;
+    CommandDefinition definition;
     CommandFunction run;
 };
 
@@ -52,14 +52,14 @@ std::map<QString, CommandInfo>& commandRegistry();
 
 struct CommandRegistration
 {
-    CommandRegistration(CommandSpec spec, CommandFunction run)
+    CommandRegistration(CommandDefinition definition, CommandFunction run)
     {
-        const QString name = spec.name;
-        commandRegistry()[name] = CommandInfo{std::move(spec), std::move(run)};
+        const QString name = definition.name;
+        commandRegistry()[name] = CommandInfo{std::move(definition), std::move(run)};
     }
 };
 
-// Parses the command's words against its spec and runs it: --help prints
+// Parses the command's words against its definition and runs it: --help prints
 // the command's help; bad words give a UsageError before anything is opened.
 int runCommand(const CommandInfo& command, CommandContext& context, const QStringList& words);
 

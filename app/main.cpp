@@ -19,7 +19,7 @@ void printUsage(QTextStream& stream)
 {
     stream << GlobalOptions::usage() << "commands:\n";
     for (const auto& [name, info] : commandRegistry())
-        stream << "  " << info.spec.usage() << "\n";
+        stream << "  " << info.definition.usage() << "\n";
 }
 
 QStringList argumentWords(int argc, char** argv)
@@ -68,11 +68,11 @@ int main(int argc, char** argv)
     // Commands that draw pages need fonts, which come with the GUI
     // application; without a display they draw offscreen.
     const auto found = commandRegistry().find(options.command);
-    const bool paints = found != commandRegistry().end() && found->second.spec.paints;
+    const bool paints = found != commandRegistry().end() && found->second.definition.paints;
     if (paints && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("offscreen"));
-    const std::unique_ptr<QCoreApplication> app =
-        paints ? std::make_unique<QGuiApplication>(argc, argv) : std::make_unique<QCoreApplication>(argc, argv);
+    const std::unique_ptr<QCoreApplication> app = paints ? std::make_unique<QGuiApplication>(argc, argv)
+                                                         : std::make_unique<QCoreApplication>(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Kettlebrook"));
     QCoreApplication::setApplicationVersion(QStringLiteral("0.1"));
     QTextStream out(stdout);

@@ -1,22 +1,22 @@
 #include "TFormRunPrepare.h"
 
+#include "DeliveryTypeEntry.h"
+#include "DietCodes.h"
+#include "IsDeliveryWeek.h"
+#include "MessageError.h"
+#include "UserInterface.h"
 #include "confirmation/ConfirmDeliveryItems.h"
 #include "confirmation/GivenItemConfirmation.h"
 #include "dialogs/DateChoice.h"
 #include "dialogs/GivenRunDialogs.h"
 #include "dialogs/RunDialogs.h"
-#include "store/Database.h"
-#include "store/DbError.h"
-#include "DeliveryTypeEntry.h"
-#include "DietCodes.h"
-#include "IsDeliveryWeek.h"
-#include "MessageError.h"
 #include "selection/OriginDataSet.h"
 #include "selection/RunStatements.h"
 #include "session/SessionState.h"
 #include "specialmeals/SpecialMealNames.h"
 #include "specialmeals/TFormSetSpecialMeals.h"
-#include "UserInterface.h"
+#include "store/Database.h"
+#include "store/DbError.h"
 
 #include <QLocale>
 
@@ -24,27 +24,26 @@ namespace kb {
 
 namespace {
 
-QVariant zeroWhenNull(const QVariant& v) { return v.isNull() ? QVariant(qint64(0)) : v; }
+QVariant zeroWhenNull(const QVariant& v)
+{
+    return v.isNull() ? QVariant(qint64(0)) : v;
+}
 
 QString fullNameOf(const OriginDataSet& row)
 {
     QString name = row.text(QStringLiteral("First_Name")).trimmed();
     const QString mid = row.text(QStringLiteral("Mid_Name")).trimmed();
     const QString last = row.text(QStringLiteral("Last_Name")).trimmed();
-    if (!mid.isEmpty())
-        name += QLatin1Char(' ') + mid;
-    if (!last.isEmpty())
-        name += QLatin1Char(' ') + last;
+    if (!mid.isEmpty()) name += QLatin1Char(' ') + mid;
+    if (!last.isEmpty()) name += QLatin1Char(' ') + last;
     return name.trimmed();
 }
 
 // The text a failure shows: the system's own words, or the engine's message.
 QString messageOf(const std::exception& e)
 {
-    if (const auto* m = dynamic_cast<const MessageError*>(&e))
-        return m->message();
-    if (const auto* d = dynamic_cast<const DbError*>(&e))
-        return d->message();
+    if (const auto* m = dynamic_cast<const MessageError*>(&e)) return m->message();
+    if (const auto* d = dynamic_cast<const DbError*>(&e)) return d->message();
     return QString::fromUtf8(e.what());
 }
 
@@ -63,15 +62,11 @@ private:
 
 } // namespace
 
-TFormRunPrepare::TFormRunPrepare(Database& db, const SessionState& session, UserInterface& ui, QObject* parent)
-    : QObject(parent),
-      m_db(db),
-      m_session(session),
-      m_ui(ui),
-      m_table(db),
+TFormRunPrepare::TFormRunPrepare(Database& db, const SessionState& session, UserInterface& ui,
+                                 QObject* parent)
+    : QObject(parent), m_db(db), m_session(session), m_ui(ui), m_table(db),
       m_model(new MemTableDeliveriesModel(m_table, db, ui, this)),
-      m_overrideQuery(db.query(RunStatements::overrideStatement())),
-      m_specialLabels(db),
+      m_overrideQuery(db.query(RunStatements::overrideStatement())), m_specialLabels(db),
       m_saver(db, ui, m_table, m_specialLabels)
 {
     m_aDietCodes = loadDietCodes(db);
@@ -99,7 +94,10 @@ void TFormRunPrepare::FormShow()
     emit stateChanged();
 }
 
-void TFormRunPrepare::FormClose() { FormCleanUp(); }
+void TFormRunPrepare::FormClose()
+{
+    FormCleanUp();
+}
 
 void TFormRunPrepare::FormCleanUp()
 {
@@ -111,8 +109,7 @@ void TFormRunPrepare::FormCleanUp()
 
 void TFormRunPrepare::SetPrepareDate(const QDate& date)
 {
-    if (date == m_pickerDate)
-        return;
+    if (date == m_pickerDate) return;
     m_pickerDate = date;
     // A run can be saved only under the date for which it was prepared.
     setEnabled(RunAction::SaveAs, false);
@@ -136,8 +133,7 @@ QStringList TFormRunPrepare::deliveryTypeTexts()
 
 void TFormRunPrepare::setDeliveryTypeIndex(int index)
 {
-    if (index < 0 || index >= deliveryTypeEntries().size() || index == m_deliveryTypeIndex)
-        return;
+    if (index < 0 || index >= deliveryTypeEntries().size() || index == m_deliveryTypeIndex) return;
     m_deliveryTypeIndex = index;
     emit stateChanged();
 }
@@ -146,11 +142,15 @@ void TFormRunPrepare::SetDeliveryType(QChar letter)
 {
     const int index = kb::deliveryTypeIndex(letter);
     if (index < 0)
-        throw std::invalid_argument(QStringLiteral("No delivery type has the letter %1").arg(letter).toStdString());
+        throw std::invalid_argument(
+            QStringLiteral("No delivery type has the letter %1").arg(letter).toStdString());
     setDeliveryTypeIndex(index);
 }
 
-void TFormRunPrepare::setEnabled(RunAction action, bool enabled) { m_enabled[int(action)] = enabled; }
+void TFormRunPrepare::setEnabled(RunAction action, bool enabled)
+{
+    m_enabled[int(action)] = enabled;
+}
 
 bool TFormRunPrepare::isEnabled(RunAction action) const
 {
@@ -168,26 +168,24 @@ bool TFormRunPrepare::isEnabled(RunAction action) const
 
 void TFormRunPrepare::EnableActions(qint64 count)
 {
-    for (RunAction a : {RunAction::ApplyRouteChanges, RunAction::MapRoutes, RunAction::SaveAs, RunAction::SaveData,
-                        RunAction::ExportData, RunAction::QuickClientsListing, RunAction::ResetRoutes,
-                        RunAction::ResetStops, RunAction::IncrementStops, RunAction::RemoveDeliveries,
-                        RunAction::RetrieveFromArcLogistics})
+    for (RunAction a : {RunAction::ApplyRouteChanges, RunAction::MapRoutes, RunAction::SaveAs,
+                        RunAction::SaveData, RunAction::ExportData, RunAction::QuickClientsListing,
+                        RunAction::ResetRoutes, RunAction::ResetStops, RunAction::IncrementStops,
+                        RunAction::RemoveDeliveries, RunAction::RetrieveFromArcLogistics})
         setEnabled(a, count > 0);
     emit stateChanged();
 }
 
 ConfirmedItems TFormRunPrepare::ConfirmDeliveryItems()
 {
-    if (!m_runDate.isValid())
-        return {};
+    if (!m_runDate.isValid()) return {};
     GivenItemConfirmation nothing = GivenItemConfirmation::none();
     return confirmDeliveryItems(m_db, m_runDate, m_itemConfirmation ? *m_itemConfirmation : nothing);
 }
 
 RunItems TFormRunPrepare::FindRunItems(const ConfirmedItems& confirmed)
 {
-    if (!m_runDate.isValid() || !m_table.exists())
-        return {};
+    if (!m_runDate.isValid() || !m_table.exists()) return {};
     return RunItems::find(m_db, m_table, m_runDate, confirmed);
 }
 
@@ -214,20 +212,16 @@ void TFormRunPrepare::ActionPrepare()
 void TFormRunPrepare::prepareRows()
 {
     m_runDate = m_pickerDate;
-    if (!m_table.exists())
-        m_table.createOrEmpty();
+    if (!m_table.exists()) m_table.createOrEmpty();
     m_table.empty();
     m_dow = RunStatements::dayCode(m_runDate);
     m_lookups.load(m_db, m_runDate);
 
     const DeliveryTypeEntry& entry = deliveryTypeEntries()[m_deliveryTypeIndex];
     fillTable([&] {
-        if (entry.ongoing)
-            runOngoing();
-        if (entry.episodic)
-            runDated(false);
-        if (entry.scheduled)
-            runDated(true);
+        if (entry.ongoing) runOngoing();
+        if (entry.episodic) runDated(false);
+        if (entry.scheduled) runDated(true);
     });
 }
 
@@ -237,19 +231,18 @@ void TFormRunPrepare::fillTable(const std::function<void()>& work)
     // one per row. Filling only reads the stored tables, so the transaction
     // leaves the data's write lock to the other workstations.
     std::optional<TransactionGuard> transaction;
-    if (!m_db.inTransaction())
-        transaction.emplace(m_db, Database::TransactionKind::MemoryOnly);
+    if (!m_db.inTransaction()) transaction.emplace(m_db, Database::TransactionKind::MemoryOnly);
     work();
     m_table.flush();
-    if (transaction)
-        transaction->commit();
+    if (transaction) transaction->commit();
 }
 
 void TFormRunPrepare::setRunCaption()
 {
     const QLocale locale;
-    m_caption = QStringLiteral("Daily Run Preparation: ") + locale.dayName(m_runDate.dayOfWeek(), QLocale::LongFormat) +
-                QStringLiteral(", ") + locale.toString(m_runDate, QLocale::LongFormat);
+    m_caption = QStringLiteral("Daily Run Preparation: ") +
+                locale.dayName(m_runDate.dayOfWeek(), QLocale::LongFormat) + QStringLiteral(", ") +
+                locale.toString(m_runDate, QLocale::LongFormat);
 }
 
 void TFormRunPrepare::finishPrepare()
@@ -273,8 +266,7 @@ void TFormRunPrepare::runOngoing()
     const QString frequency = QStringLiteral("Ongoing_Frequency");
     for (qsizetype r = 0; r < rows.rowCount(); ++r) {
         rows.setCurrentRow(r);
-        if (IsDeliveryWeek(rows.text(frequency), m_runDate))
-            MoveToMemData(rows, true);
+        if (IsDeliveryWeek(rows.text(frequency), m_runDate)) MoveToMemData(rows, true);
     }
 }
 
@@ -283,10 +275,11 @@ void TFormRunPrepare::runDated(bool scheduled)
     const bool excludeSuspended = scheduled && m_lookups.suspendScheduledDeliveries();
     Query select = m_db.query(RunStatements::datedSelection(excludeSuspended));
     const QString type = scheduled ? QStringLiteral("S") : QStringLiteral("E");
-    OriginDataSet rows(select.bind(QStringLiteral("Deliv_Date"), m_runDate)
-                           .bind(QStringLiteral("Schedule_Type"), type)
-                           .bind(QStringLiteral("Client_Schedule_Type"), scheduled ? QStringLiteral("O") : type)
-                           .exec());
+    OriginDataSet rows(
+        select.bind(QStringLiteral("Deliv_Date"), m_runDate)
+            .bind(QStringLiteral("Schedule_Type"), type)
+            .bind(QStringLiteral("Client_Schedule_Type"), scheduled ? QStringLiteral("O") : type)
+            .exec());
     const QString deliveryType = QStringLiteral("Delivery_Type");
     for (qsizetype r = 0; r < rows.rowCount(); ++r) {
         rows.setCurrentRow(r);
@@ -300,8 +293,7 @@ void TFormRunPrepare::MoveToMemData(const OriginDataSet& origin, bool lFromScrat
     const qint64 personId = origin.value(QStringLiteral("Person_ID")).toLongLong();
     std::optional<AddressOverride> over;
     if (lFromScratch) {
-        if (m_lookups.enableAlternateAddresses())
-            over = m_lookups.overrides().find(personId);
+        if (m_lookups.enableAlternateAddresses()) over = m_lookups.overrides().find(personId);
     } else if (origin.value(QStringLiteral("Address_Overridden")).toBool()) {
         over = AddressOverrides::lookUpOne(m_overrideQuery, personId, m_dow, m_runDate);
         if (!over)
@@ -312,7 +304,8 @@ void TFormRunPrepare::MoveToMemData(const OriginDataSet& origin, bool lFromScrat
     row.fullName = fullNameOf(origin);
     const QVariant& sourceRoute = origin.value(QStringLiteral("Route_ID"));
     if (sourceRoute.toString().trimmed().isEmpty())
-        m_ui.error(row.fullName + QStringLiteral(" is missing a Route for this day. Processing can not proceed!"));
+        m_ui.error(row.fullName +
+                   QStringLiteral(" is missing a Route for this day. Processing can not proceed!"));
 
     row.deliveryDate = m_runDate;
     row.clientId = origin.value(QStringLiteral("Client_ID"));
@@ -320,7 +313,8 @@ void TFormRunPrepare::MoveToMemData(const OriginDataSet& origin, bool lFromScrat
     if (lFromScratch) {
         row.deliveryType = m_cDeliveryType;
         const QChar source = m_cDeliveryType.isEmpty() ? QChar() : m_cDeliveryType.at(0);
-        row.delivId = (source == u'E' || source == u'S') ? origin.value(QStringLiteral("RecordID")).toLongLong() : 0;
+        row.delivId =
+            (source == u'E' || source == u'S') ? origin.value(QStringLiteral("RecordID")).toLongLong() : 0;
     } else {
         row.deliveryType = origin.text(QStringLiteral("Delivery_Type"));
         row.delivId = origin.value(QStringLiteral("Deliv_ID")).toLongLong();
@@ -372,13 +366,13 @@ void TFormRunPrepare::MoveToMemData(const OriginDataSet& origin, bool lFromScrat
 
 void TFormRunPrepare::sortByTitle(const QString& title)
 {
-    if (const auto index = MemTableDeliveriesModel::indexForTitle(title))
-        m_model->setIndex(*index);
+    if (const auto index = MemTableDeliveriesModel::indexForTitle(title)) m_model->setIndex(*index);
 }
 
 QList<std::pair<QString, QString>> TFormRunPrepare::routeChoices()
 {
-    const ResultSet rows = m_db.execute(QStringLiteral("Select Route_ID, Route_Desc from Routes order by Route_ID"));
+    const ResultSet rows =
+        m_db.execute(QStringLiteral("Select Route_ID, Route_Desc from Routes order by Route_ID"));
     QList<std::pair<QString, QString>> choices;
     for (qsizetype r = 0; r < rows.rowCount(); ++r)
         choices.append({rows.value(r, 0).toString(), rows.value(r, 1).toString()});
@@ -387,33 +381,29 @@ QList<std::pair<QString, QString>> TFormRunPrepare::routeChoices()
 
 QString TFormRunPrepare::clientDetails(int row)
 {
-    const ResultSet rows = m_db.execute(RunStatements::clientDetails(),
-                                        {{QStringLiteral("Person_ID"), m_model->field(row, QStringLiteral("Person_ID"))}});
-    if (rows.isEmpty())
-        return {};
-    const auto text = [&](const char* column) { return rows.value(0, QString::fromLatin1(column)).toString().trimmed(); };
+    const ResultSet rows =
+        m_db.execute(RunStatements::clientDetails(),
+                     {{QStringLiteral("Person_ID"), m_model->field(row, QStringLiteral("Person_ID"))}});
+    if (rows.isEmpty()) return {};
+    const auto text = [&](const char* column) {
+        return rows.value(0, QString::fromLatin1(column)).toString().trimmed();
+    };
     QStringList lines;
     // A name without a middle name has no gap in it.
     lines << text("Full_Name").simplified() << text("Address1");
-    if (!text("Address2").isEmpty())
-        lines << text("Address2");
+    if (!text("Address2").isEmpty()) lines << text("Address2");
     lines << QStringLiteral("%1, %2 %3").arg(text("City"), text("State"), text("Zip"));
-    if (!text("Phone").isEmpty())
-        lines << QStringLiteral("Phone: ") + text("Phone");
-    if (!text("OPhone").isEmpty())
-        lines << QStringLiteral("Other Phone: ") + text("OPhone");
-    if (!text("Directions").isEmpty())
-        lines << QStringLiteral("Directions: ") + text("Directions");
-    if (!text("Cross_Street").isEmpty())
-        lines << QStringLiteral("Cross Street: ") + text("Cross_Street");
+    if (!text("Phone").isEmpty()) lines << QStringLiteral("Phone: ") + text("Phone");
+    if (!text("OPhone").isEmpty()) lines << QStringLiteral("Other Phone: ") + text("OPhone");
+    if (!text("Directions").isEmpty()) lines << QStringLiteral("Directions: ") + text("Directions");
+    if (!text("Cross_Street").isEmpty()) lines << QStringLiteral("Cross Street: ") + text("Cross_Street");
     static const char* const days[] = {"Def", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
     // Only the days that have a route or stop of their own say so.
     for (const char* day : days) {
         const QString d = QString::fromLatin1(day);
         const QString route = rows.value(0, d + QStringLiteral("_Rte")).toString().trimmed();
         const QVariant stop = rows.value(0, d + QStringLiteral("_Stop"));
-        if (route.isEmpty() && (stop.isNull() || stop.toDouble() == 0))
-            continue;
+        if (route.isEmpty() && (stop.isNull() || stop.toDouble() == 0)) continue;
         lines << QStringLiteral("%1: Route %2, Stop %3")
                      .arg(d, route.isEmpty() ? QStringLiteral("none") : route,
                           stop.isNull() ? QStringLiteral("none") : QString::number(stop.toDouble(), 'g', 10));
@@ -424,8 +414,7 @@ QString TFormRunPrepare::clientDetails(int row)
 void TFormRunPrepare::showClientDetails(int row)
 {
     const QString details = clientDetails(row);
-    if (!details.isEmpty())
-        m_ui.information(details);
+    if (!details.isEmpty()) m_ui.information(details);
 }
 
 void TFormRunPrepare::setTransactionText(const QString& text)
@@ -434,9 +423,9 @@ void TFormRunPrepare::setTransactionText(const QString& text)
     emit stateChanged();
 }
 
-SpecialMealsSpec TFormRunPrepare::askSpecialMeals()
+SpecialMealsSetup TFormRunPrepare::askSpecialMeals()
 {
-    const std::optional<SpecialMealsSpec> stored = SpecialMealsSpec::read(m_db, m_runDate);
+    const std::optional<SpecialMealsSetup> stored = SpecialMealsSetup::read(m_db, m_runDate);
     TFormSetSpecialMeals form(m_db, m_ui, m_dialogs);
     form.setDate(m_runDate);
     form.setCopyVisible(false);
@@ -444,10 +433,10 @@ SpecialMealsSpec TFormRunPrepare::askSpecialMeals()
         form.fill(*stored);
     else
         form.propose();
-    // Without a screen the date's own specification is taken as it stands.
+    // Without a screen the date's own setup is taken as it stands.
     GivenRunDialogs headless;
     if (!(m_dialogs ? *m_dialogs : headless).setSpecialMeals(form))
-        return SpecialMealsSpec(); // nothing stored, nothing flagged
+        return SpecialMealsSetup(); // nothing stored, nothing flagged
     // Kept even when the save then fails.
     form.result().store(m_db, m_runDate);
     return form.result();
@@ -455,10 +444,9 @@ SpecialMealsSpec TFormRunPrepare::askSpecialMeals()
 
 std::optional<SaveResult> TFormRunPrepare::ActionSaveData()
 {
-    if (!isEnabled(RunAction::SaveData) || !m_runDate.isValid() || !m_table.exists())
-        return std::nullopt;
-    m_specialMeals = SpecialMealsSpec();
-    std::optional<SpecialMealsSpec> flags;
+    if (!isEnabled(RunAction::SaveData) || !m_runDate.isValid() || !m_table.exists()) return std::nullopt;
+    m_specialMeals = SpecialMealsSetup();
+    std::optional<SpecialMealsSetup> flags;
     ConfirmedItems confirmed;
     try {
         if (SpecialMealNames::read(m_db).flagOnSave) {
@@ -474,7 +462,7 @@ std::optional<SaveResult> TFormRunPrepare::ActionSaveData()
 }
 
 std::optional<SaveResult> TFormRunPrepare::saveInTransaction(const ConfirmedItems& confirmed,
-                                                             const std::optional<SpecialMealsSpec>& flags)
+                                                             const std::optional<SpecialMealsSetup>& flags)
 {
     m_ui.progressStart(QStringLiteral("Opening Tables..."));
     const ProgressGuard progress(m_ui);
@@ -490,8 +478,9 @@ std::optional<SaveResult> TFormRunPrepare::saveInTransaction(const ConfirmedItem
         }
     } disableSave{*this};
     if (m_db.inTransaction()) {
-        m_ui.error(QStringLiteral("Unable to start transaction! There is probably an earlier \r\ntransaction which did "
-                                  "not successfully commit."));
+        m_ui.error(QStringLiteral(
+            "Unable to start transaction! There is probably an earlier \r\ntransaction which did "
+            "not successfully commit."));
         setTransactionText(QStringLiteral("Error! There is a prior transaction still open!"));
         return std::nullopt;
     }
@@ -516,30 +505,32 @@ std::optional<SaveResult> TFormRunPrepare::saveInTransaction(const ConfirmedItem
     setTransactionText(QStringLiteral("OK"));
 
     // The work is committed; a count that differs is only told.
-    const qint64 stored = m_db.execute(QStringLiteral(" Select Count(*) as Counter from deliveri where deliv_dt = ") +
-                                       QLatin1Char('\'') + m_runDate.toString(Qt::ISODate) + QLatin1Char('\''))
-                              .value(0, 0)
-                              .toLongLong();
+    const qint64 stored =
+        m_db.execute(QStringLiteral(" Select Count(*) as Counter from deliveri where deliv_dt = ") +
+                     QLatin1Char('\'') + m_runDate.toString(Qt::ISODate) + QLatin1Char('\''))
+            .value(0, 0)
+            .toLongLong();
     if (stored != rows)
-        m_ui.error(QStringLiteral("One or more deliveries may not have been saved correctly or the Deliveries table "
-                                  "may be corrupt."));
+        m_ui.error(
+            QStringLiteral("One or more deliveries may not have been saved correctly or the Deliveries table "
+                           "may be corrupt."));
     return result;
 }
 
 void TFormRunPrepare::ActionPopulateGridWithPreviouslySavedDeliveries()
 {
-    if (!m_dialogs)
-        return;
-    DateChoice choice{QStringLiteral("Repopulate the Grid"), QStringLiteral("Select a Previously Saved Date:"),
+    if (!m_dialogs) return;
+    DateChoice choice{QStringLiteral("Repopulate the Grid"),
+                      QStringLiteral("Select a Previously Saved Date:"),
                       m_runDate.isValid() ? m_runDate : m_pickerDate};
-    if (!m_dialogs->chooseDate(choice) || !choice.date.isValid())
-        return;
+    if (!m_dialogs->chooseDate(choice) || !choice.date.isValid()) return;
     const BusyGuard busy(m_ui);
     Query candidates = m_db.query(RunStatements::populateCandidates());
     OriginDataSet rows(candidates.bind(QStringLiteral("Deliv_Dt"), choice.date).exec());
     if (rows.rowCount() == 0) {
-        m_ui.information(QStringLiteral("It doesn't appear that there are any previously saved deliveries \r\nfor "
-                                        "that date!"));
+        m_ui.information(
+            QStringLiteral("It doesn't appear that there are any previously saved deliveries \r\nfor "
+                           "that date!"));
         return;
     }
     m_model->detach();
@@ -547,8 +538,7 @@ void TFormRunPrepare::ActionPopulateGridWithPreviouslySavedDeliveries()
     m_pickerDate = choice.date;
     m_dow = RunStatements::dayCode(m_runDate);
     m_lookups.load(m_db, m_runDate);
-    if (!m_table.exists())
-        m_table.createOrEmpty();
+    if (!m_table.exists()) m_table.createOrEmpty();
     m_table.empty();
     fillTable([&] {
         for (qsizetype r = 0; r < rows.rowCount(); ++r) {
@@ -574,8 +564,7 @@ void TFormRunPrepare::setReportScreen(ReportScreen open)
 
 void TFormRunPrepare::ActionPrintReport()
 {
-    if (!m_reportScreen)
-        return;
+    if (!m_reportScreen) return;
     if (!m_saved && isEnabled(RunAction::SaveData) &&
         m_ui.question(QStringLiteral("Save the current data first?"), Buttons::YesNo) == Answer::Yes)
         ActionSaveData();

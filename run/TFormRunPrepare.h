@@ -1,14 +1,14 @@
 #pragma once
 
+#include "RunAction.h"
 #include "confirmation/ConfirmedItems.h"
 #include "items/RunItems.h"
 #include "save/RunSaver.h"
-#include "specialmeals/SpecialMealsSpec.h"
+#include "selection/RunLookups.h"
+#include "specialmeals/SpecialMealsSetup.h"
 #include "specialmeals/TableSpecialLabels.h"
 #include "worktable/MemTableDeliveries.h"
 #include "worktable/MemTableDeliveriesModel.h"
-#include "RunAction.h"
-#include "selection/RunLookups.h"
 
 #include <QDate>
 #include <QObject>
@@ -88,7 +88,7 @@ public:
     void setItemConfirmation(ItemConfirmation* answer) { m_itemConfirmation = answer; }
     // Who answers the screen's other dialogs: the special meals of a save and
     // the date of a reload. Without them a save flags the special meals of
-    // the date's stored specification, if it has one, and nothing is
+    // the date's stored setup, if it has one, and nothing is
     // reloaded.
     void setDialogs(RunDialogs* dialogs) { m_dialogs = dialogs; }
     // The start of a save: the items of the run's date that need
@@ -108,7 +108,7 @@ public:
     std::optional<SaveResult> ActionSaveData();
     // The rules, masks and choices of the special meals of the last save
     // (cLabelLimit, nLabelDiet, lFilterAll for each meal).
-    const SpecialMealsSpec& specialMeals() const { return m_specialMeals; }
+    const SpecialMealsSetup& specialMeals() const { return m_specialMeals; }
     // The save's own steps, for tests that make one fail.
     RunSaver& saver() { return m_saver; }
 
@@ -161,9 +161,9 @@ private:
     void setRunCaption();
     // The special meals dialog of a save: the rules it ends with, stored for
     // the date on OK; empty rules on Cancel.
-    SpecialMealsSpec askSpecialMeals();
+    SpecialMealsSetup askSpecialMeals();
     std::optional<SaveResult> saveInTransaction(const ConfirmedItems& confirmed,
-                                                const std::optional<SpecialMealsSpec>& flags);
+                                                const std::optional<SpecialMealsSetup>& flags);
     void setTransactionText(const QString& text);
 
     Database& m_db;
@@ -177,7 +177,7 @@ private:
     RunDialogs* m_dialogs = nullptr;
     TableSpecialLabels m_specialLabels;
     RunSaver m_saver;
-    SpecialMealsSpec m_specialMeals;
+    SpecialMealsSetup m_specialMeals;
     ReportScreen m_reportScreen;
 
     QDate m_pickerDate;

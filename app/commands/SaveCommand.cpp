@@ -3,7 +3,7 @@
 // does and saves it as its "Save Data" does, replacing what the date held,
 // in one transaction. Items that need confirmation go out as --confirm says
 // (none when not given). When the agency flags special meals, the date's
-// stored specification is used; a date without one flags none. Prints one
+// stored setup is used; a date without one flags none. Prints one
 // CSV row: the number of deliveries saved and the range of their Deliv_IDs.
 // A failed save changes nothing, tells why on the error stream and exits 1.
 
@@ -63,7 +63,7 @@ const kb::app::CommandRegistration registration(
          "the date's stored deliveries are replaced in one transaction, their statuses kept. Prints the "
          "number of "
          "deliveries saved and the range of their Deliv_IDs as CSV. When the agency flags special meals, the "
-         "date's stored specification is used (none when the date has none). A failed save changes nothing "
+         "date's stored setup is used (none when the date has none). A failed save changes nothing "
          "and "
          "exits 1."),
      .minArguments = 1,

@@ -12,7 +12,7 @@ namespace kb {
 // Answers decided beforehand, for a headless command or a test: the date a
 // date dialog gets (none: Cancel), and what is done with the special meals
 // dialog and the Copy dialog. By default the special meals dialog is closed
-// with OK when it shows a date's stored specification and with Cancel when
+// with OK when it shows a date's stored setup and with Cancel when
 // it shows only the proposal of a date without one.
 class GivenRunDialogs final : public RunDialogs
 {

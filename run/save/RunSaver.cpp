@@ -166,7 +166,7 @@ SaveResult RunSaver::save(const RunSaveRequest& request)
     if (request.specialMeals) {
         reach(SaveStep::FlagSpecialMeals);
         SpecialMealFlags flags(m_db, m_ui, m_specialLabels, date, request.aDietCodes);
-        for (int n = 1; n <= SpecialMealsSpec::mealCount; ++n)
+        for (int n = 1; n <= SpecialMealsSetup::mealCount; ++n)
             flags.FlagSpecialMeals(n, request.specialMeals->meal(n));
     }
 

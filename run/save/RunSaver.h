@@ -3,7 +3,7 @@
 #include "confirmation/ConfirmedItems.h"
 #include "records/UniqueId.h"
 #include "save/SaveStep.h"
-#include "specialmeals/SpecialMealsSpec.h"
+#include "specialmeals/SpecialMealsSetup.h"
 #include "store/Database.h"
 
 #include <QDate>
@@ -27,7 +27,7 @@ struct RunSaveRequest
     ConfirmedItems confirmed;
     // The special meals to flag, when Config has the feature on; a rule left
     // empty flags nothing.
-    std::optional<SpecialMealsSpec> specialMeals;
+    std::optional<SpecialMealsSetup> specialMeals;
     QStringList aDietCodes;
     QString userFullName;
 };

@@ -4,7 +4,7 @@
 #include "MessageError.h"
 #include "UserInterface.h"
 #include "save/BatchedStatement.h"
-#include "specialmeals/SpecialMealsSpec.h"
+#include "specialmeals/SpecialMealsSetup.h"
 #include "specialmeals/TableSpecialLabels.h"
 
 #include <limits>
@@ -42,7 +42,7 @@ SpecialMealFlags::SpecialMealFlags(Database& db, UserInterface& ui, TableSpecial
 
 void SpecialMealFlags::FlagSpecialMeals(int iSpecialMeal, const SpecialMealRule& rule)
 {
-    if (iSpecialMeal < 1 || iSpecialMeal > SpecialMealsSpec::mealCount)
+    if (iSpecialMeal < 1 || iSpecialMeal > SpecialMealsSetup::mealCount)
         throw MessageError(QStringLiteral("An unexpected value was passed to FlagSpecialMeals."));
     m_ui.progressStart(QStringLiteral("Setting Special Label flags..."));
     const QString column = flagColumn(iSpecialMeal);

@@ -3,7 +3,7 @@
 #include "UserInterface.h"
 #include "dialogs/DateChoice.h"
 #include "dialogs/RunDialogs.h"
-#include "specialmeals/SpecialMealsSpec.h"
+#include "specialmeals/SpecialMealsSetup.h"
 #include "specialmeals/TFormSetSpecialMeals.h"
 #include "store/Database.h"
 
@@ -35,7 +35,7 @@ void TFormBrowseSpecialMealDates::refresh()
         row.recordId = rows.value(r, QStringLiteral("RecordID")).toLongLong();
         row.date = rows.value(r, QStringLiteral("Deliv_Date")).toDate();
         for (int n = 1; n <= 5; ++n) {
-            const QString s = SpecialMealsSpec::suffix(n);
+            const QString s = SpecialMealsSetup::suffix(n);
             const QVariant& option = rows.value(r, QStringLiteral("Selection_Option") + s);
             const bool all = rows.value(r, QStringLiteral("Filter_All") + s).toBool();
             const qint64 mask = rows.value(r, QStringLiteral("Special_Restr") + s).toLongLong();
@@ -64,12 +64,12 @@ void TFormBrowseSpecialMealDates::ActionAddDate()
     DateChoice choice{QStringLiteral("Special Meals"), QStringLiteral("Date of the special meals:"),
                       m_db.clock().today().addDays(1)};
     if (!m_dialogs.chooseDate(choice) || !choice.date.isValid()) return;
-    if (SpecialMealsSpec::read(m_db, choice.date))
+    if (SpecialMealsSetup::read(m_db, choice.date))
         m_ui.information(
             QStringLiteral("The Special Meal specifications for that date already exist. \r\nThat date "
                            "will be presented for editing in the next window."));
     else
-        SpecialMealsSpec().insert(m_db, choice.date);
+        SpecialMealsSetup().insert(m_db, choice.date);
     refresh();
     selectDate(choice.date);
     ActionEditDate();
@@ -90,7 +90,7 @@ void TFormBrowseSpecialMealDates::ActionEditDate()
     form.setDate(row.date);
     form.setCaption(TFormSetSpecialMeals::formCaption() + QStringLiteral(": ") +
                     QLocale().toString(row.date, QLocale::LongFormat));
-    form.fill(SpecialMealsSpec::fromRow(stored, 0));
+    form.fill(SpecialMealsSetup::fromRow(stored, 0));
     if (m_dialogs.setSpecialMeals(form)) form.result().update(m_db, row.recordId);
     // Copies made from the dialog add dates even when it is cancelled.
     refresh();

@@ -14,7 +14,7 @@ class Database;
 class RunDialogs;
 class UserInterface;
 
-// "Special Meals by Date": every date with a special meals specification,
+// "Special Meals by Date": every date with a special meals setup,
 // newest first, with a mark for each meal that has something set. Dates
 // are added and edited here; none is deleted.
 class TFormBrowseSpecialMealDates : public QObject
@@ -47,7 +47,7 @@ public:
     void setCurrentRow(int row);
 
     // "Add Date": a date on the calendar (tomorrow proposed); a new date
-    // gets an empty specification, an existing one is told; either way it
+    // gets an empty setup, an existing one is told; either way it
     // is then edited.
     void ActionAddDate();
     // "Edit Date" (also a double click): the dialog for the current row; OK

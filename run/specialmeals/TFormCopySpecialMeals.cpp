@@ -17,7 +17,7 @@ QString shown(const QDate& date)
 
 } // namespace
 
-TFormCopySpecialMeals::TFormCopySpecialMeals(Database& db, UserInterface& ui, const SpecialMealsSpec& values,
+TFormCopySpecialMeals::TFormCopySpecialMeals(Database& db, UserInterface& ui, const SpecialMealsSetup& values,
                                              const QDate& source, QObject* parent)
     : QObject(parent), m_db(db), m_ui(ui), m_values(values), m_source(source)
 {
@@ -119,7 +119,7 @@ void TFormCopySpecialMeals::ActionCopyToSelectedDates()
                           {{QStringLiteral("Deliv_Date"), d.date}})
                  .isEmpty();
         if (exists) {
-            // A specification already made for a date is never overwritten.
+            // A setup already made for a date is never overwritten.
             m_ui.information(shown(d.date) +
                              QStringLiteral(" already exist. \r\nThat date will NOT have the current "
                                             "modifications copied to it!"));

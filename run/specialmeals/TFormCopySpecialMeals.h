@@ -1,6 +1,6 @@
 #pragma once
 
-#include "specialmeals/SpecialMealsSpec.h"
+#include "specialmeals/SpecialMealsSetup.h"
 
 #include <QDate>
 #include <QList>
@@ -11,9 +11,9 @@ namespace kb {
 class Database;
 class UserInterface;
 
-// "Copy Special Meal Restrictions": the specification on the screen
+// "Copy Special Meal Restrictions": the setup on the screen
 // (twenty values) copied to a list of destination dates picked on a
-// calendar. A date that already has a specification keeps it. The list
+// calendar. A date that already has a setup keeps it. The list
 // lives in the private table MemTableDestinationDates for as long as the
 // dialog is open.
 class TFormCopySpecialMeals : public QObject
@@ -29,7 +29,7 @@ public:
     };
 
     // values: what is copied; source: the date they belong to.
-    TFormCopySpecialMeals(Database& db, UserInterface& ui, const SpecialMealsSpec& values,
+    TFormCopySpecialMeals(Database& db, UserInterface& ui, const SpecialMealsSetup& values,
                           const QDate& source, QObject* parent = nullptr);
     ~TFormCopySpecialMeals() override;
 
@@ -62,7 +62,7 @@ private:
 
     Database& m_db;
     UserInterface& m_ui;
-    SpecialMealsSpec m_values;
+    SpecialMealsSetup m_values;
     QDate m_source;
     QDate m_calendarDate;
     QList<Destination> m_destinations;

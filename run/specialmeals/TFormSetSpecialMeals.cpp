@@ -94,10 +94,10 @@ qint64 TFormSetSpecialMeals::knownDiets() const
     return all;
 }
 
-void TFormSetSpecialMeals::fill(const SpecialMealsSpec& spec)
+void TFormSetSpecialMeals::fill(const SpecialMealsSetup& setup)
 {
-    for (int meal = 1; meal <= SpecialMealsSpec::mealCount; ++meal) {
-        const SpecialMealRule& r = spec.meal(meal);
+    for (int meal = 1; meal <= SpecialMealsSetup::mealCount; ++meal) {
+        const SpecialMealRule& r = setup.meal(meal);
         Panel& p = panel(meal);
         // A code the meal's list does not offer gets the blank entry.
         p.ruleIndex = std::max(0, int(ruleCodes(meal).indexOf(r.selectionOption)));
@@ -112,17 +112,17 @@ void TFormSetSpecialMeals::fill(const SpecialMealsSpec& spec)
 void TFormSetSpecialMeals::propose()
 {
     m_names = SpecialMealNames::read(m_db);
-    for (int meal = 1; meal <= SpecialMealsSpec::mealCount; ++meal)
+    for (int meal = 1; meal <= SpecialMealsSetup::mealCount; ++meal)
         panel(meal) = Panel{m_names.inUse(meal) ? int(ruleCodes(meal).size()) - 1 : 0, 0, false, {}};
     m_proposal = true;
     emit changed();
 }
 
-SpecialMealsSpec TFormSetSpecialMeals::current() const
+SpecialMealsSetup TFormSetSpecialMeals::current() const
 {
-    SpecialMealsSpec spec;
-    for (int meal = 1; meal <= SpecialMealsSpec::mealCount; ++meal) {
-        SpecialMealRule& r = spec.meal(meal);
+    SpecialMealsSetup setup;
+    for (int meal = 1; meal <= SpecialMealsSetup::mealCount; ++meal) {
+        SpecialMealRule& r = setup.meal(meal);
         const Panel& p = panel(meal);
         r.selectionOption = rule(meal);
         const bool selected = r.selectionOption == QLatin1String("S");
@@ -130,26 +130,26 @@ SpecialMealsSpec TFormSetSpecialMeals::current() const
         r.filterAll = selected && p.matchAll;
         r.action = p.action;
     }
-    return spec;
+    return setup;
 }
 
 bool TFormSetSpecialMeals::accept()
 {
-    const SpecialMealsSpec spec = current();
+    const SpecialMealsSetup setup = current();
     for (int meal = 1; meal <= panelCount(); ++meal) {
-        if (spec.meal(meal).selectionOption == QLatin1String("S") && spec.meal(meal).specialRestr == 0) {
+        if (setup.meal(meal).selectionOption == QLatin1String("S") && setup.meal(meal).specialRestr == 0) {
             m_ui.warning(QStringLiteral("You chose the 'Selected Diets' option for ") + heading(meal) +
                          QStringLiteral("\r\nbut did not select any diets!"));
             return false;
         }
     }
-    m_result = spec;
+    m_result = setup;
     return true;
 }
 
 void TFormSetSpecialMeals::reject()
 {
-    m_result = SpecialMealsSpec();
+    m_result = SpecialMealsSetup();
     for (Panel& p : m_panels)
         p = Panel();
     emit changed();

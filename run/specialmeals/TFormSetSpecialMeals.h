@@ -1,7 +1,7 @@
 #pragma once
 
 #include "specialmeals/SpecialMealNames.h"
-#include "specialmeals/SpecialMealsSpec.h"
+#include "specialmeals/SpecialMealsSetup.h"
 
 #include <QDate>
 #include <QObject>
@@ -20,7 +20,7 @@ class UserInterface;
 // each with its rule ("Flag the labels for clients with:"), the diets of the
 // rule "Selected diet restrictions" with Match Any or Match All, and a
 // report title or instructions. OK turns the panels into the date's
-// specification; Cancel clears it.
+// setup; Cancel clears it.
 class TFormSetSpecialMeals : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,7 @@ public:
 
     const QString& caption() const { return m_caption; }
     void setCaption(const QString& caption) { m_caption = caption; }
-    // The date whose specification the dialog holds (the Copy dialog's
+    // The date whose setup the dialog holds (the Copy dialog's
     // source date).
     const QDate& date() const { return m_date; }
     void setDate(const QDate& date) { m_date = date; }
@@ -71,13 +71,13 @@ public:
     const QString& action(int meal) const { return panel(meal).action; }
     void setAction(int meal, const QString& text);
 
-    // The panels as a stored specification says.
-    void fill(const SpecialMealsSpec& spec);
-    // A save's proposal for a date without a specification: Config is read
+    // The panels as a stored setup says.
+    void fill(const SpecialMealsSetup& setup);
+    // A save's proposal for a date without a setup: Config is read
     // afresh, and each meal in use gets "Selected diet restrictions".
     void propose();
     // Whether the panels hold that proposal rather than a stored
-    // specification.
+    // setup.
     bool isProposal() const { return m_proposal; }
 
     // OK: false, with the user told, when a meal has the rule "S" and no
@@ -86,9 +86,9 @@ public:
     // Cancel: every rule, mask and choice cleared.
     void reject();
     // What OK gave (empty after Cancel).
-    const SpecialMealsSpec& result() const { return m_result; }
+    const SpecialMealsSetup& result() const { return m_result; }
     // The panels as OK would take them, for the Copy dialog.
-    SpecialMealsSpec current() const;
+    SpecialMealsSetup current() const;
 
     // The Copy button.
     void ActionCopy();
@@ -119,8 +119,8 @@ private:
     bool m_proposal = false;
     QStringList m_dietLines;
     std::vector<int> m_dietBits; // the bit of each line: Diet_ID - 1
-    std::array<Panel, SpecialMealsSpec::mealCount> m_panels{};
-    SpecialMealsSpec m_result;
+    std::array<Panel, SpecialMealsSetup::mealCount> m_panels{};
+    SpecialMealsSetup m_result;
 };
 
 } // namespace kb

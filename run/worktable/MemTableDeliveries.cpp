@@ -6,14 +6,14 @@ namespace kb {
 
 namespace {
 
-struct ColumnSpec
+struct ColumnShape
 {
     const char* name;
     const char* type;
 };
 
 // The columns, their types and widths, in the table's order.
-const ColumnSpec columnSpecs[] = {
+const ColumnShape columnShapes[] = {
     {"RecordID", "AutoInc"},
     {"Delivery_Date", "Date"},
     {"Client_ID", "VarChar(7)"},
@@ -50,14 +50,14 @@ const ColumnSpec columnSpecs[] = {
     {"Cross_Street", "VarChar(25)"},
 };
 
-struct IndexSpec
+struct IndexShape
 {
     DeliveriesIndex index;
     const char* name;
     const char* columns;
 };
 
-const IndexSpec indexSpecs[] = {
+const IndexShape indexShapes[] = {
     {DeliveriesIndex::RouteStopClient, "RouteStopClient", "Route_ID, Stop, Client_ID"},
     {DeliveriesIndex::Last_Name, "Last_Name", "Last_Name, First_Name"},
     {DeliveriesIndex::Diet_Restrictions_Named, "Diet_Restrictions_Named", "Diet_Restrictions_Named"},
@@ -68,22 +68,44 @@ const IndexSpec indexSpecs[] = {
     {DeliveriesIndex::Household_Name, "Household_Name", "Household_Name"},
 };
 
-const IndexSpec& indexSpecOf(DeliveriesIndex index)
+const IndexShape& indexShapeOf(DeliveriesIndex index)
 {
-    for (const IndexSpec& s : indexSpecs)
-        if (s.index == index)
-            return s;
-    return indexSpecs[0];
+    for (const IndexShape& s : indexShapes)
+        if (s.index == index) return s;
+    return indexShapes[0];
 }
 
 // The columns MoveToMemData fills; the others stay empty.
 const char* const filledColumns[] = {
-    "Delivery_Date",     "Client_ID",          "Person_ID",      "Route_ID",     "Stop",
-    "Full_Name",         "First_Name",         "Last_Name",      "Address1",     "City",
-    "State",             "ZIP",                "AddressOverrideID", "Address_Overridden", "Svcs_Used",
-    "Services_Used_Named", "Cuisine_ID",       "Diet_Restr",     "Diet_Restrictions_Named", "Congregate",
-    "Delivery_Type",     "Deliv_ID",           "Household_Name", "Cold_Bag_ID",  "Latitude",
-    "Longitude",         "Pushpin_Name",       "Household_ID",   "Cross_Street",
+    "Delivery_Date",
+    "Client_ID",
+    "Person_ID",
+    "Route_ID",
+    "Stop",
+    "Full_Name",
+    "First_Name",
+    "Last_Name",
+    "Address1",
+    "City",
+    "State",
+    "ZIP",
+    "AddressOverrideID",
+    "Address_Overridden",
+    "Svcs_Used",
+    "Services_Used_Named",
+    "Cuisine_ID",
+    "Diet_Restr",
+    "Diet_Restrictions_Named",
+    "Congregate",
+    "Delivery_Type",
+    "Deliv_ID",
+    "Household_Name",
+    "Cold_Bag_ID",
+    "Latitude",
+    "Longitude",
+    "Pushpin_Name",
+    "Household_ID",
+    "Cross_Street",
 };
 
 QString insertText()
@@ -110,25 +132,27 @@ const QStringList& MemTableDeliveries::columnNames()
 {
     static const QStringList names = [] {
         QStringList list;
-        for (const ColumnSpec& c : columnSpecs)
+        for (const ColumnShape& c : columnShapes)
             list.append(QString::fromLatin1(c.name));
         return list;
     }();
     return names;
 }
 
-QString MemTableDeliveries::indexName(DeliveriesIndex index) { return QString::fromLatin1(indexSpecOf(index).name); }
+QString MemTableDeliveries::indexName(DeliveriesIndex index)
+{
+    return QString::fromLatin1(indexShapeOf(index).name);
+}
 
 QStringList MemTableDeliveries::indexColumns(DeliveriesIndex index)
 {
-    return QString::fromLatin1(indexSpecOf(index).columns).split(QStringLiteral(", "));
+    return QString::fromLatin1(indexShapeOf(index).columns).split(QStringLiteral(", "));
 }
 
 std::optional<DeliveriesIndex> MemTableDeliveries::indexByName(const QString& name)
 {
-    for (const IndexSpec& s : indexSpecs)
-        if (name.compare(QLatin1String(s.name), Qt::CaseInsensitive) == 0)
-            return s.index;
+    for (const IndexShape& s : indexShapes)
+        if (name.compare(QLatin1String(s.name), Qt::CaseInsensitive) == 0) return s.index;
     return std::nullopt;
 }
 
@@ -138,7 +162,10 @@ MemTableDeliveries::MemTableDeliveries(Database& db) : m_db(db), m_insert(db, in
         m_insertValues.emplace_back(QString::fromLatin1(c), QVariant());
 }
 
-bool MemTableDeliveries::exists() const { return m_db.memoryTable(tableName()) != nullptr; }
+bool MemTableDeliveries::exists() const
+{
+    return m_db.memoryTable(tableName()) != nullptr;
+}
 
 void MemTableDeliveries::createOrEmpty()
 {
@@ -147,11 +174,11 @@ void MemTableDeliveries::createOrEmpty()
         return;
     }
     QStringList columns;
-    for (const ColumnSpec& c : columnSpecs)
+    for (const ColumnShape& c : columnShapes)
         columns.append(QString::fromLatin1(c.name) + QLatin1Char(' ') + QString::fromLatin1(c.type));
     m_db.execute(QStringLiteral("Create Table if not exists Memory MemTableDeliveries (%1)")
                      .arg(columns.join(QStringLiteral(", "))));
-    for (const IndexSpec& s : indexSpecs)
+    for (const IndexShape& s : indexShapes)
         m_db.execute(QStringLiteral("Create Index if not exists %1 on Memory MemTableDeliveries (%2)")
                          .arg(QLatin1String(s.name), QLatin1String(s.columns)));
 }
@@ -207,12 +234,17 @@ void MemTableDeliveries::insert(const DeliveryRow& row)
     m_insert.add(m_insertValues);
 }
 
-void MemTableDeliveries::flush() { m_insert.flush(); }
+void MemTableDeliveries::flush()
+{
+    m_insert.flush();
+}
 
 qint64 MemTableDeliveries::rowCount()
 {
     flush();
-    return m_db.execute(QStringLiteral("Select Count(*) from Memory MemTableDeliveries")).value(0, 0).toLongLong();
+    return m_db.execute(QStringLiteral("Select Count(*) from Memory MemTableDeliveries"))
+        .value(0, 0)
+        .toLongLong();
 }
 
 ResultSet MemTableDeliveries::select(DeliveriesIndex index, const QStringList& columns)
@@ -220,7 +252,7 @@ ResultSet MemTableDeliveries::select(DeliveriesIndex index, const QStringList& c
     flush();
     return m_db.execute(QStringLiteral("Select %1 from Memory MemTableDeliveries order by %2, RecordID")
                             .arg(columns.isEmpty() ? QStringLiteral("*") : columns.join(QStringLiteral(", ")),
-                                 QLatin1String(indexSpecOf(index).columns)));
+                                 QLatin1String(indexShapeOf(index).columns)));
 }
 
 } // namespace kb

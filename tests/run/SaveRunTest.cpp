@@ -308,9 +308,9 @@ TEST_P(SaveRunTest, AFailureAtAnyStepLeavesTheStoredRunAsItWas)
         {{QStringLiteral("Query_Name"), QStringLiteral("EXECUTE_ON_SAVE_DELIVERIES")},
          {QStringLiteral("Query_Lines"),
           QStringLiteral("Update Deliveri set Funding_Desc = 'HOOK' where Deliv_Dt = :Delivery_Date")}});
-    SpecialMealsSpec spec;
-    spec.meal(1) = {QStringLiteral("S"), 2, false, QString()};
-    spec.store(db(), monday);
+    SpecialMealsSetup setup;
+    setup.meal(1) = {QStringLiteral("S"), 2, false, QString()};
+    setup.store(db(), monday);
     ASSERT_TRUE(save(monday)) << errors();
     ASSERT_EQ(db().execute(QStringLiteral("Select Count(*) from Special_Diets")).value(0, 0).toInt(), 3);
     // A MealCrdt row older than the retention period, which a save would delete.
@@ -341,7 +341,7 @@ TEST_P(SaveRunTest, AFailureAtAnyStepLeavesTheStoredRunAsItWas)
         EXPECT_FALSE(db().inTransaction());
         EXPECT_EQ(fingerprint(), before);
         EXPECT_EQ(db().recordCount(QStringLiteral("History")), history);
-        EXPECT_EQ(SpecialMealsSpec::read(db(), monday)->meal(1).specialRestr, mask);
+        EXPECT_EQ(SpecialMealsSetup::read(db(), monday)->meal(1).specialRestr, mask);
     }
 
     // Nothing was left behind: the next save goes through.

@@ -1,6 +1,6 @@
 // Special meals on real stores: the flags and Special_Diets rows each rule
 // gives when a run is saved, the dialog that sets a date's rules, and the
-// screens that list, add, edit and copy the dates' specifications.
+// screens that list, add, edit and copy the dates' special meal setups.
 
 #include "SaveFixture.h"
 
@@ -52,15 +52,15 @@ protected:
         addDated(5, monday, QStringLiteral("S"));
     }
 
-    static SpecialMealsSpec everyRule()
+    static SpecialMealsSetup everyRule()
     {
-        SpecialMealsSpec spec;
-        spec.meal(1) = {QStringLiteral("I"), 0, false, QStringLiteral("Dessert")};
-        spec.meal(2) = {QStringLiteral("S"), 3, false, QString()};
-        spec.meal(3) = {QStringLiteral("S"), 3, true, QString()};
-        spec.meal(4) = {QStringLiteral("S"), 4, false, QString()};
-        spec.meal(5) = {QStringLiteral("S"), 1, true, QString()};
-        return spec;
+        SpecialMealsSetup setup;
+        setup.meal(1) = {QStringLiteral("I"), 0, false, QStringLiteral("Dessert")};
+        setup.meal(2) = {QStringLiteral("S"), 3, false, QString()};
+        setup.meal(3) = {QStringLiteral("S"), 3, true, QString()};
+        setup.meal(4) = {QStringLiteral("S"), 4, false, QString()};
+        setup.meal(5) = {QStringLiteral("S"), 1, true, QString()};
+        return setup;
     }
 
     // The flags of each stored delivery: "person type:123" with 1, 2, 3 for
@@ -120,7 +120,7 @@ TEST_P(SpecialMealsTest, EachRuleFlagsItsDeliveriesAndMatchAnyNamesTheMatchingDi
               QStringList{"Filtering on All Matching Diets was attempted for Special Meal 4 or 5!"});
     // The run screen holds the rules of the save; the stored row is as it was.
     EXPECT_EQ(form().specialMeals(), everyRule());
-    EXPECT_EQ(*SpecialMealsSpec::read(db(), monday), everyRule());
+    EXPECT_EQ(*SpecialMealsSetup::read(db(), monday), everyRule());
 
     // A client's rows on the date are all flagged under Match Any, also one
     // whose own diets do not match: the join goes by Person_ID.
@@ -149,18 +149,18 @@ TEST_P(SpecialMealsTest, WithTheFeatureOffOrTheDialogCancelledNothingIsFlagged)
     EXPECT_EQ(flags(), (QStringList{"1 OD:", "2 OD:", "3 OD:", "4 OD:", "5 OD:", "5 SD:"}));
     EXPECT_TRUE(specialDiets().isEmpty());
 
-    // Cancelled: the stored specification stays, and nothing is flagged.
+    // Cancelled: the stored setup stays, and nothing is flagged.
     setConfig(QStringLiteral("DELIV_REPORT_SHOW_SPEC_LABELS"), true);
     ASSERT_TRUE(save(monday)) << errors();
     EXPECT_TRUE(asked);
     EXPECT_EQ(flags(), (QStringList{"1 OD:", "2 OD:", "3 OD:", "4 OD:", "5 OD:", "5 SD:"}));
     EXPECT_TRUE(specialDiets().isEmpty());
-    EXPECT_EQ(*SpecialMealsSpec::read(db(), monday), everyRule());
-    EXPECT_EQ(form().specialMeals(), SpecialMealsSpec());
+    EXPECT_EQ(*SpecialMealsSetup::read(db(), monday), everyRule());
+    EXPECT_EQ(form().specialMeals(), SpecialMealsSetup());
 
-    // A date without a specification is cancelled without one being added.
+    // A date without a setup is cancelled without one being added.
     ASSERT_TRUE(save(tuesday)) << errors();
-    EXPECT_FALSE(SpecialMealsSpec::read(db(), tuesday));
+    EXPECT_FALSE(SpecialMealsSetup::read(db(), tuesday));
 
     // OK on the proposal of such a date stores the answer before the save.
     dialogs.specialMeals = [](TFormSetSpecialMeals& f) {
@@ -172,7 +172,7 @@ TEST_P(SpecialMealsTest, WithTheFeatureOffOrTheDialogCancelledNothingIsFlagged)
         return f.accept();
     };
     ASSERT_TRUE(save(tuesday)) << errors();
-    const std::optional<SpecialMealsSpec> stored = SpecialMealsSpec::read(db(), tuesday);
+    const std::optional<SpecialMealsSetup> stored = SpecialMealsSetup::read(db(), tuesday);
     ASSERT_TRUE(stored);
     EXPECT_EQ(stored->meal(1), (SpecialMealRule{QStringLiteral("S"), 4, false, QString()}));
     EXPECT_EQ(stored->meal(2), SpecialMealRule());
@@ -215,11 +215,11 @@ TEST_P(SpecialMealsTest, TheDialogProposesFillsAndRefusesSelectedDietsWithoutADi
 
     // A stored row: a code meal 4 does not offer shows the blank entry; the
     // mask and Match All of a rule other than "S" do not count.
-    SpecialMealsSpec spec;
-    spec.meal(1) = {QStringLiteral("D"), 5, true, QStringLiteral("Title")};
-    spec.meal(3) = {QStringLiteral("S"), 5, true, QString()};
-    spec.meal(4) = {QStringLiteral("I"), 0, false, QString()};
-    form.fill(spec);
+    SpecialMealsSetup setup;
+    setup.meal(1) = {QStringLiteral("D"), 5, true, QStringLiteral("Title")};
+    setup.meal(3) = {QStringLiteral("S"), 5, true, QString()};
+    setup.meal(4) = {QStringLiteral("I"), 0, false, QString()};
+    form.fill(setup);
     EXPECT_FALSE(form.isProposal());
     EXPECT_EQ(form.ruleIndex(1), 2);
     EXPECT_EQ(form.ruleIndex(4), 0);
@@ -235,7 +235,7 @@ TEST_P(SpecialMealsTest, TheDialogProposesFillsAndRefusesSelectedDietsWithoutADi
     EXPECT_EQ(form.result().meal(4), SpecialMealRule());
 
     form.reject();
-    EXPECT_EQ(form.result(), SpecialMealsSpec());
+    EXPECT_EQ(form.result(), SpecialMealsSetup());
     EXPECT_EQ(form.ruleIndex(3), 0);
     EXPECT_FALSE(form.isDietChecked(3, 0));
 }
@@ -260,9 +260,9 @@ TEST_P(SpecialMealsTest, FlaggingOutsideTheFiveMealsFails)
 
 TEST_P(SpecialMealsTest, TheBrowseListsAddsAndEditsDates)
 {
-    SpecialMealsSpec spec;
-    spec.meal(2) = {QStringLiteral("S"), 2, false, QString()};
-    spec.insert(db(), monday);
+    SpecialMealsSetup setup;
+    setup.meal(2) = {QStringLiteral("S"), 2, false, QString()};
+    setup.insert(db(), monday);
     // Filter_All alone marks a meal; a row with nothing set marks none.
     insertRow(db(), QStringLiteral("Special_Meals"),
               {{QStringLiteral("Deliv_Date"), tuesday}, {QStringLiteral("Filter_All3"), true}});
@@ -290,8 +290,8 @@ TEST_P(SpecialMealsTest, TheBrowseListsAddsAndEditsDates)
     browse.setCurrentRow(1);
     browse.ActionEditDate();
     EXPECT_EQ(caption, "Set Special Meal Qualifications: Monday, March 11, 2024");
-    EXPECT_EQ(SpecialMealsSpec::read(db(), monday)->meal(1).selectionOption, "I");
-    EXPECT_EQ(SpecialMealsSpec::read(db(), monday)->meal(2), spec.meal(2));
+    EXPECT_EQ(SpecialMealsSetup::read(db(), monday)->meal(1).selectionOption, "I");
+    EXPECT_EQ(SpecialMealsSetup::read(db(), monday)->meal(2), setup.meal(2));
 
     // Add: a new date gets a row and is edited; Cancel leaves it empty.
     dialogs.date = QDate(2024, 3, 20);
@@ -301,7 +301,7 @@ TEST_P(SpecialMealsTest, TheBrowseListsAddsAndEditsDates)
         return false;
     };
     browse.ActionAddDate();
-    EXPECT_EQ(SpecialMealsSpec::read(db(), QDate(2024, 3, 20)), SpecialMealsSpec());
+    EXPECT_EQ(SpecialMealsSetup::read(db(), QDate(2024, 3, 20)), SpecialMealsSetup());
     EXPECT_EQ(browse.rows()[browse.currentRow()].date, QDate(2024, 3, 20));
     EXPECT_EQ(browse.rows().size(), 4);
 
@@ -317,15 +317,15 @@ TEST_P(SpecialMealsTest, TheBrowseListsAddsAndEditsDates)
         QStringList{
             "The Special Meal specifications for that date already exist. \r\nThat date will be presented "
             "for editing in the next window."});
-    EXPECT_EQ(SpecialMealsSpec::read(db(), monday)->meal(3).selectionOption, "D");
+    EXPECT_EQ(SpecialMealsSetup::read(db(), monday)->meal(3).selectionOption, "D");
     EXPECT_EQ(browse.rows().size(), 4);
 }
 
 TEST_P(SpecialMealsTest, CopyingAddsTheValuesToNewDatesOnly)
 {
-    SpecialMealsSpec values;
+    SpecialMealsSetup values;
     values.meal(1) = {QStringLiteral("S"), 6, true, QStringLiteral("Copied")};
-    SpecialMealsSpec existing;
+    SpecialMealsSetup existing;
     existing.meal(2) = {QStringLiteral("D"), 0, false, QString()};
     existing.insert(db(), QDate(2024, 3, 13));
 
@@ -354,7 +354,7 @@ TEST_P(SpecialMealsTest, CopyingAddsTheValuesToNewDatesOnly)
 
     ui.clear();
     copy.ActionCopyToSelectedDates(); // No
-    EXPECT_FALSE(SpecialMealsSpec::read(db(), QDate(2024, 3, 15)));
+    EXPECT_FALSE(SpecialMealsSetup::read(db(), QDate(2024, 3, 15)));
 
     ui.clear();
     ui.answerNext(Answer::Yes);
@@ -369,10 +369,10 @@ TEST_P(SpecialMealsTest, CopyingAddsTheValuesToNewDatesOnly)
         ui.texts(ScriptedUserInterface::Kind::Information),
         QStringList{
             "3/13/24 already exist. \r\nThat date will NOT have the current modifications copied to it!"});
-    EXPECT_EQ(*SpecialMealsSpec::read(db(), QDate(2024, 3, 13)), existing);
-    EXPECT_FALSE(SpecialMealsSpec::read(db(), QDate(2024, 3, 14)));
-    EXPECT_FALSE(SpecialMealsSpec::read(db(), QDate(2024, 3, 12)));
-    EXPECT_EQ(*SpecialMealsSpec::read(db(), QDate(2024, 3, 15)), values);
+    EXPECT_EQ(*SpecialMealsSetup::read(db(), QDate(2024, 3, 13)), existing);
+    EXPECT_FALSE(SpecialMealsSetup::read(db(), QDate(2024, 3, 14)));
+    EXPECT_FALSE(SpecialMealsSetup::read(db(), QDate(2024, 3, 12)));
+    EXPECT_EQ(*SpecialMealsSetup::read(db(), QDate(2024, 3, 15)), values);
     EXPECT_EQ(copy.calendarDate(), monday);
 }
 

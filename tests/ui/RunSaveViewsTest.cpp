@@ -147,9 +147,9 @@ TEST_F(RunSaveViews, TheSpecialMealsDialogStaysOpenForARuleWithoutDiets)
 
 TEST_F(RunSaveViews, TheBrowseShowsTheMarksAndTheCopyTheChosenDates)
 {
-    SpecialMealsSpec spec;
-    spec.meal(2) = {QStringLiteral("D"), 0, false, QString()};
-    spec.insert(data.db(), monday);
+    SpecialMealsSetup setup;
+    setup.meal(2) = {QStringLiteral("D"), 0, false, QString()};
+    setup.insert(data.db(), monday);
     TFormBrowseSpecialMealDates browse(data.db(), ui, dialogs);
     ui::BrowseSpecialMealDatesView view(browse, nullptr);
     view.show();
@@ -161,7 +161,7 @@ TEST_F(RunSaveViews, TheBrowseShowsTheMarksAndTheCopyTheChosenDates)
     EXPECT_EQ(view.table()->item(0, 2)->checkState(), Qt::Checked);
     EXPECT_TRUE(view.editButton()->isEnabled());
 
-    TFormCopySpecialMeals copy(data.db(), ui, spec, monday);
+    TFormCopySpecialMeals copy(data.db(), ui, setup, monday);
     ui::CopySpecialMealsView copyView(copy);
     copyView.show();
     EXPECT_EQ(copyView.calendar()->selectedDate(), monday);

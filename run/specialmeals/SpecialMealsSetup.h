@@ -27,25 +27,25 @@ struct SpecialMealRule
     bool operator==(const SpecialMealRule&) const = default;
 };
 
-// The specification of a date's special meals, the twenty values of its
+// The setup of a date's special meals, the twenty values of its
 // Special_Meals row: Selection_Option, Filter_All, Special_Restr and Action
 // for each of the meals 1 to 5 (no suffix for 1, then 2 to 5).
-struct SpecialMealsSpec
+struct SpecialMealsSetup
 {
     static constexpr int mealCount = 5;
     std::array<SpecialMealRule, mealCount> meals;
 
     const SpecialMealRule& meal(int n) const { return meals[size_t(n - 1)]; }
     SpecialMealRule& meal(int n) { return meals[size_t(n - 1)]; }
-    bool operator==(const SpecialMealsSpec&) const = default;
+    bool operator==(const SpecialMealsSetup&) const = default;
 
     // "" for meal 1, "2" to "5" for the others.
     static QString suffix(int n);
 
     // The date's row of Special_Meals, if it has one.
-    static std::optional<SpecialMealsSpec> read(Database& db, const QDate& date);
+    static std::optional<SpecialMealsSetup> read(Database& db, const QDate& date);
     // A row of a result holding the Special_Meals columns.
-    static SpecialMealsSpec fromRow(const ResultSet& rows, qsizetype row);
+    static SpecialMealsSetup fromRow(const ResultSet& rows, qsizetype row);
     // Writes the twenty values to the date's row, adding one when the date
     // has none.
     void store(Database& db, const QDate& date) const;

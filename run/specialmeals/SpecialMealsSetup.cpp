@@ -1,4 +1,4 @@
-#include "specialmeals/SpecialMealsSpec.h"
+#include "specialmeals/SpecialMealsSetup.h"
 
 #include <QStringList>
 
@@ -11,9 +11,9 @@ const char* const columnStems[] = {"Selection_Option", "Filter_All", "Special_Re
 QStringList columnNames()
 {
     QStringList names;
-    for (int n = 1; n <= SpecialMealsSpec::mealCount; ++n)
+    for (int n = 1; n <= SpecialMealsSetup::mealCount; ++n)
         for (const char* stem : columnStems)
-            names << QString::fromLatin1(stem) + SpecialMealsSpec::suffix(n);
+            names << QString::fromLatin1(stem) + SpecialMealsSetup::suffix(n);
     return names;
 }
 
@@ -32,12 +32,12 @@ QVariant textOrNone(const QString& text)
 
 } // namespace
 
-QString SpecialMealsSpec::suffix(int n)
+QString SpecialMealsSetup::suffix(int n)
 {
     return n == 1 ? QString() : QString::number(n);
 }
 
-std::optional<SpecialMealsSpec> SpecialMealsSpec::read(Database& db, const QDate& date)
+std::optional<SpecialMealsSetup> SpecialMealsSetup::read(Database& db, const QDate& date)
 {
     const ResultSet rows =
         db.execute(QStringLiteral("select * from special_meals where deliv_date = :Deliv_Date"),
@@ -46,21 +46,21 @@ std::optional<SpecialMealsSpec> SpecialMealsSpec::read(Database& db, const QDate
     return fromRow(rows, 0);
 }
 
-SpecialMealsSpec SpecialMealsSpec::fromRow(const ResultSet& rows, qsizetype row)
+SpecialMealsSetup SpecialMealsSetup::fromRow(const ResultSet& rows, qsizetype row)
 {
-    SpecialMealsSpec spec;
+    SpecialMealsSetup setup;
     for (int n = 1; n <= mealCount; ++n) {
         const QString s = suffix(n);
-        SpecialMealRule& rule = spec.meal(n);
+        SpecialMealRule& rule = setup.meal(n);
         rule.selectionOption = rows.value(row, QStringLiteral("Selection_Option") + s).toString().trimmed();
         rule.filterAll = rows.value(row, QStringLiteral("Filter_All") + s).toBool();
         rule.specialRestr = rows.value(row, QStringLiteral("Special_Restr") + s).toLongLong();
         rule.action = rows.value(row, QStringLiteral("Action") + s).toString();
     }
-    return spec;
+    return setup;
 }
 
-Params SpecialMealsSpec::params() const
+Params SpecialMealsSetup::params() const
 {
     Params values;
     for (int n = 1; n <= mealCount; ++n) {
@@ -74,7 +74,7 @@ Params SpecialMealsSpec::params() const
     return values;
 }
 
-void SpecialMealsSpec::store(Database& db, const QDate& date) const
+void SpecialMealsSetup::store(Database& db, const QDate& date) const
 {
     Params values = params();
     values.emplace_back(QStringLiteral("Deliv_Date"), date);
@@ -86,7 +86,7 @@ void SpecialMealsSpec::store(Database& db, const QDate& date) const
     if (changed == 0) insert(db, date);
 }
 
-void SpecialMealsSpec::insert(Database& db, const QDate& date) const
+void SpecialMealsSetup::insert(Database& db, const QDate& date) const
 {
     const QStringList columns = columnNames();
     Params values = params();
@@ -96,7 +96,7 @@ void SpecialMealsSpec::insert(Database& db, const QDate& date) const
                values);
 }
 
-void SpecialMealsSpec::update(Database& db, qint64 recordId) const
+void SpecialMealsSetup::update(Database& db, qint64 recordId) const
 {
     Params values = params();
     values.emplace_back(QStringLiteral("RecordID"), recordId);
