@@ -105,11 +105,9 @@ qint64 DatedDeliveries::add(const DatedClient& client, DatedKind kind, const QDa
          {QStringLiteral("Create_Date"), now.date()},
          {QStringLiteral("Last_Updated"), now},
          {QStringLiteral("Created_By"), m_userName().left(25)}});
-    return m_db
-        .execute(QStringLiteral("Select max(RecordID) from EpisodicDeliveries where Person_ID = :Person_ID"),
-                 {{QStringLiteral("Person_ID"), client.personId}})
-        .value(0, 0)
-        .toLongLong();
+    // The identity this session's insert got: another workstation adding a
+    // row for the same client at the same moment can't be mistaken for it.
+    return m_db.store().lastInsertRowId();
 }
 
 void DatedDeliveries::attachRules(DataSet& set, DatedKind kind,
