@@ -276,16 +276,17 @@ int shiftDated(kb::app::CommandContext& context, const kb::app::CommandArgs& arg
     form.setOldDate(from);
     form.setNewDate(to);
     if (!form.okEnabled())
-        throw kb::MessageError(
-            from == to ? QStringLiteral("--from and --to are the same date; nothing was shifted.")
-                       : QStringLiteral("Both dates must be later than %1; nothing was shifted.")
-                             .arg(db.clock().today().addDays(-750).toString(Qt::ISODate)));
+        throw kb::MessageError(from == to
+                                   ? QStringLiteral("--from and --to are the same date; nothing was shifted.")
+                                   : QStringLiteral("Both dates must be later than %1; nothing was shifted.")
+                                         .arg(db.clock().today().addDays(-750).toString(Qt::ISODate)));
     if (!form.ActionOK()) {
         session.close();
         context.err << "Nothing was shifted.\n";
         return 1;
     }
-    kb::writeCsvHeader(context.out, {QStringLiteral("From"), QStringLiteral("To"), QStringLiteral("Shifted")});
+    kb::writeCsvHeader(context.out,
+                       {QStringLiteral("From"), QStringLiteral("To"), QStringLiteral("Shifted")});
     kb::writeCsvRecord(context.out, {from, to, form.shifted()});
     session.close();
     return 0;
@@ -297,7 +298,8 @@ int runDated(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
     if (action != QLatin1String("shift") && args.answers() != kb::app::AnswerPolicy::Least)
         throw UsageError(QStringLiteral("--yes and --no go with dated shift."));
     if (action == QLatin1String("shift")) {
-        for (const char* option : {"date", "pattern", "count", "until", "limit", "service", "route", "preview"})
+        for (const char* option :
+             {"date", "pattern", "count", "until", "limit", "service", "route", "preview"})
             if (args.isSet(QString::fromLatin1(option)))
                 throw UsageError(QStringLiteral("--%1 goes with dated add.").arg(QLatin1String(option)));
         return shiftDated(context, args);
@@ -321,7 +323,8 @@ QCommandLineOption valued(const char* name, const char* value, const char* text)
 
 const kb::app::CommandRegistration registration(
     {.name = QStringLiteral("dated"),
-     .arguments = QStringLiteral("add CLIENT --date D [--pattern P ...] | list CLIENT | shift --from D --to D"),
+     .arguments =
+         QStringLiteral("add CLIENT --date D [--pattern P ...] | list CLIENT | shift --from D --to D"),
      .description = QStringLiteral(
          "Adds or lists the dated deliveries of the client with Client_ID CLIENT: episodic ones for an "
          "episodic "
@@ -333,7 +336,8 @@ const kb::app::CommandRegistration registration(
          "screen "
          "makes it, ending after --count occurrences (1 when not given) or by --until; --preview prints its "
          "dates without writing. The rows are written in one transaction and printed as CSV; a bad pattern "
-         "changes nothing and exits 1. list prints the client's rows, optionally between --from and --to. shift "
+         "changes nothing and exits 1. list prints the client's rows, optionally between --from and --to. "
+         "shift "
          "moves the saved deliveries of --from (Deliveri and MealCrdt, every client) to --to in one "
          "transaction, after the question that --yes answers; without --yes nothing moves and it exits 1."),
      .minArguments = 1,

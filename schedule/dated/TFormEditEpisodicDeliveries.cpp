@@ -161,8 +161,8 @@ std::unique_ptr<TFormSetEpisodicItems> TFormEditEpisodicDeliveries::ActionSetIte
     m_set->checkBrowseMode();
     const DatedRow row = DatedRow::fromDataSet(*m_set);
     if (row.credited()) m_ui.information(creditedItemsText());
-    auto items = std::make_unique<TFormSetEpisodicItems>(services, row.personId, row.recordId, row.service,
-                                                         row.date);
+    auto items =
+        std::make_unique<TFormSetEpisodicItems>(services, row.personId, row.recordId, row.service, row.date);
     items->setTitle(datedItemsTitle(m_kind, row.date));
     return items;
 }

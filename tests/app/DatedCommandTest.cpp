@@ -157,8 +157,9 @@ TEST_P(DatedCommand, ShiftMovesASavedDateOnlyWhenToldYes)
             .value(0, 0)
             .toLongLong();
     };
-    const QStringList shift = {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2024-03-04"),
-                               QStringLiteral("--to"), QStringLiteral("2024-03-05")};
+    const QStringList shift = {QStringLiteral("shift"), QStringLiteral("--from"),
+                               QStringLiteral("2024-03-04"), QStringLiteral("--to"),
+                               QStringLiteral("2024-03-05")};
 
     // Without --yes the question is answered No: nothing moves.
     const auto asked = run(QStringLiteral("userW"), shift);
@@ -196,25 +197,29 @@ TEST_P(DatedCommand, ShiftMovesASavedDateOnlyWhenToldYes)
     const auto none = run(QStringLiteral("userW"), shift + QStringList{QStringLiteral("--yes")});
     EXPECT_EQ(none.exitCode, 1);
     EXPECT_TRUE(none.err.contains(QLatin1String("There are no deliveries that fall on ")));
-    const auto same =
-        run(QStringLiteral("userW"), {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2024-03-05"),
-                                      QStringLiteral("--to"), QStringLiteral("2024-03-05"), QStringLiteral("--yes")});
+    const auto same = run(QStringLiteral("userW"),
+                          {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2024-03-05"),
+                           QStringLiteral("--to"), QStringLiteral("2024-03-05"), QStringLiteral("--yes")});
     EXPECT_EQ(same.exitCode, 1);
-    const auto old =
-        run(QStringLiteral("userW"), {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2022-01-03"),
-                                      QStringLiteral("--to"), QStringLiteral("2024-03-05"), QStringLiteral("--yes")});
+    const auto old = run(QStringLiteral("userW"),
+                         {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2022-01-03"),
+                          QStringLiteral("--to"), QStringLiteral("2024-03-05"), QStringLiteral("--yes")});
     EXPECT_EQ(old.exitCode, 1);
-    EXPECT_TRUE(old.err.contains(QLatin1String("Both dates must be later than 2022-02-15"))) << old.err.toStdString();
+    EXPECT_TRUE(old.err.contains(QLatin1String("Both dates must be later than 2022-02-15")))
+        << old.err.toStdString();
     EXPECT_EQ(on("Deliveri", "Deliv_Dt", tuesday), 2);
 
     // Bad words.
-    EXPECT_EQ(run(QStringLiteral("userW"), {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2024-03-05")})
+    EXPECT_EQ(run(QStringLiteral("userW"),
+                  {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2024-03-05")})
                   .exitCode,
               2);
-    EXPECT_EQ(run(QStringLiteral("userW"), {QStringLiteral("list"), QStringLiteral("C7"), QStringLiteral("--yes")})
-                  .exitCode,
-              2);
-    EXPECT_EQ(run(QStringLiteral("userW"), shift + QStringList{QStringLiteral("--date"), QStringLiteral("2024-03-05")})
+    EXPECT_EQ(
+        run(QStringLiteral("userW"), {QStringLiteral("list"), QStringLiteral("C7"), QStringLiteral("--yes")})
+            .exitCode,
+        2);
+    EXPECT_EQ(run(QStringLiteral("userW"),
+                  shift + QStringList{QStringLiteral("--date"), QStringLiteral("2024-03-05")})
                   .exitCode,
               2);
 }

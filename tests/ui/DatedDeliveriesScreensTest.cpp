@@ -16,11 +16,11 @@
 #include "items/TFormSetEpisodicItems.h"
 #include "records/RecordServices.h"
 #include "recurrence/TFormRecurrence.h"
+#include "schedule/SetEpisodicItemsView.h"
 #include "schedule/dated/AssignDeliveriesToNewDateView.h"
 #include "schedule/dated/ClientEpisodicItemsView.h"
 #include "schedule/dated/DatedDeliveriesView.h"
 #include "schedule/dated/RecurrenceView.h"
-#include "schedule/SetEpisodicItemsView.h"
 #include "settings/SettingsFile.h"
 
 #include <QCalendarWidget>
@@ -205,13 +205,15 @@ TEST_F(DatedDeliveriesScreens, SetDeliveryItemsOpensTheRowsOwnList)
     {
         ui::DatedDeliveriesView datedView(dated, data.db(), ui, settings, QStringLiteral("Pat Tester"));
         EXPECT_TRUE(datedView.button(QStringLiteral("Set Delivery Items"))->isEnabled());
-        EXPECT_EQ(datedView.button(QStringLiteral("Set Delivery Items"))->toolTip(), QStringLiteral("Ctrl+I"));
+        EXPECT_EQ(datedView.button(QStringLiteral("Set Delivery Items"))->toolTip(),
+                  QStringLiteral("Ctrl+I"));
     }
     RecordServices services(data.db(), ui);
     const std::unique_ptr<TFormSetEpisodicItems> presenter = dated.ActionSetItems(services);
     ASSERT_TRUE(presenter);
     ui::SetEpisodicItemsView view(*presenter, settings);
-    EXPECT_TRUE(view.windowTitle().startsWith(QStringLiteral("Scheduled Items for "))) << view.windowTitle().toStdString();
+    EXPECT_TRUE(view.windowTitle().startsWith(QStringLiteral("Scheduled Items for ")))
+        << view.windowTitle().toStdString();
     EXPECT_FALSE(view.services()->isEnabled());
     EXPECT_FALSE(view.button(QStringLiteral("Dupe Monday"))->isVisibleTo(&view));
     ASSERT_EQ(view.comparison()->rowCount(), 1);

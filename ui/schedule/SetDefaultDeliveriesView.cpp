@@ -70,9 +70,12 @@ SetDefaultDeliveriesView::SetDefaultDeliveriesView(TFormSetDefaultDeliveries& pr
     m_buttons.append(close);
     TFormSetDefaultDeliveries& p = m_presenter;
     addCommand(QStringLiteral("Add Item"), [&p] { p.ActionAddItem(); });
-    addCommand(QStringLiteral("Delete Item"), [&p] { p.ActionDeleteItem(); }, true);
-    addCommand(QStringLiteral("Move Up"), [&p] { p.ActionMoveUp(); }, true);
-    addCommand(QStringLiteral("Move Down"), [&p] { p.ActionMoveDown(); }, true);
+    addCommand(
+        QStringLiteral("Delete Item"), [&p] { p.ActionDeleteItem(); }, true);
+    addCommand(
+        QStringLiteral("Move Up"), [&p] { p.ActionMoveUp(); }, true);
+    addCommand(
+        QStringLiteral("Move Down"), [&p] { p.ActionMoveDown(); }, true);
     addCommand(QStringLiteral("Dupe Monday"), [&p] { p.ActionDupeMonday(); });
     layout->addLayout(m_commands);
 
