@@ -53,6 +53,11 @@ bool TFormSetDefaultDeliveries::guarded(const std::function<void()>& work)
     return m_recordServices.guarded(work);
 }
 
+bool TFormSetDefaultDeliveries::readOnly() const
+{
+    return !m_db.mayWrite();
+}
+
 void TFormSetDefaultDeliveries::FormShow()
 {
     guarded([this] {

@@ -47,6 +47,10 @@ public:
     virtual QString title() const { return caption(); }
     virtual QString screenName() const { return formName(); }
 
+    // A user who may not change data reads the lists only: the commands
+    // that change them are hidden and off.
+    bool readOnly() const;
+
     // Showing: the services, the day buttons, the first service and day.
     virtual void FormShow();
     // "Close": a pending edit is asked about (Yes posts, No cancels), then

@@ -233,6 +233,16 @@ TEST_F(DatedDeliveriesScreens, SetDeliveryItemsOpensTheRowsOwnList)
                   .value(0, 0)
                   .toInt(),
               2);
+
+    // A user who may only read sees the lines without the commands that change them.
+    data.db().setWriteRefusal(QStringLiteral("Read only"));
+    ui::SetEpisodicItemsView readOnly(*presenter, settings);
+    EXPECT_EQ(readOnly.grid()->rowCount(), 2);
+    for (const char* command : {"Add Item", "Delete Item", "Move Up", "Clear Selected Day of All Items",
+                                "Copy Selected Day from Defaults"})
+        EXPECT_FALSE(readOnly.button(QString::fromLatin1(command))->isVisibleTo(&readOnly)) << command;
+    EXPECT_TRUE(readOnly.button(QStringLiteral("Close"))->isVisibleTo(&readOnly));
+    data.db().setWriteRefusal({});
 }
 
 } // namespace

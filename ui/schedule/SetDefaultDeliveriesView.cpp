@@ -57,6 +57,7 @@ SetDefaultDeliveriesView::SetDefaultDeliveriesView(TFormSetDefaultDeliveries& pr
     m_grid->setHorizontalHeaderLabels(
         {QStringLiteral("Day"), QStringLiteral("Quantity"), QStringLiteral("Item"), QStringLiteral("Order")});
     m_grid->verticalHeader()->hide();
+    if (m_presenter.readOnly()) m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
     m_grid->horizontalHeader()->setSectionResizeMode(ItemColumn, QHeaderView::Stretch);
@@ -118,6 +119,7 @@ QPushButton* SetDefaultDeliveriesView::addCommand(const QString& text, std::func
     m_commands->insertWidget(m_commands->count() - 2, button);
     m_buttons.append(button);
     if (needsLine) m_lineButtons.append(button);
+    if (m_presenter.readOnly()) button->hide();
     return button;
 }
 
@@ -151,6 +153,7 @@ void SetDefaultDeliveriesView::showList()
             m_presenter.setValue(QStringLiteral("Item_ID"), items->currentData());
             m_presenter.post();
         });
+        items->setEnabled(!m_presenter.readOnly());
         m_grid->setCellWidget(r, ItemColumn, items);
     }
     if (rows > 0) m_grid->setCurrentCell(list.recNo() - 1, QuantityColumn);
