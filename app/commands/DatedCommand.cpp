@@ -326,9 +326,8 @@ const kb::app::CommandRegistration registration(
      .arguments =
          QStringLiteral("add CLIENT --date D [--pattern P ...] | list CLIENT | shift --from D --to D"),
      .description = QStringLiteral(
-         "Adds or lists the dated deliveries of the client with Client_ID CLIENT: episodic ones for an "
-         "episodic "
-         "client, scheduled ones for an ongoing client. add without --pattern adds one delivery on --date "
+         "Adds or lists the dated deliveries of the client with Client_ID CLIENT (episodic ones for an "
+         "episodic client, scheduled ones for an ongoing client), or shifts a saved date's deliveries. add without --pattern adds one delivery on --date "
          "with the "
          "client's service, default route and stop, as the delivery screens' Add Delivery does; the date "
          "must lie "
