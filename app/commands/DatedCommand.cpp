@@ -297,22 +297,14 @@ int runDated(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
     const QString action = args.positional(0);
     if (action != QLatin1String("shift") && args.answers() != kb::app::AnswerPolicy::Least)
         throw UsageError(QStringLiteral("--yes and --no go with dated shift."));
-    if (action == QLatin1String("shift")) {
-        for (const char* option :
-             {"date", "pattern", "count", "until", "limit", "service", "route", "preview"})
-            if (args.isSet(QString::fromLatin1(option)))
-                throw UsageError(QStringLiteral("--%1 goes with dated add.").arg(QLatin1String(option)));
-        return shiftDated(context, args);
-    }
     if (action == QLatin1String("add")) return addDated(context, args);
-    if (action == QLatin1String("list")) {
-        for (const char* option :
-             {"date", "pattern", "count", "until", "limit", "service", "route", "preview"})
-            if (args.isSet(QString::fromLatin1(option)))
-                throw UsageError(QStringLiteral("--%1 goes with dated add.").arg(QLatin1String(option)));
-        return listDated(context, args);
-    }
-    throw UsageError(QStringLiteral("dated: the first word is add, list or shift, not '%1'.").arg(action));
+    if (action != QLatin1String("list") && action != QLatin1String("shift"))
+        throw UsageError(
+            QStringLiteral("dated: the first word is add, list or shift, not '%1'.").arg(action));
+    for (const char* option : {"date", "pattern", "count", "until", "limit", "service", "route", "preview"})
+        if (args.isSet(QString::fromLatin1(option)))
+            throw UsageError(QStringLiteral("--%1 goes with dated add.").arg(QLatin1String(option)));
+    return action == QLatin1String("list") ? listDated(context, args) : shiftDated(context, args);
 }
 
 QCommandLineOption valued(const char* name, const char* value, const char* text)
