@@ -1,6 +1,7 @@
 // kettlebrook --user NAME dated add CLIENT --date D [--pattern P [--count N | --until D] [--limit L]
 //                                                  [--service ID] [--route CODE] [--preview]]
 // kettlebrook --user NAME dated list CLIENT [--from D] [--to D]
+// kettlebrook --user NAME dated shift --from D --to D [--yes|--no]
 //
 // Adds dated deliveries (episodic for an episodic client, scheduled for an
 // ongoing one) to the client with the Client_ID CLIENT, or lists them.
@@ -10,6 +11,11 @@
 // writes nothing. All rows are written in one transaction; a bad pattern,
 // an unknown client, service or route, or a date outside the client's
 // calendar is refused with a message and nothing written.
+//
+// shift moves what a saved run wrote for one date (the Deliveri and MealCrdt
+// rows of every client) to another date, as "Shift Deliveries From One Date
+// To Another" does: the same question, answered by --yes (without it nothing
+// moves), the same refusals, one transaction and a History row.
 
 #include "CommandRegistry.h"
 #include "CommandSession.h"
@@ -17,6 +23,7 @@
 #include "Csv.h"
 #include "MessageError.h"
 #include "dated/DatedDeliveries.h"
+#include "dated/TFormAssignDeliveriesToNewDate.h"
 #include "recurrence/RecurrenceWriter.h"
 #include "session/TDataModule1.h"
 #include "store/Database.h"
@@ -254,18 +261,50 @@ int listDated(kb::app::CommandContext& context, const kb::app::CommandArgs& args
     return 0;
 }
 
+int shiftDated(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
+{
+    if (args.positionals().size() != 1 || !args.isSet(QStringLiteral("from")) ||
+        !args.isSet(QStringLiteral("to")))
+        throw UsageError(QStringLiteral("Usage: kettlebrook dated shift --from D --to D [--yes|--no]"));
+    const QDate from = args.date(QStringLiteral("from"));
+    const QDate to = args.date(QStringLiteral("to"));
+    kb::app::CommandSession session(context);
+    requireChanges(session);
+    kb::Database& db = session.data().db();
+    kb::TFormAssignDeliveriesToNewDate form(db, session.ui(), session.data().session().userFullName,
+                                            db.clock().today());
+    form.setOldDate(from);
+    form.setNewDate(to);
+    if (!form.okEnabled())
+        throw kb::MessageError(from == to
+                                   ? QStringLiteral("--from and --to are the same date; nothing was shifted.")
+                                   : QStringLiteral("Both dates must be later than %1; nothing was shifted.")
+                                         .arg(db.clock().today().addDays(-750).toString(Qt::ISODate)));
+    if (!form.ActionOK()) {
+        session.close();
+        context.err << "Nothing was shifted.\n";
+        return 1;
+    }
+    kb::writeCsvHeader(context.out,
+                       {QStringLiteral("From"), QStringLiteral("To"), QStringLiteral("Shifted")});
+    kb::writeCsvRecord(context.out, {from, to, form.shifted()});
+    session.close();
+    return 0;
+}
+
 int runDated(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 {
     const QString action = args.positional(0);
+    if (action != QLatin1String("shift") && args.answers() != kb::app::AnswerPolicy::Least)
+        throw UsageError(QStringLiteral("--yes and --no go with dated shift."));
     if (action == QLatin1String("add")) return addDated(context, args);
-    if (action == QLatin1String("list")) {
-        for (const char* option :
-             {"date", "pattern", "count", "until", "limit", "service", "route", "preview"})
-            if (args.isSet(QString::fromLatin1(option)))
-                throw UsageError(QStringLiteral("--%1 goes with dated add.").arg(QLatin1String(option)));
-        return listDated(context, args);
-    }
-    throw UsageError(QStringLiteral("dated: the first word is add or list, not '%1'.").arg(action));
+    if (action != QLatin1String("list") && action != QLatin1String("shift"))
+        throw UsageError(
+            QStringLiteral("dated: the first word is add, list or shift, not '%1'.").arg(action));
+    for (const char* option : {"date", "pattern", "count", "until", "limit", "service", "route", "preview"})
+        if (args.isSet(QString::fromLatin1(option)))
+            throw UsageError(QStringLiteral("--%1 goes with dated add.").arg(QLatin1String(option)));
+    return action == QLatin1String("list") ? listDated(context, args) : shiftDated(context, args);
 }
 
 QCommandLineOption valued(const char* name, const char* value, const char* text)
@@ -276,11 +315,11 @@ QCommandLineOption valued(const char* name, const char* value, const char* text)
 
 const kb::app::CommandRegistration registration(
     {.name = QStringLiteral("dated"),
-     .arguments = QStringLiteral("add CLIENT --date D [--pattern P ...] | list CLIENT"),
+     .arguments =
+         QStringLiteral("add CLIENT --date D [--pattern P ...] | list CLIENT | shift --from D --to D"),
      .description = QStringLiteral(
-         "Adds or lists the dated deliveries of the client with Client_ID CLIENT: episodic ones for an "
-         "episodic "
-         "client, scheduled ones for an ongoing client. add without --pattern adds one delivery on --date "
+         "Adds or lists the dated deliveries of the client with Client_ID CLIENT (episodic ones for an "
+         "episodic client, scheduled ones for an ongoing client), or shifts a saved date's deliveries. add without --pattern adds one delivery on --date "
          "with the "
          "client's service, default route and stop, as the delivery screens' Add Delivery does; the date "
          "must lie "
@@ -288,8 +327,11 @@ const kb::app::CommandRegistration registration(
          "screen "
          "makes it, ending after --count occurrences (1 when not given) or by --until; --preview prints its "
          "dates without writing. The rows are written in one transaction and printed as CSV; a bad pattern "
-         "changes nothing and exits 1. list prints the client's rows, optionally between --from and --to."),
-     .minArguments = 2,
+         "changes nothing and exits 1. list prints the client's rows, optionally between --from and --to. "
+         "shift "
+         "moves the saved deliveries of --from (Deliveri and MealCrdt, every client) to --to in one "
+         "transaction, after the question that --yes answers; without --yes nothing moves and it exits 1."),
+     .minArguments = 1,
      .maxArguments = 2,
      .options =
          {valued("date", "D", "The date of the delivery, or the first date of the pattern."),
@@ -305,9 +347,10 @@ const kb::app::CommandRegistration registration(
                  "A route for every row with stop 0 (default ---: the client's route of "
                  "each weekday)."),
           QCommandLineOption(QStringLiteral("preview"), QStringLiteral("Print the dates; write nothing.")),
-          valued("from", "D", "list: the first date shown."),
-          valued("to", "D", "list: the last date shown.")},
+          valued("from", "D", "list: the first date shown; shift: the date the saved deliveries fall on."),
+          valued("to", "D", "list: the last date shown; shift: the date they move to.")},
      .repeatable = {},
+     .asksQuestions = true,
      .needsUser = true},
     runDated);
 

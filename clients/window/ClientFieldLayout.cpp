@@ -142,7 +142,7 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
          buttons({cmd::ScheduledDeliveries, cmd::AddEditDeliveries, cmd::DeleteSelectedDelivery}),
          QStringLiteral("QueryEpisodicDeliveries"),
          {},
-         false,
+         true,
          {QStringLiteral("Deliv_Date=Date"), QStringLiteral("Service=Service"), QStringLiteral("Route=Route"),
           QStringLiteral("Stop=Stop"), QStringLiteral("Fulfilled=Delivered")}},
         {client_page::DeliveryRoute,

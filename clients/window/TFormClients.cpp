@@ -8,6 +8,7 @@
 #include "dataset/Abort.h"
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
+#include "dated/DatedDeliveries.h"
 #include "fields/ClientFieldRules.h"
 #include "overrides/AddressOverrideRules.h"
 #include "records/DataSetActions.h"
@@ -100,6 +101,23 @@ TFormClients::TFormClients(TDataModule1& module, UserInterface& ui, ClientRules*
     m_applications = std::make_unique<ServiceApplications>(module, *m_pageData, ui);
     m_funding = std::make_unique<FundingUses>(module, *m_pageData, ui);
     installServiceHandlers();
+    installDatedDeliveryRules();
+}
+
+// The episodic grid of the delivery page is a live set over the client's
+// dated deliveries: whatever edits a row there meets the rules of the
+// delivery screens, with their messages.
+void TFormClients::installDatedDeliveryRules()
+{
+    m_datedDeliveries = std::make_unique<DatedDeliveries>(
+        m_module.db(), m_ui, [this] { return m_module.session().userFullName; });
+    m_datedDeliveries->attachRules(
+        m_pageData->query(QStringLiteral("QueryEpisodicDeliveries")), DatedKind::Episodic,
+        [this]() -> std::optional<DatedClient> {
+            TableDataSet& set = clients();
+            if (!set.isActive() || set.isEmpty()) return std::nullopt;
+            return DatedClient::byPersonId(m_module.db(), set.fieldValue(u"Person_ID").toLongLong());
+        });
 }
 
 TFormClients::~TFormClients()

@@ -22,6 +22,7 @@
 namespace kb {
 
 class ClientFieldRules;
+class DatedDeliveries;
 class FundingUses;
 class ServiceApplications;
 class ClientPageData;
@@ -80,6 +81,8 @@ public:
     // The rules of the "Client Services" and "Funding/Billing" pages.
     ServiceApplications& applications() { return *m_applications; }
     FundingUses& funding() { return *m_funding; }
+    // The rules of the dated deliveries, also those of the episodic grid.
+    DatedDeliveries& datedDeliveries() { return *m_datedDeliveries; }
     const ClientLists& lists() const { return m_lists; }
 
     // ---- life cycle ----
@@ -245,6 +248,7 @@ private:
     template <typename Work> bool guarded(Work&& work);
     void installOwnHandlers();
     void installServiceHandlers();
+    void installDatedDeliveryRules();
     void afterMove();
     void applyAccessLevel();
     void setClientIndex(const QString& index);
@@ -263,6 +267,8 @@ private:
     UserInterface& m_ui;
     ClientRules* m_rules;
     std::unique_ptr<AlternateEditor> m_alternateEditor;
+    // Outlives the page data whose episodic grid carries its rules.
+    std::unique_ptr<DatedDeliveries> m_datedDeliveries;
     std::unique_ptr<ClientPageData> m_pageData;
     std::unique_ptr<ClientFieldRules> m_fieldRules;
     std::unique_ptr<ServiceApplications> m_applications;

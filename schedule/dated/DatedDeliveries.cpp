@@ -3,6 +3,7 @@
 #include "UserInterface.h"
 #include "dataset/Abort.h"
 #include "dataset/DataSet.h"
+#include "dataset/HookChain.h"
 #include "records/History.h"
 #include "store/Database.h"
 
@@ -55,6 +56,11 @@ std::optional<DatedRow> DatedRow::read(Database& db, qint64 recordId)
 }
 
 DatedDeliveries::DatedDeliveries(Database& db, UserInterface& ui, QString userName)
+    : DatedDeliveries(db, ui, [name = std::move(userName)] { return name; })
+{
+}
+
+DatedDeliveries::DatedDeliveries(Database& db, UserInterface& ui, std::function<QString()> userName)
     : m_db(db), m_ui(ui), m_userName(std::move(userName))
 {
 }
@@ -98,21 +104,19 @@ qint64 DatedDeliveries::add(const DatedClient& client, DatedKind kind, const QDa
          {QStringLiteral("Stop"), stop},
          {QStringLiteral("Create_Date"), now.date()},
          {QStringLiteral("Last_Updated"), now},
-         {QStringLiteral("Created_By"), m_userName.left(25)}});
-    return m_db
-        .execute(QStringLiteral("Select max(RecordID) from EpisodicDeliveries where Person_ID = :Person_ID"),
-                 {{QStringLiteral("Person_ID"), client.personId}})
-        .value(0, 0)
-        .toLongLong();
+         {QStringLiteral("Created_By"), m_userName().left(25)}});
+    // The identity this session's insert got: another workstation adding a
+    // row for the same client at the same moment can't be mistaken for it.
+    return m_db.store().lastInsertRowId();
 }
 
 void DatedDeliveries::attachRules(DataSet& set, DatedKind kind,
                                   std::function<std::optional<DatedClient>()> currentClient)
 {
-    set.setHook(DataSet::Hook::BeforeEdit, [this, kind](DataSet& s) {
+    chainHook(set, DataSet::Hook::BeforeEdit, [this, kind](DataSet& s) {
         if (DatedRow::fromDataSet(s).credited()) refuse(m_ui, creditedEditText(kind));
     });
-    set.setHook(DataSet::Hook::BeforePost, [this, kind, currentClient](DataSet& s) {
+    chainHook(set, DataSet::Hook::BeforePost, [this, kind, currentClient](DataSet& s) {
         checkPost(s, kind, currentClient ? currentClient() : std::nullopt);
     });
 }
@@ -140,7 +144,7 @@ void DatedDeliveries::checkPost(DataSet& set, DatedKind kind, const std::optiona
         if (isEmptyValue(set.fieldValue(u"Client_ID"))) set.setFieldValue(u"Client_ID", client->clientId);
         if (isEmptyValue(set.fieldValue(u"Person_ID"))) set.setFieldValue(u"Person_ID", client->personId);
     }
-    if (isEmptyValue(set.fieldValue(u"Created_By"))) set.setFieldValue(u"Created_By", m_userName.left(25));
+    if (isEmptyValue(set.fieldValue(u"Created_By"))) set.setFieldValue(u"Created_By", m_userName().left(25));
     if (!client) return;
 
     const QDate date = set.fieldValue(u"Deliv_Date").toDate();
@@ -197,7 +201,7 @@ bool DatedDeliveries::remove(const DatedRow& row, DatedKind kind, bool deleteCre
     m_db.execute(QStringLiteral("Delete from EpisodicDeliveries where RecordID = :RecordID"),
                  {{QStringLiteral("RecordID"), row.recordId}});
     QueryInsertHistory(
-        m_db, m_userName,
+        m_db, m_userName(),
         {row.personId, row.clientId, deletedHistoryText(kind, credited, row.date), QVariant()});
     transaction.commit();
     return true;

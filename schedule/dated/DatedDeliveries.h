@@ -47,6 +47,9 @@ class DatedDeliveries
 public:
     // userName: the signed-in user's name, written to Created_By and History.
     DatedDeliveries(Database& db, UserInterface& ui, QString userName);
+    // For rules that live longer than one sign-in (the client window's):
+    // the name is asked for whenever a row is written.
+    DatedDeliveries(Database& db, UserInterface& ui, std::function<QString()> userName);
 
     // Inserts one row for the client on the date, straight into the table
     // (no hook runs; two rows on one date are not refused): service, route
@@ -63,7 +66,8 @@ public:
     // row cannot be edited; a post needs a service, route, date and
     // delivery type, and fills the dates, the kind and the client; a date
     // before the start or after the stop date is moved there, with the user
-    // told. currentClient gives the client the rows belong to.
+    // told. currentClient gives the client the rows belong to. The rules
+    // go in front of what the hooks did already.
     void attachRules(DataSet& set, DatedKind kind, std::function<std::optional<DatedClient>()> currentClient);
 
     // How the credits of a credited row find its Events row.
@@ -86,7 +90,7 @@ private:
 
     Database& m_db;
     UserInterface& m_ui;
-    QString m_userName;
+    std::function<QString()> m_userName;
 };
 
 } // namespace kb

@@ -4,6 +4,7 @@
 #include "UserInterface.h"
 #include "dataset/Abort.h"
 #include "dataset/QueryDataSet.h"
+#include "items/TFormSetEpisodicItems.h"
 #include "store/Database.h"
 #include "store/DbError.h"
 
@@ -153,11 +154,17 @@ int TFormEditEpisodicDeliveries::ActionDelete(const DeliveryDeletionOptions& opt
     return deleted;
 }
 
-QString TFormEditEpisodicDeliveries::ActionSetItems()
+std::unique_ptr<TFormSetEpisodicItems> TFormEditEpisodicDeliveries::ActionSetItems(RecordServices& services)
 {
+    if (!m_set->isActive() || m_set->isEmpty()) return nullptr;
+    // The items hang on the row's RecordID: a new row is saved first.
+    m_set->checkBrowseMode();
     const DatedRow row = DatedRow::fromDataSet(*m_set);
     if (row.credited()) m_ui.information(creditedItemsText());
-    return datedItemsTitle(m_kind, row.date);
+    auto items =
+        std::make_unique<TFormSetEpisodicItems>(services, row.personId, row.recordId, row.service, row.date);
+    items->setTitle(datedItemsTitle(m_kind, row.date));
+    return items;
 }
 
 bool TFormEditEpisodicDeliveries::setRowValue(const QString& column, const QVariant& value)

@@ -12,6 +12,8 @@
 namespace kb {
 
 class QueryDataSet;
+class RecordServices;
+class TFormSetEpisodicItems;
 
 // What "Delivery Deletion Options" hands back.
 struct DeliveryDeletionOptions
@@ -65,10 +67,10 @@ public:
     // "Delete " after the options: the current row, or the first row of
     // each day of the range. Gives how many rows went.
     int ActionDelete(const DeliveryDeletionOptions& options);
-    // "Set Delivery Items" on a credited row first tells the user that
-    // changes apply only when the date is saved again; gives the items
-    // screen's title.
-    QString ActionSetItems();
+    // "Set Delivery Items": the items screen of the current row, titled
+    // after the row's date; null without a row. On a credited row the user
+    // is first told that changes apply only when the date is saved again.
+    std::unique_ptr<TFormSetEpisodicItems> ActionSetItems(RecordServices& services);
 
     // Changes a column of the current row and posts it through the rules;
     // false when a rule refused (the user has been told; the edit stays).

@@ -32,8 +32,13 @@ bool editing(const QueryDataSet& set)
 } // namespace
 
 TFormSetDefaultDeliveries::TFormSetDefaultDeliveries(RecordServices& services)
+    : TFormSetDefaultDeliveries(services, ListText)
+{
+}
+
+TFormSetDefaultDeliveries::TFormSetDefaultDeliveries(RecordServices& services, const QString& listText)
     : m_recordServices(services), m_db(services.db()), m_ui(services.ui()),
-      m_list(std::make_unique<QueryDataSet>(services.db(), ListText))
+      m_list(std::make_unique<QueryDataSet>(services.db(), listText))
 {
     m_list->setRequestLive(true);
     services.installErrorHooks(*m_list);
@@ -43,9 +48,14 @@ TFormSetDefaultDeliveries::TFormSetDefaultDeliveries(RecordServices& services)
 
 TFormSetDefaultDeliveries::~TFormSetDefaultDeliveries() = default;
 
-template <typename Work> bool TFormSetDefaultDeliveries::guarded(Work&& work)
+bool TFormSetDefaultDeliveries::guarded(const std::function<void()>& work)
 {
-    return m_recordServices.guarded(std::forward<Work>(work));
+    return m_recordServices.guarded(work);
+}
+
+bool TFormSetDefaultDeliveries::readOnly() const
+{
+    return !m_db.mayWrite();
 }
 
 void TFormSetDefaultDeliveries::FormShow()
@@ -115,13 +125,26 @@ qint64 TFormSetDefaultDeliveries::serviceId() const
     return serviceIdOf(m_serviceEntries[m_serviceIndex]);
 }
 
+void TFormSetDefaultDeliveries::bindList(QueryDataSet& list)
+{
+    list.setParam(QStringLiteral("nService_ID"), serviceId());
+    // No day: a list no line can belong to, shown empty.
+    list.setParam(QStringLiteral("cDay"), m_day < 0 ? QString() : weekdays()[size_t(m_day)].code);
+}
+
 void TFormSetDefaultDeliveries::reopen()
 {
     m_list->close();
-    m_list->setParam(QStringLiteral("nService_ID"), serviceId());
-    // No day: a list no line can belong to, shown empty.
-    m_list->setParam(QStringLiteral("cDay"), m_day < 0 ? QString() : weekdays()[size_t(m_day)].code);
+    bindList(*m_list);
     OpenQuery(*m_list);
+}
+
+void TFormSetDefaultDeliveries::showOnly(const QString& serviceEntry, int day)
+{
+    m_serviceEntries = {serviceEntry};
+    m_serviceIndex = 0;
+    m_dayEnabled.fill(false);
+    m_day = day;
 }
 
 void TFormSetDefaultDeliveries::setServiceIndex(int index)
@@ -205,17 +228,22 @@ void TFormSetDefaultDeliveries::moveBy(int step)
         if (step < 0 && current <= 1) return;
         if (step > 0 && (current < 1 || highestSortOrder() <= current)) return;
         const qint64 recordId = m_list->fieldValue(u"RecordID").toLongLong();
-        m_db.execute(ShiftText, {{QStringLiteral("New_Sort"), current},
-                                 {QStringLiteral("Service_ID"), serviceId()},
-                                 {QStringLiteral("Old_Sort"), current + step},
-                                 {QStringLiteral("Del_Day"), weekdays()[size_t(m_day)].code},
-                                 {QStringLiteral("RecordID"), recordId}});
+        shiftOthers(current, current + step, recordId);
         m_list->edit();
         m_list->setFieldValue(u"Sort_Order", current + step);
         m_list->post();
         m_list->refresh();
         m_list->locate(QStringLiteral("RecordID"), recordId);
     });
+}
+
+void TFormSetDefaultDeliveries::shiftOthers(int newSort, int oldSort, qint64 recordId)
+{
+    m_db.execute(ShiftText, {{QStringLiteral("New_Sort"), newSort},
+                             {QStringLiteral("Service_ID"), serviceId()},
+                             {QStringLiteral("Old_Sort"), oldSort},
+                             {QStringLiteral("Del_Day"), weekdays()[size_t(m_day)].code},
+                             {QStringLiteral("RecordID"), recordId}});
 }
 
 void TFormSetDefaultDeliveries::ActionMoveUp()

@@ -6,6 +6,7 @@
 #include <QVariant>
 
 #include <array>
+#include <functional>
 #include <memory>
 
 namespace kb {
@@ -30,7 +31,7 @@ public:
     };
 
     explicit TFormSetDefaultDeliveries(RecordServices& services);
-    ~TFormSetDefaultDeliveries();
+    virtual ~TFormSetDefaultDeliveries();
     TFormSetDefaultDeliveries(const TFormSetDefaultDeliveries&) = delete;
     TFormSetDefaultDeliveries& operator=(const TFormSetDefaultDeliveries&) = delete;
 
@@ -42,12 +43,19 @@ public:
         return QStringLiteral("Save your changes to the data before closing this window?");
     }
     static QString rangeText() { return QStringLiteral("Enter a number from 0 to 999."); }
+    // The window's title and its section of the ini file.
+    virtual QString title() const { return caption(); }
+    virtual QString screenName() const { return formName(); }
+
+    // A user who may not change data reads the lists only: the commands
+    // that change them are hidden and off.
+    bool readOnly() const;
 
     // Showing: the services, the day buttons, the first service and day.
-    void FormShow();
+    virtual void FormShow();
     // "Close": a pending edit is asked about (Yes posts, No cancels), then
     // the queries close. False while a refused post keeps the screen open.
-    bool FormClose();
+    virtual bool FormClose();
 
     // "1 - Home Delivered Meals": the delivery services but those whose
     // description is part of the word "CUSTOM".
@@ -72,20 +80,31 @@ public:
     bool setValue(const QString& field, const QVariant& value);
     bool post();
 
-    void ActionAddItem();
+    virtual void ActionAddItem();
     void ActionDeleteItem();
     void ActionMoveUp();
     void ActionMoveDown();
     void ActionDupeMonday();
 
-private:
-    template <typename Work> bool guarded(Work&& work);
-    void readServices();
-    void readDays();
+protected:
+    // A screen of the same shape over another item list, read by listText.
+    TFormSetDefaultDeliveries(RecordServices& services, const QString& listText);
+
+    // The parameters of the list statement for the shown service and day.
+    virtual void bindList(QueryDataSet& list);
+    // The highest Sort_Order of the shown list, 0 when it has no line.
+    virtual int highestSortOrder();
+    // Gives the other lines of the shown list that stand at oldSort the
+    // place newSort, out of the way of the line recordId that moves.
+    virtual void shiftOthers(int newSort, int oldSort, qint64 recordId);
+    // Shows one service and one day and makes neither choosable: a list
+    // that belongs to one delivery.
+    void showOnly(const QString& serviceEntry, int day);
+
+    // Runs work, telling the user a failure; false when it failed.
+    bool guarded(const std::function<void()>& work);
     void readItems();
     void reopen();
-    int highestSortOrder();
-    void moveBy(int step);
 
     RecordServices& m_recordServices;
     Database& m_db;
@@ -96,6 +115,11 @@ private:
     std::array<bool, 7> m_dayEnabled{};
     int m_day = -1;
     QList<ItemChoice> m_items;
+
+private:
+    void readServices();
+    void readDays();
+    void moveBy(int step);
 };
 
 } // namespace kb

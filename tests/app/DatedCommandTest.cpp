@@ -132,6 +132,98 @@ TEST_P(DatedCommand, BadPatternsAndReadOnlyUsersWriteNothing)
     EXPECT_EQ(rows(), 0);
 }
 
+TEST_P(DatedCommand, ShiftMovesASavedDateOnlyWhenToldYes)
+{
+    const QDate monday(2024, 3, 4);
+    const QDate tuesday(2024, 3, 5);
+    for (int id : {1, 2}) {
+        test::insertRow(data->db(), QStringLiteral("Deliveri"),
+                        {{QStringLiteral("Deliv_ID"), id},
+                         {QStringLiteral("Deliv_Dt"), monday},
+                         {QStringLiteral("DOW"), QStringLiteral("MON")},
+                         {QStringLiteral("Person_ID"), 7},
+                         {QStringLiteral("Svcs_Used"), 1}});
+        test::insertRow(data->db(), QStringLiteral("MealCrdt"),
+                        {{QStringLiteral("Deliv_ID"), id},
+                         {QStringLiteral("Person_ID"), 7},
+                         {QStringLiteral("Deliv_Dt"), monday},
+                         {QStringLiteral("Service_ID"), 1}});
+    }
+    const auto on = [&](const char* table, const char* column, const QDate& date) {
+        return data->db()
+            .execute(QStringLiteral("Select count(*) from %1 where %2 = :D")
+                         .arg(QLatin1String(table), QLatin1String(column)),
+                     {{QStringLiteral("D"), date}})
+            .value(0, 0)
+            .toLongLong();
+    };
+    const QStringList shift = {QStringLiteral("shift"), QStringLiteral("--from"),
+                               QStringLiteral("2024-03-04"), QStringLiteral("--to"),
+                               QStringLiteral("2024-03-05")};
+
+    // Without --yes the question is answered No: nothing moves.
+    const auto asked = run(QStringLiteral("userW"), shift);
+    EXPECT_EQ(asked.exitCode, 1);
+    EXPECT_TRUE(asked.err.contains(QLatin1String("This will shift all 2 deliveries that fall on ")))
+        << asked.err.toStdString();
+    EXPECT_TRUE(asked.err.contains(QLatin1String("Proceed with shifting the deliveries?")));
+    EXPECT_TRUE(asked.out.isEmpty());
+    EXPECT_EQ(on("Deliveri", "Deliv_Dt", monday), 2);
+
+    // A read-only user is refused before anything is asked.
+    const auto readOnly = run(QStringLiteral("userR"), shift + QStringList{QStringLiteral("--yes")});
+    EXPECT_EQ(readOnly.exitCode, 1);
+    EXPECT_FALSE(readOnly.err.contains(QLatin1String("Proceed")));
+    EXPECT_EQ(on("Deliveri", "Deliv_Dt", monday), 2);
+
+    const auto moved = run(QStringLiteral("userW"), shift + QStringList{QStringLiteral("--yes")});
+    ASSERT_EQ(moved.exitCode, 0) << moved.err.toStdString();
+    EXPECT_EQ(moved.out, QStringLiteral("From,To,Shifted\n2024-03-04,2024-03-05,2\n"));
+    EXPECT_TRUE(moved.err.contains(QLatin1String("2 deliveries successfully reassigned to ")));
+    EXPECT_EQ(on("Deliveri", "Deliv_Dt", tuesday), 2);
+    EXPECT_EQ(on("MealCrdt", "Deliv_Dt", tuesday), 2);
+    EXPECT_EQ(on("MealCrdt", "Deliv_Dt", monday), 0);
+    EXPECT_EQ(data->db()
+                  .execute(QStringLiteral("Select count(*) from Deliveri where DOW = 'TUE'"))
+                  .value(0, 0)
+                  .toLongLong(),
+              2);
+    const ResultSet history = data->db().execute(
+        QStringLiteral("Select Event, Person_ID from History where Event like 'Saved 2 deliv.%'"));
+    ASSERT_EQ(history.rowCount(), 1);
+    EXPECT_TRUE(history.value(0, 1).isNull() || history.value(0, 1).toLongLong() == 0);
+
+    // The old date is empty now; old and equal dates are refused.
+    const auto none = run(QStringLiteral("userW"), shift + QStringList{QStringLiteral("--yes")});
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_TRUE(none.err.contains(QLatin1String("There are no deliveries that fall on ")));
+    const auto same = run(QStringLiteral("userW"),
+                          {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2024-03-05"),
+                           QStringLiteral("--to"), QStringLiteral("2024-03-05"), QStringLiteral("--yes")});
+    EXPECT_EQ(same.exitCode, 1);
+    const auto old = run(QStringLiteral("userW"),
+                         {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2022-01-03"),
+                          QStringLiteral("--to"), QStringLiteral("2024-03-05"), QStringLiteral("--yes")});
+    EXPECT_EQ(old.exitCode, 1);
+    EXPECT_TRUE(old.err.contains(QLatin1String("Both dates must be later than 2022-02-15")))
+        << old.err.toStdString();
+    EXPECT_EQ(on("Deliveri", "Deliv_Dt", tuesday), 2);
+
+    // Bad words.
+    EXPECT_EQ(run(QStringLiteral("userW"),
+                  {QStringLiteral("shift"), QStringLiteral("--from"), QStringLiteral("2024-03-05")})
+                  .exitCode,
+              2);
+    EXPECT_EQ(
+        run(QStringLiteral("userW"), {QStringLiteral("list"), QStringLiteral("C7"), QStringLiteral("--yes")})
+            .exitCode,
+        2);
+    EXPECT_EQ(run(QStringLiteral("userW"),
+                  shift + QStringList{QStringLiteral("--date"), QStringLiteral("2024-03-05")})
+                  .exitCode,
+              2);
+}
+
 INSTANTIATE_TEST_SUITE_P(Stores, DatedCommand,
                          ::testing::Values(test::StoreKind::SQLite, test::StoreKind::PostgreSQL),
                          [](const auto& info) { return storeName(info.param); });

@@ -5,6 +5,7 @@
 #include "MessageError.h"
 #include "dataset/Abort.h"
 #include "dataset/TableDataSet.h"
+#include "dated/DatedDeliveries.h"
 #include "missed/MissRecorder.h"
 #include "records/History.h"
 #include "records/RecordServices.h"
@@ -123,6 +124,29 @@ void markMissed(StressWorker& w)
                    excused ? QStringLiteral("E") : QStringLiteral("M")});
 }
 
+// A dated delivery added for a client of the pool, as the delivery
+// screens and the dated command add one: two workstations adding for the
+// same client at once must each get back their own row.
+void addDated(StressWorker& w)
+{
+    const int person = w.pickClient();
+    const QDate date = MissDatesFrom.addDays(w.random().bounded(MissDays));
+    const std::optional<DatedClient> client = DatedClient::byPersonId(w.db(), person);
+    if (!client) throw std::runtime_error("a client of the pool is missing");
+    qint64 id = 0;
+    try {
+        TransactionGuard transaction(w.db());
+        id = DatedDeliveries(w.db(), w.ui(), w.userFullName()).add(*client, client->kind(), date);
+        transaction.commit();
+    } catch (const DbError& e) {
+        if (!e.isLockConflict())
+            throw;
+        w.conflict(QStringLiteral("dated"));
+        return;
+    }
+    w.journal({QStringLiteral("dated"), QString::number(person), date.toString(Qt::ISODate), QString::number(id)});
+}
+
 // A screen reading while others write.
 void readClients(StressWorker& w)
 {
@@ -142,6 +166,7 @@ const std::vector<StressOperation>& stressOperations()
         {QStringLiteral("history"), 20, writeHistory},
         {QStringLiteral("read"), 5, readClients},
         {QStringLiteral("miss"), 10, markMissed},
+        {QStringLiteral("dated"), 10, addDated},
     };
     return operations;
 }

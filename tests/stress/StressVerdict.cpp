@@ -166,6 +166,31 @@ void checkLocksFree(Database& db, QStringList& problems)
     }
 }
 
+// Every dated delivery journaled stands under the RecordID its worker got
+// back, with that worker's client and date; rows no worker journaled can
+// only be those of killed workers.
+void checkDated(Database& db, const QList<QStringList>& added, int unjournaled, QStringList& problems)
+{
+    QSet<qint64> ids;
+    for (const QStringList& line : added) {
+        const qint64 id = line.value(3).toLongLong();
+        if (ids.contains(id)) problems << QStringLiteral("dated delivery %1 was handed to two workers").arg(id);
+        ids.insert(id);
+        const ResultSet row =
+            db.execute(QStringLiteral("select Person_ID, Deliv_Date from EpisodicDeliveries where RecordID = :Id"),
+                       {{QStringLiteral("Id"), id}});
+        if (row.isEmpty() || row.value(0, 0).toString() != line.value(1) ||
+            row.value(0, 1).toDate().toString(Qt::ISODate) != line.value(2))
+            problems << QStringLiteral("dated delivery %1 is not the one of client %2 on %3 that was added")
+                            .arg(id)
+                            .arg(line.value(1), line.value(2));
+    }
+    const qint64 stored = db.execute(QStringLiteral("select count(*) from EpisodicDeliveries")).value(0, 0).toLongLong();
+    const qint64 unexplained = stored - qint64(added.size());
+    if (unexplained < 0 || unexplained > unjournaled)
+        problems << QStringLiteral("%1 dated deliveries are stored but %2 were added").arg(stored).arg(added.size());
+}
+
 } // namespace
 
 Counters readCounters(Database& db)
@@ -213,6 +238,7 @@ StressVerdict StressVerdict::check(Database& db, const QList<QList<QStringList>>
                verdict.problems);
     checkHistory(db, byOperation.value(QStringLiteral("history")), unjournaled, verdict.problems);
     checkMisses(db, byOperation.value(QStringLiteral("miss")), unjournaled, verdict.problems);
+    checkDated(db, byOperation.value(QStringLiteral("dated")), unjournaled, verdict.problems);
     checkLocksFree(db, verdict.problems);
     return verdict;
 }

@@ -13,7 +13,10 @@
 #include "dated/TFormAssignDeliveriesToNewDate.h"
 #include "dated/TFormClientEpisodicItems.h"
 #include "dated/TFormEditEpisodicDeliveries.h"
+#include "items/TFormSetEpisodicItems.h"
+#include "records/RecordServices.h"
 #include "recurrence/TFormRecurrence.h"
+#include "schedule/SetEpisodicItemsView.h"
 #include "schedule/dated/AssignDeliveriesToNewDateView.h"
 #include "schedule/dated/ClientEpisodicItemsView.h"
 #include "schedule/dated/DatedDeliveriesView.h"
@@ -183,6 +186,63 @@ TEST_F(DatedDeliveriesScreens, CalendarItemsRetrieveAndSaveAMeal)
               2);
     view.reject(); // nothing left to ask about
     EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Question).isEmpty());
+}
+
+TEST_F(DatedDeliveriesScreens, SetDeliveryItemsOpensTheRowsOwnList)
+{
+    SettingsFile settings(appData.path());
+    insertRow(data.db(), QStringLiteral("Items"),
+              {{QStringLiteral("Item_ID"), 7}, {QStringLiteral("Meal_Item"), QStringLiteral("Soup")}});
+    insertRow(data.db(), QStringLiteral("Defdels"),
+              {{QStringLiteral("Person_ID"), 0},
+               {QStringLiteral("Service_ID"), 1},
+               {QStringLiteral("Del_Day"), QStringLiteral("FRI")},
+               {QStringLiteral("Item_ID"), 7},
+               {QStringLiteral("Quantity"), 1},
+               {QStringLiteral("Sort_Order"), 1}});
+    TFormEditScheduledDeliveries dated(data.db(), ui, QStringLiteral("Pat Tester"), 10);
+    dated.ActionAddDelivery(QDate(2024, 3, 8));
+    {
+        ui::DatedDeliveriesView datedView(dated, data.db(), ui, settings, QStringLiteral("Pat Tester"));
+        EXPECT_TRUE(datedView.button(QStringLiteral("Set Delivery Items"))->isEnabled());
+        EXPECT_EQ(datedView.button(QStringLiteral("Set Delivery Items"))->toolTip(),
+                  QStringLiteral("Ctrl+I"));
+    }
+    RecordServices services(data.db(), ui);
+    const std::unique_ptr<TFormSetEpisodicItems> presenter = dated.ActionSetItems(services);
+    ASSERT_TRUE(presenter);
+    ui::SetEpisodicItemsView view(*presenter, settings);
+    EXPECT_TRUE(view.windowTitle().startsWith(QStringLiteral("Scheduled Items for ")))
+        << view.windowTitle().toStdString();
+    EXPECT_FALSE(view.services()->isEnabled());
+    EXPECT_FALSE(view.button(QStringLiteral("Dupe Monday"))->isVisibleTo(&view));
+    ASSERT_EQ(view.comparison()->rowCount(), 1);
+    EXPECT_EQ(view.comparison()->item(0, 1)->text(), QStringLiteral("Soup"));
+    EXPECT_EQ(view.grid()->rowCount(), 0);
+    EXPECT_FALSE(view.button(QStringLiteral("Clear Selected Day of All Items"))->isEnabled());
+    view.button(QStringLiteral("Copy Selected Day from Defaults"))->click();
+    EXPECT_EQ(view.grid()->rowCount(), 1);
+    view.button(QStringLiteral("Add Item"))->click();
+    EXPECT_EQ(view.grid()->rowCount(), 2);
+    EXPECT_TRUE(view.button(QStringLiteral("Clear Selected Day of All Items"))->isEnabled());
+    keepPicture(view, QStringLiteral("TFormSetEpisodicItems"));
+    view.accept();
+    EXPECT_EQ(data.db()
+                  .execute(QStringLiteral("Select count(*) from DefDels where Deliv_ID = :D"),
+                           {{QStringLiteral("D"), dated.dataSet().fieldValue(u"RecordID")}})
+                  .value(0, 0)
+                  .toInt(),
+              2);
+
+    // A user who may only read sees the lines without the commands that change them.
+    data.db().setWriteRefusal(QStringLiteral("Read only"));
+    ui::SetEpisodicItemsView readOnly(*presenter, settings);
+    EXPECT_EQ(readOnly.grid()->rowCount(), 2);
+    for (const char* command : {"Add Item", "Delete Item", "Move Up", "Clear Selected Day of All Items",
+                                "Copy Selected Day from Defaults"})
+        EXPECT_FALSE(readOnly.button(QString::fromLatin1(command))->isVisibleTo(&readOnly)) << command;
+    EXPECT_TRUE(readOnly.button(QStringLiteral("Close"))->isVisibleTo(&readOnly));
+    data.db().setWriteRefusal({});
 }
 
 } // namespace

@@ -113,7 +113,7 @@ void openUrl(const QUrl& url, UserInterface& ui, const QString& none)
 // The episodic or scheduled deliveries of the current client; the client
 // window's page and buttons then show what changed.
 void openDatedDeliveries(MainWindow* w, TFormClients& form, TDataModule1& module, UserInterface& ui,
-                         DatedKind kind)
+                         DatedKind kind, qint64 recordId = 0)
 {
     TableDataSet& clients = module.clients();
     if (!clients.isActive() || clients.isEmpty()) return;
@@ -124,6 +124,7 @@ void openDatedDeliveries(MainWindow* w, TFormClients& form, TDataModule1& module
                                                             personId)
             : std::make_unique<TFormEditScheduledDeliveries>(module.db(), ui, module.session().userFullName,
                                                              personId);
+    if (recordId > 0) presenter->dataSet().locate(QStringLiteral("RecordID"), recordId);
     DatedDeliveriesView view(*presenter, module.db(), ui, module.userSettings(),
                              module.session().userFullName, w);
     view.setAddressOverrides([w, &module, &clients] {
@@ -381,6 +382,16 @@ void registerScreenCommands(MainWindow& window)
         DatedDeliveries rules(module.db(), ui, module.session().userFullName);
         if (rules.removeAsked(DatedRow::fromDataSet(episodic))) episodic.refresh();
     });
+    // A double click on the episodic grid opens the screen on that row.
+    QObject::connect(window.fields(), &ClientFieldsView::gridRowActivated, w,
+                     [w, &form, &module, &ui](const QString& grid, int row) {
+                         const QString episodic = QStringLiteral("QueryEpisodicDeliveries");
+                         if (grid != episodic || !form.pageData().isOpen(episodic)) return;
+                         QueryDataSet& set = form.pageData().query(episodic);
+                         if (!module.services().guarded([&] { set.setRecNo(row + 1); })) return;
+                         openDatedDeliveries(w, form, module, ui, DatedKind::Episodic,
+                                             set.fieldValue(u"RecordID").toLongLong());
+                     });
     on(cmd::ShiftDeliveries, [w, &module, &ui] {
         TFormAssignDeliveriesToNewDate presenter(module.db(), ui, module.session().userFullName,
                                                  module.clock().today());

@@ -25,13 +25,14 @@ enum Column { DayColumn, QuantityColumn, ItemColumn, OrderColumn };
 SetDefaultDeliveriesView::SetDefaultDeliveriesView(TFormSetDefaultDeliveries& presenter,
                                                    SettingsFile& settings, QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_settings(settings), m_services(new QComboBox(this)),
-      m_days(new QButtonGroup(this)), m_grid(new QTableWidget(0, 4, this))
+      m_days(new QButtonGroup(this)), m_grid(new QTableWidget(0, 4, this)), m_body(new QVBoxLayout(this)),
+      m_commands(new QHBoxLayout)
 {
-    setObjectName(TFormSetDefaultDeliveries::formName());
-    setWindowTitle(TFormSetDefaultDeliveries::caption());
+    setObjectName(m_presenter.screenName());
+    setWindowTitle(m_presenter.title());
     m_presenter.FormShow();
 
-    auto* layout = new QVBoxLayout(this);
+    QVBoxLayout* layout = m_body;
     auto* top = new QHBoxLayout;
     top->addWidget(new QLabel(QStringLiteral("Service:"), this));
     m_services->addItems(m_presenter.serviceEntries());
@@ -56,31 +57,28 @@ SetDefaultDeliveriesView::SetDefaultDeliveriesView(TFormSetDefaultDeliveries& pr
     m_grid->setHorizontalHeaderLabels(
         {QStringLiteral("Day"), QStringLiteral("Quantity"), QStringLiteral("Item"), QStringLiteral("Order")});
     m_grid->verticalHeader()->hide();
+    if (m_presenter.readOnly()) m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
     m_grid->horizontalHeader()->setSectionResizeMode(ItemColumn, QHeaderView::Stretch);
     layout->addWidget(m_grid, 1);
 
-    auto* commands = new QHBoxLayout;
-    const auto add = [&](const QString& text, void (TFormSetDefaultDeliveries::*action)()) {
-        auto* button = new QPushButton(text, this);
-        button->setObjectName(text);
-        connect(button, &QPushButton::clicked, this, [this, action] { run(action); });
-        commands->addWidget(button);
-        m_buttons.append(button);
-    };
-    add(QStringLiteral("Add Item"), &TFormSetDefaultDeliveries::ActionAddItem);
-    add(QStringLiteral("Delete Item"), &TFormSetDefaultDeliveries::ActionDeleteItem);
-    add(QStringLiteral("Move Up"), &TFormSetDefaultDeliveries::ActionMoveUp);
-    add(QStringLiteral("Move Down"), &TFormSetDefaultDeliveries::ActionMoveDown);
-    add(QStringLiteral("Dupe Monday"), &TFormSetDefaultDeliveries::ActionDupeMonday);
-    commands->addStretch();
+    m_commands->addStretch();
     auto* close = new QPushButton(QStringLiteral("Close"), this);
     close->setObjectName(QStringLiteral("Close"));
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
-    commands->addWidget(close);
+    m_commands->addWidget(close);
     m_buttons.append(close);
-    layout->addLayout(commands);
+    TFormSetDefaultDeliveries& p = m_presenter;
+    addCommand(QStringLiteral("Add Item"), [&p] { p.ActionAddItem(); });
+    addCommand(
+        QStringLiteral("Delete Item"), [&p] { p.ActionDeleteItem(); }, true);
+    addCommand(
+        QStringLiteral("Move Up"), [&p] { p.ActionMoveUp(); }, true);
+    addCommand(
+        QStringLiteral("Move Down"), [&p] { p.ActionMoveDown(); }, true);
+    addCommand(QStringLiteral("Dupe Monday"), [&p] { p.ActionDupeMonday(); });
+    layout->addLayout(m_commands);
 
     connect(m_services, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (m_showing) return;
@@ -98,7 +96,7 @@ SetDefaultDeliveriesView::SetDefaultDeliveriesView(TFormSetDefaultDeliveries& pr
         m_presenter.list().setRecNo(row + 1);
     });
     showList();
-    keepPlacement(*this, settings, TFormSetDefaultDeliveries::formName(), QSize(620, 420));
+    keepPlacement(*this, settings, m_presenter.screenName(), QSize(620, 420));
 }
 
 QPushButton* SetDefaultDeliveriesView::button(const QString& name) const
@@ -108,10 +106,21 @@ QPushButton* SetDefaultDeliveriesView::button(const QString& name) const
     return nullptr;
 }
 
-void SetDefaultDeliveriesView::run(void (TFormSetDefaultDeliveries::*action)())
+QPushButton* SetDefaultDeliveriesView::addCommand(const QString& text, std::function<void()> action,
+                                                  bool needsLine)
 {
-    (m_presenter.*action)();
-    showList();
+    auto* button = new QPushButton(text, this);
+    button->setObjectName(text);
+    connect(button, &QPushButton::clicked, this, [this, action = std::move(action)] {
+        action();
+        showList();
+    });
+    // Before the stretch that keeps "Close" at the right.
+    m_commands->insertWidget(m_commands->count() - 2, button);
+    m_buttons.append(button);
+    if (needsLine) m_lineButtons.append(button);
+    if (m_presenter.readOnly()) button->hide();
+    return button;
 }
 
 void SetDefaultDeliveriesView::showList()
@@ -144,16 +153,15 @@ void SetDefaultDeliveriesView::showList()
             m_presenter.setValue(QStringLiteral("Item_ID"), items->currentData());
             m_presenter.post();
         });
+        items->setEnabled(!m_presenter.readOnly());
         m_grid->setCellWidget(r, ItemColumn, items);
     }
     if (rows > 0) m_grid->setCurrentCell(list.recNo() - 1, QuantityColumn);
     m_grid->resizeColumnToContents(DayColumn);
     m_grid->resizeColumnToContents(QuantityColumn);
     m_grid->resizeColumnToContents(OrderColumn);
-    for (QPushButton* b : m_buttons)
-        if (b->objectName() != QLatin1String("Close") && b->objectName() != QLatin1String("Dupe Monday") &&
-            b->objectName() != QLatin1String("Add Item"))
-            b->setEnabled(rows > 0);
+    for (QPushButton* b : m_lineButtons)
+        b->setEnabled(rows > 0);
     m_showing = false;
 }
 

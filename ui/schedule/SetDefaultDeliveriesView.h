@@ -3,10 +3,14 @@
 #include <QDialog>
 #include <QList>
 
+#include <functional>
+
 class QButtonGroup;
 class QComboBox;
+class QHBoxLayout;
 class QPushButton;
 class QTableWidget;
+class QVBoxLayout;
 
 namespace kb {
 class SettingsFile;
@@ -33,9 +37,15 @@ public:
 protected:
     void done(int result) override;
 
-private:
+    // A command button in the row of commands, before "Close". A command
+    // that works on the current line is off while the list is empty.
+    QPushButton* addCommand(const QString& text, std::function<void()> action, bool needsLine = false);
+    // The screen's column, for what a descendant shows beneath the list.
+    QVBoxLayout* body() const { return m_body; }
+    // Draws the grid again from the list.
     void showList();
-    void run(void (TFormSetDefaultDeliveries::*action)());
+
+private:
     void cellEdited(int row, int column);
 
     TFormSetDefaultDeliveries& m_presenter;
@@ -43,7 +53,10 @@ private:
     QComboBox* m_services;
     QButtonGroup* m_days;
     QTableWidget* m_grid;
+    QVBoxLayout* m_body;
+    QHBoxLayout* m_commands;
     QList<QPushButton*> m_buttons;
+    QList<QPushButton*> m_lineButtons;
     bool m_showing = false;
 };
 

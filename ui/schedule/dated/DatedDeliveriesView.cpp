@@ -3,10 +3,14 @@
 #include "FormPlacement.h"
 #include "UserInterface.h"
 #include "clientwindow/DataSetTableModel.h"
+#include "dataset/Abort.h"
 #include "dataset/QueryDataSet.h"
 #include "dated/TFormClientEpisodicItems.h"
 #include "dated/TFormEditEpisodicDeliveries.h"
+#include "items/TFormSetEpisodicItems.h"
+#include "records/RecordServices.h"
 #include "recurrence/TFormRecurrence.h"
+#include "schedule/SetEpisodicItemsView.h"
 #include "schedule/dated/ClientEpisodicItemsView.h"
 #include "schedule/dated/DeliveryDeletionOptionsDialog.h"
 #include "schedule/dated/RecurrenceView.h"
@@ -109,6 +113,8 @@ DatedDeliveriesView::DatedDeliveriesView(TFormEditEpisodicDeliveries& presenter,
         reload();
     }));
     commands->addWidget(addButton(QStringLiteral("Delete "), QStringLiteral("Ctrl+D"), [this] { remove(); }));
+    commands->addWidget(
+        addButton(QStringLiteral("Set Delivery Items"), QStringLiteral("Ctrl+I"), [this] { setItems(); }));
     commands->addWidget(addButton(QStringLiteral("Auto Schedule"), {}, [this] { autoSchedule(); }));
     commands->addWidget(
         addButton(QStringLiteral("Items Month View"), QStringLiteral("Ctrl+Shift+F12"), [this] { itemsView(); }));
@@ -148,6 +154,11 @@ DatedDeliveriesView::DatedDeliveriesView(TFormEditEpisodicDeliveries& presenter,
                 m_presenter.dataSet().setRecNo(index.row() + 1);
                 showRow();
             });
+    // A double click opens the row's items, also on a credited row, which
+    // is told first that the change waits for the date to be saved again.
+    connect(m_grid, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
+        if (index.isValid()) guarded([this] { setItems(); });
+    });
     connect(m_date, &QDateEdit::editingFinished, this,
             [this] { edit(QStringLiteral("Deliv_Date"), m_date->date()); });
     connect(m_service, &QComboBox::activated, this,
@@ -173,16 +184,22 @@ QPushButton* DatedDeliveriesView::addButton(const QString& text, const QString& 
         auto* key = new QShortcut(QKeySequence(shortcut), this);
         connect(key, &QShortcut::activated, button, &QPushButton::click);
     }
-    connect(button, &QPushButton::clicked, this, [this, action] {
-        try {
-            action();
-        } catch (const std::exception& e) {
-            m_ui.error(QString::fromUtf8(e.what()));
-            reload();
-        }
-    });
+    connect(button, &QPushButton::clicked, this, [this, action] { guarded(action); });
     m_buttons.insert(text, button);
     return button;
+}
+
+void DatedDeliveriesView::guarded(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const Abort&) {
+        // A rule refused and has told the user why.
+        reload();
+    } catch (const std::exception& e) {
+        m_ui.error(QString::fromUtf8(e.what()));
+        reload();
+    }
 }
 
 void DatedDeliveriesView::reload()
@@ -210,6 +227,7 @@ void DatedDeliveriesView::showRow()
         selectCode(m_type, set.fieldValue(u"Delivery_Type"));
     }
     m_buttons.value(QStringLiteral("Delete "))->setEnabled(m_presenter.deleteEnabled());
+    m_buttons.value(QStringLiteral("Set Delivery Items"))->setEnabled(editable);
     m_buttons.value(QStringLiteral("Address Overrides"))
         ->setEnabled(editable && m_addressOverrides != nullptr);
     m_showing = false;
@@ -242,6 +260,15 @@ void DatedDeliveriesView::itemsView()
     view.exec();
     m_presenter.reload(); // dates may have been dropped there
     reload();
+}
+
+void DatedDeliveriesView::setItems()
+{
+    RecordServices services(m_db, m_ui);
+    const std::unique_ptr<TFormSetEpisodicItems> items = m_presenter.ActionSetItems(services);
+    if (!items) return;
+    SetEpisodicItemsView view(*items, m_settings, this);
+    view.exec();
 }
 
 void DatedDeliveriesView::autoSchedule()

@@ -48,12 +48,15 @@ protected:
 
 private:
     QPushButton* addButton(const QString& text, const QString& shortcut, std::function<void()> action);
+    // Runs a command; a failure is shown and the screen read again.
+    void guarded(const std::function<void()>& action);
     void reload();
     void showRow();
     void paintCalendar();
     void edit(const QString& column, const QVariant& value);
     void autoSchedule();
     void itemsView();
+    void setItems();
     void remove();
 
     TFormEditEpisodicDeliveries& m_presenter;
