@@ -8,6 +8,8 @@
 #include "selection/OriginDataSet.h"
 #include "selection/RunStatements.h"
 #include "session/SessionState.h"
+#include "stops/GridExport.h"
+#include "walkins/TFormViewEpisodicClientInfo.h"
 
 namespace kb {
 
@@ -48,6 +50,8 @@ TFormCreditWalkIns::TFormCreditWalkIns(Database& db, const SessionState& session
       m_overrideQuery(db.query(RunStatements::overrideStatement())), m_aDietCodes(loadDietCodes(db)),
       m_through(db.clock().today())
 {
+    // The list spans dates: each row shows its own.
+    m_model->setColumns(MemTableDeliveriesModel::datedGridColumns());
     setEnabled(RunAction::Prepare, true);
 }
 
@@ -84,6 +88,55 @@ bool TFormCreditWalkIns::isEnabled(RunAction action) const
 void TFormCreditWalkIns::sortByTitle(const QString& title)
 {
     if (const auto index = MemTableDeliveriesModel::indexForTitle(title)) m_model->setIndex(*index);
+}
+
+bool TFormCreditWalkIns::ActionExportData(const GridExportOptions& options,
+                                          const std::vector<int>& selectedRows)
+{
+    if (!isEnabled(RunAction::ExportData)) return false;
+    std::vector<QVariantList> lines;
+    if (options.selectedOnly && !selectedRows.empty()) {
+        for (int row : selectedRows)
+            if (row >= 0 && row < m_model->rowCount()) lines.push_back(m_model->shownValues(row));
+    } else {
+        for (int row = 0; row < m_model->rowCount(); ++row)
+            lines.push_back(m_model->shownValues(row));
+    }
+    const bool done = showingFailure(m_ui, [&] { GridExport::write(options, m_model->titles(), lines); });
+    if (done) m_ui.information(QStringLiteral("Finished exporting the data."));
+    return done;
+}
+
+QString TFormCreditWalkIns::listingHeading() const
+{
+    return QStringLiteral("Episodic events through ") + miss_text::shortDate(m_listedThrough);
+}
+
+bool TFormCreditWalkIns::ActionQuickClientsListing()
+{
+    if (!isEnabled(RunAction::QuickClientsListing)) return false;
+    if (!m_quickListingPrinter) {
+        m_ui.error(QStringLiteral("The quick listing cannot be printed from here."));
+        return false;
+    }
+    return showingFailure(
+        m_ui, [&] { m_quickListingPrinter(m_table.select(m_model->currentIndex()), listingHeading()); });
+}
+
+bool TFormCreditWalkIns::mayDeleteEpisodicEventsOf(int gridRow) const
+{
+    return gridRow >= 0 && gridRow < m_model->rowCount() && m_session.access().mayChangeData();
+}
+
+bool TFormCreditWalkIns::ActionDeleteEpisodicEvents(int gridRow, const ShowClientInfo& show)
+{
+    if (!mayDeleteEpisodicEventsOf(gridRow)) return false;
+    const qint64 personId = m_model->field(gridRow, QStringLiteral("Person_ID")).toLongLong();
+    TFormViewEpisodicClientInfo info(m_db, m_session, m_ui, personId, m_through);
+    if (!showingFailure(m_ui, [&] { info.FormShow(); })) return false;
+    if (!show(info)) return false;
+    ActionApplyChanges();
+    return true;
 }
 
 bool TFormCreditWalkIns::addRow(const OriginDataSet& event)
@@ -183,9 +236,11 @@ void TFormCreditWalkIns::ActionApplyChanges()
     m_model->setIndex(DeliveriesIndex::Last_Name);
     m_clientCountText = QStringLiteral("Client Count: ") + QString::number(count);
     m_listedThrough = m_through;
-    const bool offered = complete && count > 0;
-    for (RunAction a : {RunAction::SaveData, RunAction::ExportData, RunAction::QuickClientsListing})
-        setEnabled(a, offered);
+    // A listing that stopped short keeps its rows in view, to look at and
+    // export, but they are not offered for saving.
+    setEnabled(RunAction::SaveData, complete && count > 0);
+    for (RunAction a : {RunAction::ExportData, RunAction::QuickClientsListing})
+        setEnabled(a, count > 0);
     emit stateChanged();
 }
 
