@@ -8,7 +8,6 @@
 #include "selection/OriginDataSet.h"
 #include "selection/RunStatements.h"
 #include "session/SessionState.h"
-#include "stops/GridExport.h"
 #include "walkins/TFormViewEpisodicClientInfo.h"
 
 namespace kb {
@@ -94,17 +93,7 @@ bool TFormCreditWalkIns::ActionExportData(const GridExportOptions& options,
                                           const std::vector<int>& selectedRows)
 {
     if (!isEnabled(RunAction::ExportData)) return false;
-    std::vector<QVariantList> lines;
-    if (options.selectedOnly && !selectedRows.empty()) {
-        for (int row : selectedRows)
-            if (row >= 0 && row < m_model->rowCount()) lines.push_back(m_model->shownValues(row));
-    } else {
-        for (int row = 0; row < m_model->rowCount(); ++row)
-            lines.push_back(m_model->shownValues(row));
-    }
-    const bool done = showingFailure(m_ui, [&] { GridExport::write(options, m_model->titles(), lines); });
-    if (done) m_ui.information(QStringLiteral("Finished exporting the data."));
-    return done;
+    return exportDeliveriesGrid(*m_model, options, selectedRows, m_ui);
 }
 
 QString TFormCreditWalkIns::listingHeading() const
@@ -115,12 +104,7 @@ QString TFormCreditWalkIns::listingHeading() const
 bool TFormCreditWalkIns::ActionQuickClientsListing()
 {
     if (!isEnabled(RunAction::QuickClientsListing)) return false;
-    if (!m_quickListingPrinter) {
-        m_ui.error(QStringLiteral("The quick listing cannot be printed from here."));
-        return false;
-    }
-    return showingFailure(
-        m_ui, [&] { m_quickListingPrinter(m_table.select(m_model->currentIndex()), listingHeading()); });
+    return printDeliveriesListing(m_table, *m_model, m_quickListingPrinter, listingHeading(), m_ui);
 }
 
 bool TFormCreditWalkIns::mayDeleteEpisodicEventsOf(int gridRow) const

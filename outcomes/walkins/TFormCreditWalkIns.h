@@ -4,6 +4,7 @@
 #include "selection/RunLookups.h"
 #include "store/Database.h"
 #include "walkins/CreditSaver.h"
+#include "worktable/DeliveriesGridOutput.h"
 #include "worktable/MemTableDeliveries.h"
 #include "worktable/MemTableDeliveriesModel.h"
 
@@ -81,7 +82,6 @@ public:
 
     // "Quick Clients Listing": the list's rows, all their columns, in the
     // grid's order, handed to the printer with the listing's heading.
-    using QuickListingPrinter = std::function<void(ResultSet rows, const QString& heading)>;
     void setQuickListingPrinter(QuickListingPrinter printer) { m_quickListingPrinter = std::move(printer); }
     // "Episodic events through 3/6/24"
     QString listingHeading() const;

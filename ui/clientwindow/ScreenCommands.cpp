@@ -335,6 +335,9 @@ void registerScreenCommands(MainWindow& window)
         presenter.setReportScreen([w, &module, &ui](const QDate& from, const QDate&) {
             openDeliveryReportChoice(module, ui, w, from);
         });
+        presenter.setQuickListingPrinter([w, &module, &ui](ResultSet rows, const QString& heading) {
+            printQuickListing(module, ui, w, std::move(rows), heading);
+        });
         RunPrepareView view(presenter, ui, w);
         keepPlacement(view, module.userSettings(), QStringLiteral("TFormRunPrepare"), QSize(1000, 600));
         view.exec();
