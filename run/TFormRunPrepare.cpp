@@ -369,6 +369,18 @@ void TFormRunPrepare::sortByTitle(const QString& title)
     if (const auto index = MemTableDeliveriesModel::indexForTitle(title)) m_model->setIndex(*index);
 }
 
+bool TFormRunPrepare::ActionExportData(const GridExportOptions& options, const std::vector<int>& selectedRows)
+{
+    if (!isEnabled(RunAction::ExportData)) return false;
+    return exportDeliveriesGrid(*m_model, options, selectedRows, m_ui);
+}
+
+bool TFormRunPrepare::ActionQuickClientsListing()
+{
+    if (!isEnabled(RunAction::QuickClientsListing)) return false;
+    return printDeliveriesListing(m_table, *m_model, m_quickListingPrinter, m_caption, m_ui);
+}
+
 QList<std::pair<QString, QString>> TFormRunPrepare::routeChoices()
 {
     const ResultSet rows =

@@ -7,6 +7,7 @@
 #include "selection/RunLookups.h"
 #include "specialmeals/SpecialMealsSetup.h"
 #include "specialmeals/TableSpecialLabels.h"
+#include "worktable/DeliveriesGridOutput.h"
 #include "worktable/MemTableDeliveries.h"
 #include "worktable/MemTableDeliveriesModel.h"
 
@@ -138,6 +139,13 @@ public:
     MemTableDeliveriesModel* model() { return m_model; }
     // Pressing a column title: switches the index when the title has one.
     void sortByTitle(const QString& title);
+    // "Export Data": the grid's shown columns, in its order, to a file; only
+    // the given grid rows when options.selectedOnly and some are given.
+    bool ActionExportData(const GridExportOptions& options, const std::vector<int>& selectedRows = {});
+    // "Quick Clients Listing": the grid's rows, in its order, to the printer
+    // under the screen's caption.
+    void setQuickListingPrinter(QuickListingPrinter printer) { m_quickListingPrinter = std::move(printer); }
+    bool ActionQuickClientsListing();
     // Route_ID and ROUTE_DESC of every route, for the route editor.
     QList<std::pair<QString, QString>> routeChoices();
     // The double click on a row: the client's name, address, phones,
@@ -179,6 +187,7 @@ private:
     RunSaver m_saver;
     SpecialMealsSetup m_specialMeals;
     ReportScreen m_reportScreen;
+    QuickListingPrinter m_quickListingPrinter;
 
     QDate m_pickerDate;
     int m_deliveryTypeIndex = 0;

@@ -1,5 +1,6 @@
 #include "RunPrepareView.h"
 
+#include "GridExportDialog.h"
 #include "RouteDelegate.h"
 #include "StopDelegate.h"
 #include "TFormRunPrepare.h"
@@ -14,6 +15,8 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kb::ui {
 
 RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QWidget* parent)
@@ -26,6 +29,8 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
       m_save(new QPushButton(QStringLiteral("Save Data"), this)),
       m_printReport(new QPushButton(QStringLiteral("Print Report"), this)),
       m_populate(new QPushButton(QStringLiteral("Populate Grid With Previously Saved Deliveries"), this)),
+      m_export(new QPushButton(QStringLiteral("Export Data"), this)),
+      m_listing(new QPushButton(QStringLiteral("Quick Clients Listing"), this)),
       m_grid(new QTableView(this)),
       m_count(new QLabel(this)),
       m_user(new QLabel(this)),
@@ -52,6 +57,10 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
         commands->addWidget(button);
     }
     commands->addStretch();
+    for (QPushButton* button : {m_export, m_listing}) {
+        button->setAutoDefault(false);
+        commands->addWidget(button);
+    }
 
     m_grid->setModel(m_presenter.model());
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -90,6 +99,16 @@ RunPrepareView::RunPrepareView(TFormRunPrepare& presenter, UserInterface& ui, QW
         run(&TFormRunPrepare::ActionPopulateGridWithPreviouslySavedDeliveries);
         fitColumns();
     });
+    connect(m_export, &QPushButton::clicked, this, [this] {
+        GridExportDialog dialog(this);
+        if (dialog.exec() != QDialog::Accepted) return;
+        std::vector<int> rows;
+        for (const QModelIndex& index : m_grid->selectionModel()->selectedRows())
+            rows.push_back(index.row());
+        std::sort(rows.begin(), rows.end());
+        m_presenter.ActionExportData(dialog.options(), rows);
+    });
+    connect(m_listing, &QPushButton::clicked, this, [this] { m_presenter.ActionQuickClientsListing(); });
     connect(m_grid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
         m_presenter.sortByTitle(m_presenter.model()->headerData(section, Qt::Horizontal).toString());
     });
@@ -116,6 +135,8 @@ void RunPrepareView::showState()
     m_prepare->setEnabled(m_presenter.isEnabled(RunAction::Prepare));
     m_save->setEnabled(m_presenter.isEnabled(RunAction::SaveData));
     m_populate->setEnabled(m_presenter.isEnabled(RunAction::PopulateGrid));
+    m_export->setEnabled(m_presenter.isEnabled(RunAction::ExportData));
+    m_listing->setEnabled(m_presenter.isEnabled(RunAction::QuickClientsListing));
     const bool reports = m_presenter.isEnabled(RunAction::PrintReport);
     m_printReport->setEnabled(reports);
     m_printReport->setToolTip(reports ? QString() : QStringLiteral("The delivery reports are not available yet."));

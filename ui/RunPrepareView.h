@@ -20,8 +20,9 @@ namespace kb::ui {
 
 // The "Daily Run Preparation" screen over its presenter: the date, the
 // delivery type, "Prepare!", the commands on the run (Save Data, Print
-// Report, Populate Grid With Previously Saved Deliveries), the grid and the
-// status line. Routes and stops edited in the grid are saved with the run.
+// Report, Populate Grid With Previously Saved Deliveries, Export Data,
+// Quick Clients Listing), the grid and the status line. Routes and stops
+// edited in the grid are saved with the run.
 class RunPrepareView : public QDialog
 {
     Q_OBJECT
@@ -36,6 +37,8 @@ public:
     QPushButton* saveButton() const { return m_save; }
     QPushButton* printReportButton() const { return m_printReport; }
     QPushButton* populateButton() const { return m_populate; }
+    QPushButton* exportButton() const { return m_export; }
+    QPushButton* listingButton() const { return m_listing; }
     QTableView* grid() const { return m_grid; }
     QLabel* clientCountLabel() const { return m_count; }
 
@@ -53,6 +56,8 @@ private:
     QPushButton* m_save;
     QPushButton* m_printReport;
     QPushButton* m_populate;
+    QPushButton* m_export;
+    QPushButton* m_listing;
     QTableView* m_grid;
     QLabel* m_count;
     QLabel* m_user;

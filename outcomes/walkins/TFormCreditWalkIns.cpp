@@ -8,6 +8,7 @@
 #include "selection/OriginDataSet.h"
 #include "selection/RunStatements.h"
 #include "session/SessionState.h"
+#include "walkins/TFormViewEpisodicClientInfo.h"
 
 namespace kb {
 
@@ -48,6 +49,8 @@ TFormCreditWalkIns::TFormCreditWalkIns(Database& db, const SessionState& session
       m_overrideQuery(db.query(RunStatements::overrideStatement())), m_aDietCodes(loadDietCodes(db)),
       m_through(db.clock().today())
 {
+    // The list spans dates: each row shows its own.
+    m_model->setColumns(MemTableDeliveriesModel::datedGridColumns());
     setEnabled(RunAction::Prepare, true);
 }
 
@@ -84,6 +87,40 @@ bool TFormCreditWalkIns::isEnabled(RunAction action) const
 void TFormCreditWalkIns::sortByTitle(const QString& title)
 {
     if (const auto index = MemTableDeliveriesModel::indexForTitle(title)) m_model->setIndex(*index);
+}
+
+bool TFormCreditWalkIns::ActionExportData(const GridExportOptions& options,
+                                          const std::vector<int>& selectedRows)
+{
+    if (!isEnabled(RunAction::ExportData)) return false;
+    return exportDeliveriesGrid(*m_model, options, selectedRows, m_ui);
+}
+
+QString TFormCreditWalkIns::listingHeading() const
+{
+    return QStringLiteral("Episodic events through ") + miss_text::shortDate(m_listedThrough);
+}
+
+bool TFormCreditWalkIns::ActionQuickClientsListing()
+{
+    if (!isEnabled(RunAction::QuickClientsListing)) return false;
+    return printDeliveriesListing(m_table, *m_model, m_quickListingPrinter, listingHeading(), m_ui);
+}
+
+bool TFormCreditWalkIns::mayDeleteEpisodicEventsOf(int gridRow) const
+{
+    return gridRow >= 0 && gridRow < m_model->rowCount() && m_session.access().mayChangeData();
+}
+
+bool TFormCreditWalkIns::ActionDeleteEpisodicEvents(int gridRow, const ShowClientInfo& show)
+{
+    if (!mayDeleteEpisodicEventsOf(gridRow)) return false;
+    const qint64 personId = m_model->field(gridRow, QStringLiteral("Person_ID")).toLongLong();
+    TFormViewEpisodicClientInfo info(m_db, m_session, m_ui, personId, m_through);
+    if (!showingFailure(m_ui, [&] { info.FormShow(); })) return false;
+    if (!show(info)) return false;
+    ActionApplyChanges();
+    return true;
 }
 
 bool TFormCreditWalkIns::addRow(const OriginDataSet& event)
@@ -183,9 +220,11 @@ void TFormCreditWalkIns::ActionApplyChanges()
     m_model->setIndex(DeliveriesIndex::Last_Name);
     m_clientCountText = QStringLiteral("Client Count: ") + QString::number(count);
     m_listedThrough = m_through;
-    const bool offered = complete && count > 0;
-    for (RunAction a : {RunAction::SaveData, RunAction::ExportData, RunAction::QuickClientsListing})
-        setEnabled(a, offered);
+    // A listing that stopped short keeps its rows in view, to look at and
+    // export, but they are not offered for saving.
+    setEnabled(RunAction::SaveData, complete && count > 0);
+    for (RunAction a : {RunAction::ExportData, RunAction::QuickClientsListing})
+        setEnabled(a, count > 0);
     emit stateChanged();
 }
 

@@ -4,6 +4,7 @@
 #include "selection/RunLookups.h"
 #include "store/Database.h"
 #include "walkins/CreditSaver.h"
+#include "worktable/DeliveriesGridOutput.h"
 #include "worktable/MemTableDeliveries.h"
 #include "worktable/MemTableDeliveriesModel.h"
 
@@ -12,12 +13,17 @@
 #include <QObject>
 
 #include <array>
+#include <functional>
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace kb {
 
 class OriginDataSet;
+class TFormViewEpisodicClientInfo;
 class UserInterface;
+struct GridExportOptions;
 struct SessionState;
 
 // "Credit Walk-In Clients and Episodic/Scheduled Deliveries": the run screen
@@ -69,6 +75,28 @@ public:
     // A click on a column title orders the list by it, as on the run screen.
     void sortByTitle(const QString& title);
 
+    // "Export Data": the grid's shown columns, in its order, to a file; only
+    // the given grid rows when options.selectedOnly and some are given.
+    // False when it failed (the user was told why).
+    bool ActionExportData(const GridExportOptions& options, const std::vector<int>& selectedRows = {});
+
+    // "Quick Clients Listing": the list's rows, all their columns, in the
+    // grid's order, handed to the printer with the listing's heading.
+    void setQuickListingPrinter(QuickListingPrinter printer) { m_quickListingPrinter = std::move(printer); }
+    // "Episodic events through 3/6/24"
+    QString listingHeading() const;
+    bool ActionQuickClientsListing();
+
+    // "Delete &episodic events of selected Client": enabled on a row of the
+    // list when the user may change data.
+    bool mayDeleteEpisodicEventsOf(int gridRow) const;
+    // Opens "Episodic/Scheduled Client Information" for the client of a grid
+    // row, with the events up to the chosen date; show runs the screen and
+    // tells whether it closed by "&Delete", after which the list is prepared
+    // again. True when it did.
+    using ShowClientInfo = std::function<bool(TFormViewEpisodicClientInfo&)>;
+    bool ActionDeleteEpisodicEvents(int gridRow, const ShowClientInfo& show);
+
 signals:
     void stateChanged();
 
@@ -90,6 +118,7 @@ private:
     QHash<qint64, QString> m_statuses;
     std::array<bool, runActionCount> m_enabled{};
     QString m_clientCountText;
+    QuickListingPrinter m_quickListingPrinter;
 };
 
 } // namespace kb

@@ -1,30 +1,13 @@
 #include "printouts/RouteListReport.h"
 
 #include "ReportHolder.h"
-#include "UserInterface.h"
-#include "data/RowsPipe.h"
-#include "store/Database.h"
-#include "template/TemplateError.h"
-#include "template/TemplateSource.h"
-
-#include <QDir>
+#include "printouts/RowsReport.h"
 
 namespace kb::reports {
 
 bool RouteListReport::prepare(ReportHolder& holder, ResultSet rows, const Parameters& parameters)
 {
-    holder.clearPipes();
-    holder.clearParameters();
-    holder.setDatabase(&m_context.db);
-    holder.setLabelStock(nullptr);
-    if (loadFixedTemplate(holder, m_context.templateFolder, templateFileName()).isEmpty()) {
-        m_context.ui.error(missingTemplateMessage(
-            QDir::toNativeSeparators(QDir(m_context.templateFolder).filePath(templateFileName()))));
-        return false;
-    }
-    holder.addPipe(std::make_unique<RowsPipe>(pipeName(), std::move(rows)));
-    holder.addPipe(std::make_unique<RowsPipe>(QStringLiteral("DBPipelineConfig"),
-                                              m_context.db.execute(QStringLiteral("Select * from Config"))));
+    if (!prepareRowsReport(holder, m_context, templateFileName(), pipeName(), std::move(rows))) return false;
     for (const auto& [name, value] : parameters)
         holder.setParameter(name, value);
     return true;

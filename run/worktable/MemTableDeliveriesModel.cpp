@@ -35,6 +35,16 @@ const QList<MemTableDeliveriesModel::GridColumn>& MemTableDeliveriesModel::gridC
     return columns;
 }
 
+const QList<MemTableDeliveriesModel::GridColumn>& MemTableDeliveriesModel::datedGridColumns()
+{
+    static const QList<GridColumn> columns = [] {
+        QList<GridColumn> c = gridColumns();
+        c.prepend({QStringLiteral("Delivery_Date"), QStringLiteral("Date")});
+        return c;
+    }();
+    return columns;
+}
+
 std::optional<DeliveriesIndex> MemTableDeliveriesModel::indexForTitle(const QString& title)
 {
     static const QList<std::pair<QString, DeliveriesIndex>> byTitle = {
@@ -56,8 +66,30 @@ std::optional<DeliveriesIndex> MemTableDeliveriesModel::indexForTitle(const QStr
 
 MemTableDeliveriesModel::MemTableDeliveriesModel(MemTableDeliveries& table, Database& db, UserInterface& ui,
                                                  QObject* parent)
-    : QAbstractTableModel(parent), m_table(table), m_db(db), m_ui(ui)
+    : QAbstractTableModel(parent), m_table(table), m_db(db), m_ui(ui), m_columns(gridColumns())
 {
+}
+
+void MemTableDeliveriesModel::setColumns(const QList<GridColumn>& columns)
+{
+    m_columns = columns;
+    refresh();
+}
+
+QStringList MemTableDeliveriesModel::titles() const
+{
+    QStringList t;
+    for (const GridColumn& c : m_columns)
+        t.append(c.title);
+    return t;
+}
+
+QVariantList MemTableDeliveriesModel::shownValues(int row) const
+{
+    QVariantList values;
+    for (int c = 0; c < m_columns.size(); ++c)
+        values.append(m_positions.value(c, -1) < 0 ? QVariant() : cell(row, m_positions[c]));
+    return values;
 }
 
 void MemTableDeliveriesModel::setIndex(DeliveriesIndex index)
@@ -65,17 +97,15 @@ void MemTableDeliveriesModel::setIndex(DeliveriesIndex index)
     beginResetModel();
     m_index = index;
     // The grid's columns and the keys a row is found by; not the whole row.
-    static const QStringList selected = [] {
-        QStringList names;
-        for (const GridColumn& c : gridColumns())
-            names.append(c.field);
-        names.append(QStringLiteral("Person_ID"));
-        return names;
-    }();
+    QStringList selected;
+    for (const GridColumn& c : m_columns)
+        if (!selected.contains(c.field)) selected.append(c.field);
+    for (const QString& key : {QStringLiteral("RecordID"), QStringLiteral("Person_ID")})
+        if (!selected.contains(key)) selected.append(key);
     m_rows = m_table.exists() ? m_table.select(index, selected) : ResultSet();
     m_edits.clear();
     m_positions.clear();
-    for (const GridColumn& c : gridColumns())
+    for (const GridColumn& c : m_columns)
         m_positions.append(m_rows.columnIndex(c.field));
     m_recordIdPosition = m_rows.columnIndex(QStringLiteral("RecordID"));
     endResetModel();
@@ -114,7 +144,7 @@ int MemTableDeliveriesModel::rowCount(const QModelIndex& parent) const
 
 int MemTableDeliveriesModel::columnCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(gridColumns().size());
+    return parent.isValid() ? 0 : int(m_columns.size());
 }
 
 QVariant MemTableDeliveriesModel::data(const QModelIndex& index, int role) const
@@ -134,16 +164,17 @@ QVariant MemTableDeliveriesModel::data(const QModelIndex& index, int role) const
 
 QVariant MemTableDeliveriesModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= gridColumns().size())
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 ||
+        section >= m_columns.size())
         return QAbstractTableModel::headerData(section, orientation, role);
-    return gridColumns()[section].title;
+    return m_columns[section].title;
 }
 
 Qt::ItemFlags MemTableDeliveriesModel::flags(const QModelIndex& index) const
 {
     Qt::ItemFlags f = QAbstractTableModel::flags(index);
-    if (index.isValid() && (gridColumns()[index.column()].field == routeField ||
-                            gridColumns()[index.column()].field == stopField))
+    if (index.isValid() &&
+        (m_columns[index.column()].field == routeField || m_columns[index.column()].field == stopField))
         f |= Qt::ItemIsEditable;
     return f;
 }
@@ -152,7 +183,7 @@ bool MemTableDeliveriesModel::setData(const QModelIndex& index, const QVariant& 
 {
     if (!index.isValid() || role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable))
         return false;
-    const QString& field = gridColumns()[index.column()].field;
+    const QString& field = m_columns[index.column()].field;
     QVariant stored;
     if (field == stopField) {
         bool ok = false;

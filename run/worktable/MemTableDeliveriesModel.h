@@ -24,10 +24,20 @@ public:
     };
     // The grid's columns in their order, with their titles.
     static const QList<GridColumn>& gridColumns();
+    // The same with each row's own date first ("Date"), for lists that
+    // span several dates.
+    static const QList<GridColumn>& datedGridColumns();
     // The index a column title sorts by, if any.
     static std::optional<DeliveriesIndex> indexForTitle(const QString& title);
 
     MemTableDeliveriesModel(MemTableDeliveries& table, Database& db, UserInterface& ui, QObject* parent = nullptr);
+
+    // The columns this grid shows (gridColumns() unless set), in their order.
+    const QList<GridColumn>& columns() const { return m_columns; }
+    void setColumns(const QList<GridColumn>& columns);
+    QStringList titles() const;
+    // A row's values in the grid's columns, as shown (edits included).
+    QVariantList shownValues(int row) const;
 
     DeliveriesIndex currentIndex() const { return m_index; }
     // Selects the rows again in the order of the index.
@@ -57,6 +67,7 @@ private:
     MemTableDeliveries& m_table;
     Database& m_db;
     UserInterface& m_ui;
+    QList<GridColumn> m_columns;
     DeliveriesIndex m_index = DeliveriesIndex::RouteStopClient;
     ResultSet m_rows;
     // Values the user changed since the rows were selected, by row and

@@ -3,14 +3,20 @@
 #include "StressWorker.h"
 
 #include "MessageError.h"
+#include "TFormRunPrepare.h"
+#include "confirmation/GivenItemConfirmation.h"
 #include "dataset/Abort.h"
 #include "dataset/TableDataSet.h"
 #include "dated/DatedDeliveries.h"
+#include "dialogs/GivenRunDialogs.h"
 #include "missed/MissRecorder.h"
 #include "records/History.h"
 #include "records/RecordServices.h"
+#include "session/TDataModule1.h"
 #include "store/Database.h"
 #include "store/DbError.h"
+#include "suspensions/ClientSuspensions.h"
+#include "suspensions/TFormAddSuspension.h"
 
 #include <stdexcept>
 
@@ -68,12 +74,12 @@ void updateClient(StressWorker& w)
     w.journal({QStringLiteral("update"), QString::number(person), token});
 }
 
-// A number from IDNOS, as a new person, client or run takes one.
+// A number from IDNOS, as a new person or client takes one. (Deliv_ID is
+// drawn by saving a run, which takes a block of them.)
 void drawNumber(StressWorker& w)
 {
-    static const QString counters[] = {QStringLiteral("PERSON_ID"), QStringLiteral("CLIENT_ID"),
-                                       QStringLiteral("DELIV_ID")};
-    const QString& counter = counters[w.random().bounded(3)];
+    static const QString counters[] = {QStringLiteral("PERSON_ID"), QStringLiteral("CLIENT_ID")};
+    const QString& counter = counters[w.random().bounded(2)];
     int number = 0;
     try {
         number = w.services().GetUniqueID(counter);
@@ -124,6 +130,99 @@ void markMissed(StressWorker& w)
                    excused ? QStringLiteral("E") : QStringLiteral("M")});
 }
 
+// The run of a date of the week prepared and saved, as the run screen does
+// it: two workstations saving one date at once must leave the deliveries of
+// one save only, one per client, and numbers no one else drew.
+void saveRun(StressWorker& w)
+{
+    const QDate date = SaveDatesFrom.addDays(w.random().bounded(SaveDays));
+    GivenItemConfirmation all = GivenItemConfirmation::all();
+    GivenRunDialogs dialogs;
+    TFormRunPrepare form(w.db(), w.data().session(), w.ui());
+    form.setItemConfirmation(&all);
+    form.setDialogs(&dialogs);
+    form.FormShow();
+    struct Close
+    {
+        TFormRunPrepare& form;
+        ~Close() { form.FormClose(); }
+    } close{form};
+    form.SetPrepareDate(date);
+    form.ActionPrepare();
+    // The screen tells its failures; a save that met another workstation's
+    // is rolled back whole and given up, as a user would try again later.
+    const std::optional<SaveResult> saved = form.ActionSaveData();
+    if (!saved) {
+        w.conflict(QStringLiteral("save"));
+        return;
+    }
+    w.journal({QStringLiteral("save"), date.toString(Qt::ISODate), QString::number(saved->firstDelivId),
+               QString::number(saved->lastDelivId), QString::number(saved->deliveries)});
+}
+
+// A suspension added on the client window: the client is held in edit while
+// the user looks at its suspensions and adds one that covers none of the
+// days of another, through the suspension rules, in one transaction. Holding
+// the client is what keeps two workstations from adding overlapping ones.
+void addSuspension(StressWorker& w)
+{
+    const int person = w.pickClient();
+    const QDate stop = SuspendDatesFrom.addDays(w.random().bounded(SuspendDays));
+    const QDate resume = stop.addDays(1 + w.random().bounded(14));
+    TableDataSet& clients = w.clients();
+    if (!clients.locate(QStringLiteral("PERSON_ID"), person))
+        throw std::runtime_error("a client of the pool is missing");
+    try {
+        clients.edit();
+    } catch (const Abort&) {
+        w.conflict(QStringLiteral("suspend"));
+        return;
+    }
+    struct Release
+    {
+        TableDataSet& clients;
+        ~Release()
+        {
+            if (clients.state() != DataSet::State::Browse)
+                clients.cancel();
+        }
+    } release{clients};
+    const Params dates = {{QStringLiteral("Person"), person},
+                          {QStringLiteral("Stop"), stop},
+                          {QStringLiteral("Resume"), resume}};
+    if (w.db()
+            .execute(QStringLiteral("select count(*) from Suspends where Person_ID = :Person and Stop_Dt < :Resume "
+                                    "and Resume_Dt > :Stop"),
+                     dates)
+            .value(0, 0)
+            .toLongLong() > 0)
+        return;
+    try {
+        TransactionGuard transaction(w.db());
+        ClientSuspensions page(w.services(), w.ui(), w.data().session(), w.data().clock(), clients);
+        page.open();
+        page.editor().setShowForm([&](TFormAddSuspension& form) {
+            form.setStopDate(stop);
+            form.setResumeDate(resume);
+            return true;
+        });
+        // The editor tells its failures (another workstation in the way)
+        // and the transaction is rolled back.
+        if (!page.editor().EditHolds(SuspensionEditor::Mode::Add)) {
+            w.conflict(QStringLiteral("suspend"));
+            return;
+        }
+        transaction.commit();
+    } catch (const DbError& e) {
+        if (!e.isLockConflict())
+            throw;
+        w.conflict(QStringLiteral("suspend"));
+        return;
+    }
+    w.journal({QStringLiteral("suspend"), QString::number(person), stop.toString(Qt::ISODate),
+               resume.toString(Qt::ISODate)});
+}
+
 // A dated delivery added for a client of the pool, as the delivery
 // screens and the dated command add one: two workstations adding for the
 // same client at once must each get back their own row.
@@ -167,6 +266,8 @@ const std::vector<StressOperation>& stressOperations()
         {QStringLiteral("read"), 5, readClients},
         {QStringLiteral("miss"), 10, markMissed},
         {QStringLiteral("dated"), 10, addDated},
+        {QStringLiteral("save"), 4, saveRun},
+        {QStringLiteral("suspend"), 8, addSuspension},
     };
     return operations;
 }

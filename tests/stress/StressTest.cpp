@@ -1,8 +1,9 @@
 // Several workstations at once on one data directory and on one server
 // database: each signs in and mixes client edits in data sets, plain
-// updates, number draws, history writes and reads on a handful of shared
-// clients, so that locks meet all the time. Afterwards nothing is lost,
-// doubled, half-applied or left locked.
+// updates, number draws, history writes, missed marks, run saves,
+// suspensions and reads on a handful of shared clients, so that locks meet
+// all the time. Afterwards nothing is lost, doubled, half-applied or left
+// locked.
 
 #include "StressFixture.h"
 
@@ -47,7 +48,7 @@ TEST_P(StressTest, WorkstationsAtOnceLoseNothingDoubleNothingAndLeaveNoLock)
     const StressVerdict verdict = StressVerdict::check(*data->openAnother(), fleet.journals(), before, 0);
     EXPECT_TRUE(verdict.problems.isEmpty()) << verdict.problems.join(u'\n').toStdString();
     for (const QString& operation : {QStringLiteral("edit"), QStringLiteral("update"), QStringLiteral("draw"),
-                                    QStringLiteral("history")})
+                                    QStringLiteral("history"), QStringLiteral("save"), QStringLiteral("suspend")})
         EXPECT_GT(verdict.done.value(operation), 0) << operation.toStdString();
     // The locks did meet: some work was given up to another workstation.
     EXPECT_GT(fleet.conflicts(), 0);
@@ -55,9 +56,13 @@ TEST_P(StressTest, WorkstationsAtOnceLoseNothingDoubleNothingAndLeaveNoLock)
     qint64 committed = 0;
     for (const qint64 n : verdict.done)
         committed += n;
+    QStringList byOperation;
+    for (auto it = verdict.done.cbegin(); it != verdict.done.cend(); ++it)
+        byOperation << QStringLiteral("%1 %2").arg(it.key()).arg(it.value());
     std::cout << test::storeName(GetParam()) << ": " << Workers << " processes, " << fleet.attempted()
               << " operations in " << elapsed << " s (" << qRound(fleet.attempted() / elapsed) << " per second), "
-              << committed << " committed, " << fleet.conflicts() << " given up to a lock held elsewhere\n";
+              << committed << " committed (" << byOperation.join(QStringLiteral(", ")).toStdString() << "), "
+              << fleet.conflicts() << " given up to a lock held elsewhere\n";
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, StressTest, ::testing::Values(test::StoreKind::SQLite, test::StoreKind::PostgreSQL),

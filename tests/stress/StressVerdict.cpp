@@ -16,22 +16,32 @@ namespace {
 
 const QStringList CounterColumns = {QStringLiteral("PERSON_ID"), QStringLiteral("CLIENT_ID"), QStringLiteral("DELIV_ID")};
 
-void checkDraws(const QList<QStringList>& draws, const Counters& before, const Counters& after, int unjournaled,
-                QStringList& problems)
+// Saves take their Deliv_IDs from the counter as one block (first to last
+// of the journal line) and may move it one past the block; the numbers of a
+// save and of every draw are all different.
+void checkDraws(const QList<QStringList>& draws, const QList<QStringList>& saves, const Counters& before,
+                const Counters& after, int unjournaled, QStringList& problems)
 {
     QMap<QString, QSet<qint64>> seen;
-    for (const QStringList& line : draws) {
-        const QString& counter = line.value(1);
-        const qint64 number = line.value(2).toLongLong();
+    const auto take = [&](const QString& counter, qint64 number, const char* how) {
         if (seen[counter].contains(number))
-            problems << QStringLiteral("%1 %2 was drawn twice").arg(counter).arg(number);
+            problems << QStringLiteral("%1 %2 was handed out twice (%3)").arg(counter).arg(number).arg(QLatin1String(how));
         seen[counter].insert(number);
-        if (number <= before.value(counter) || number > after.value(counter))
+        // The Deliv_ID counter holds the next number to use, the others the last one used.
+        const qint64 low = counter == QLatin1String("DELIV_ID") ? before.value(counter) - 1 : before.value(counter);
+        if (number <= low || number > after.value(counter))
             problems << QStringLiteral("%1 %2 lies outside what the counter handed out").arg(counter).arg(number);
-    }
+    };
+    for (const QStringList& line : draws)
+        take(line.value(1), line.value(2).toLongLong(), "draw");
+    for (const QStringList& line : saves)
+        for (qint64 id = line.value(2).toLongLong(); id <= line.value(3).toLongLong(); ++id)
+            take(QStringLiteral("DELIV_ID"), id, "save");
     for (const QString& counter : CounterColumns) {
+        // A save killed after its commit took a whole run's block unjournaled.
+        const qint64 slack = counter == QLatin1String("DELIV_ID") ? saves.size() + qint64(unjournaled) * PoolSize : 0;
         const qint64 gone = after.value(counter) - before.value(counter) - seen.value(counter).size();
-        if (gone < 0 || gone > unjournaled)
+        if (gone < 0 || gone > unjournaled + slack)
             problems << QStringLiteral("%1 went up by %2 but %3 numbers were drawn")
                             .arg(counter)
                             .arg(after.value(counter) - before.value(counter))
@@ -137,6 +147,101 @@ void checkMisses(Database& db, const QList<QStringList>& misses, int unjournaled
         problems << QStringLiteral("%1 miss marks are in the data that no worker journaled").arg(unexplained);
 }
 
+// Every date saved holds the deliveries of one save: one row for each
+// client of the pool, numbered inside a block a save of that date took, and
+// no MealCrdt row of an earlier save of the date is left behind.
+void checkSaves(Database& db, const QList<QStringList>& saves, int unjournaled, QStringList& problems)
+{
+    QMap<QDate, QList<std::pair<qint64, qint64>>> blocks;
+    for (const QStringList& line : saves) {
+        blocks[QDate::fromString(line.value(1), Qt::ISODate)].append(
+            {line.value(2).toLongLong(), line.value(3).toLongLong()});
+        if (line.value(4).toInt() != PoolSize)
+            problems << QStringLiteral("the save of %1 wrote %2 deliveries, not %3").arg(line.value(1), line.value(4)).arg(PoolSize);
+    }
+    for (int day = 0; day < SaveDays; ++day) {
+        const QDate date = SaveDatesFrom.addDays(day);
+        const Params on = {{QStringLiteral("Date"), date}};
+        const ResultSet rows = db.execute(
+            QStringLiteral("select Person_ID, Deliv_ID from Deliveri where Deliv_Dt = :Date order by Person_ID"), on);
+        if (!blocks.contains(date)) {
+            if (rows.rowCount() > 0 && unjournaled == 0)
+                problems << QStringLiteral("%1 holds %2 deliveries but was never saved").arg(date.toString(Qt::ISODate)).arg(rows.rowCount());
+            continue;
+        }
+        QMap<qint64, int> perPerson;
+        QSet<qint64> ids;
+        for (qsizetype r = 0; r < rows.rowCount(); ++r) {
+            ++perPerson[rows.value(r, 0).toLongLong()];
+            const qint64 id = rows.value(r, 1).toLongLong();
+            ids.insert(id);
+            bool inBlock = false;
+            for (const auto& [first, last] : blocks.value(date))
+                inBlock = inBlock || (id >= first && id <= last);
+            if (!inBlock && unjournaled == 0)
+                problems << QStringLiteral("delivery %1 of %2 was numbered by no save of that date").arg(id).arg(date.toString(Qt::ISODate));
+        }
+        for (int person = 1; person <= PoolSize; ++person)
+            if (perPerson.value(person) != 1)
+                problems << QStringLiteral("client %1 has %2 deliveries on %3 after the saves")
+                                .arg(person)
+                                .arg(perPerson.value(person))
+                                .arg(date.toString(Qt::ISODate));
+        if (perPerson.size() != PoolSize)
+            problems << QStringLiteral("%1 holds deliveries of %2 clients, not %3").arg(date.toString(Qt::ISODate)).arg(perPerson.size()).arg(PoolSize);
+        const ResultSet items = db.execute(QStringLiteral("select distinct Deliv_ID from MealCrdt where Deliv_Dt = :Date"), on);
+        for (qsizetype r = 0; r < items.rowCount(); ++r)
+            if (!ids.contains(items.value(r, 0).toLongLong()))
+                problems << QStringLiteral("MealCrdt of %1 keeps delivery %2 of a replaced save")
+                                .arg(date.toString(Qt::ISODate))
+                                .arg(items.value(r, 0).toLongLong());
+    }
+}
+
+// Every suspension journaled stands once, no client's suspensions overlap,
+// and none stands that no worker journaled.
+void checkSuspensions(Database& db, const QList<QStringList>& added, int unjournaled, QStringList& problems)
+{
+    const ResultSet rows = db.execute(
+        QStringLiteral("select Person_ID, Stop_Dt, Resume_Dt from Suspends where Person_ID between 1 and :Pool "
+                       "order by Person_ID, Stop_Dt"),
+        {{QStringLiteral("Pool"), PoolSize}});
+    QMap<QString, int> stored;
+    qsizetype reaching = -1; // of the client's rows so far, the one that resumes last
+    for (qsizetype r = 0; r < rows.rowCount(); ++r) {
+        const QString key = rows.value(r, 0).toString() + QLatin1Char(' ') + rows.value(r, 1).toDate().toString(Qt::ISODate) +
+                            QLatin1Char(' ') + rows.value(r, 2).toDate().toString(Qt::ISODate);
+        ++stored[key];
+        if (reaching < 0 || rows.value(reaching, 0) != rows.value(r, 0)) {
+            reaching = r;
+            continue;
+        }
+        // Ordered by stop date: a row overlaps an earlier one when it stops
+        // before the latest resume of those.
+        if (rows.value(r, 1).toDate() < rows.value(reaching, 2).toDate())
+            problems << QStringLiteral("client %1 has overlapping suspensions: %2-%3 and %4-%5")
+                            .arg(rows.value(r, 0).toString(), rows.value(reaching, 1).toDate().toString(Qt::ISODate),
+                                 rows.value(reaching, 2).toDate().toString(Qt::ISODate),
+                                 rows.value(r, 1).toDate().toString(Qt::ISODate),
+                                 rows.value(r, 2).toDate().toString(Qt::ISODate));
+        if (rows.value(r, 2).toDate() > rows.value(reaching, 2).toDate())
+            reaching = r;
+    }
+    QSet<QString> journaled;
+    for (const QStringList& line : added) {
+        const QString key = line.value(1) + QLatin1Char(' ') + line.value(2) + QLatin1Char(' ') + line.value(3);
+        journaled.insert(key);
+        if (stored.value(key) != 1)
+            problems << QStringLiteral("the suspension %1 is there %2 times").arg(key).arg(stored.value(key));
+    }
+    int unexplained = 0;
+    for (auto it = stored.cbegin(); it != stored.cend(); ++it)
+        if (!journaled.contains(it.key()))
+            unexplained += it.value();
+    if (unexplained > unjournaled)
+        problems << QStringLiteral("%1 suspensions are in the data that no worker journaled").arg(unexplained);
+}
+
 // Whatever the workers held must be free: every row of the pool and of
 // IDNOS can be locked, and the tables opened exclusively.
 void checkLocksFree(Database& db, QStringList& problems)
@@ -156,6 +261,7 @@ void checkLocksFree(Database& db, QStringList& problems)
     rowsOf(QStringLiteral("Clients"));
     rowsOf(QStringLiteral("IDNOS"));
     rowsOf(QStringLiteral("Deliveri"));
+    rowsOf(QStringLiteral("Suspends"));
     for (const QString& table : {QStringLiteral("Clients"), QStringLiteral("IDNOS"), QStringLiteral("History")}) {
         try {
             locks.openTable(&owner, table, true);
@@ -205,10 +311,25 @@ Counters readCounters(Database& db)
 void preparePool(Database& db)
 {
     TransactionGuard guard(db);
-    Query insert = db.query(QStringLiteral("Insert into Clients (PERSON_ID, CLIENT_ID, LAST_NAME, FIRST_NAME, USER_DEF3) "
-                                           "values (:Person, :Client, 'start', 'start', 0)"));
+    // Active clients of one service and route, due every day of every week,
+    // so that each is in the run of every date.
+    db.execute(QStringLiteral("Insert into Services (Service_ID, Service_Desc, Service_Type) values (1, 'Hot Meals', 'D')"));
+    db.execute(QStringLiteral("Insert into Routes (Route_ID, Route_Desc) values ('R1', 'Route R1')"));
+    db.execute(QStringLiteral("Insert into Items (Item_ID, Meal_Item, Number_Meals, Number_Labels) values (10, 'Hot Lunch', 1, 1)"));
+    for (const char* day : {"MON", "TUE", "WED", "THU", "FRI", "SAT", "SUN"})
+        db.execute(QStringLiteral("Insert into Defdels (Person_ID, Service_ID, Del_Day, Item_ID, Quantity, Sort_Order) "
+                                  "values (0, 1, :Day, 10, 1, 1)"),
+                   {{QStringLiteral("Day"), QString::fromLatin1(day)}});
+    Query insert = db.query(QStringLiteral(
+        "Insert into Clients (PERSON_ID, CLIENT_ID, LAST_NAME, FIRST_NAME, USER_DEF3, STATUS, DELIVERY_TYPE, "
+        "ONGOING_FREQUENCY, SVCS_USED, START_DTE, DEF_RTE, DEF_STOP, MONDAY, TUESDAY, WEDNESDAY, THURSDAY, FRIDAY, "
+        "SATURDAY, SUNDAY) values (:Person, :Client, 'start', 'start', 0, 'A', 'O', 'A', 1, :Start, 'R1', :Person, "
+        "True, True, True, True, True, True, True)"));
     for (int person = 1; person <= PoolSize; ++person)
-        insert.bind(QStringLiteral("Person"), person).bind(QStringLiteral("Client"), QString::number(person)).execCommand();
+        insert.bind(QStringLiteral("Person"), person)
+            .bind(QStringLiteral("Client"), QString::number(person))
+            .bind(QStringLiteral("Start"), QDate(2024, 1, 1))
+            .execCommand();
     // A delivery of each client on each date the workers mark missed.
     Query delivery = db.query(QStringLiteral("Insert into Deliveri (Deliv_ID, Person_ID, Deliv_Dt, Delivery_Status) "
                                              "values (:Id, :Person, :Date, '')"));
@@ -219,6 +340,8 @@ void preparePool(Database& db)
                 .bind(QStringLiteral("Person"), person)
                 .bind(QStringLiteral("Date"), MissDatesFrom.addDays(day))
                 .execCommand();
+    // Saves number their deliveries from the counter on, past these.
+    db.execute(QStringLiteral("Update IDNOS set DELIV_ID = :Next"), {{QStringLiteral("Next"), id + 1}});
     guard.commit();
 }
 
@@ -233,12 +356,15 @@ StressVerdict StressVerdict::check(Database& db, const QList<QList<QStringList>>
                 byOperation[line.front()].append(line);
     for (auto it = byOperation.cbegin(); it != byOperation.cend(); ++it)
         verdict.done.insert(it.key(), it.value().size());
-    checkDraws(byOperation.value(QStringLiteral("draw")), before, readCounters(db), unjournaled, verdict.problems);
+    checkDraws(byOperation.value(QStringLiteral("draw")), byOperation.value(QStringLiteral("save")), before,
+               readCounters(db), unjournaled, verdict.problems);
     checkEdits(db, byOperation.value(QStringLiteral("edit")) + byOperation.value(QStringLiteral("update")), unjournaled,
                verdict.problems);
     checkHistory(db, byOperation.value(QStringLiteral("history")), unjournaled, verdict.problems);
     checkMisses(db, byOperation.value(QStringLiteral("miss")), unjournaled, verdict.problems);
     checkDated(db, byOperation.value(QStringLiteral("dated")), unjournaled, verdict.problems);
+    checkSaves(db, byOperation.value(QStringLiteral("save")), unjournaled, verdict.problems);
+    checkSuspensions(db, byOperation.value(QStringLiteral("suspend")), unjournaled, verdict.problems);
     checkLocksFree(db, verdict.problems);
     return verdict;
 }

@@ -26,6 +26,9 @@ void preparePool(Database& db);
 // - every history row written is there once;
 // - every miss marked stands once, with its status, and no client's date is
 //   marked by two workers;
+// - every date whose run was saved holds one delivery per client of the
+//   pool, from one save, and no item row of a save it replaced;
+// - every suspension added stands once, and no client's suspensions overlap;
 // - no lock is left: every row and table the workers used can be taken.
 // unjournaled is how many pieces of work may have been committed without
 // reaching a journal: one for each worker that was killed.

@@ -28,6 +28,16 @@ inline constexpr int PoolSize = 12;
 // MissDatesFrom, few enough that two workers often mark the same one.
 inline const QDate MissDatesFrom(2024, 3, 4);
 inline constexpr int MissDays = 28;
+// The dates whose runs workers prepare and save: one week, so that two
+// workers often save the same date at once. Every client of the pool is due
+// on each of them.
+inline const QDate SaveDatesFrom(2024, 5, 6);
+inline constexpr int SaveDays = 7;
+// The dates inside which workers add suspensions, kept apart from the saved
+// runs so that a run's clients do not depend on which suspensions happened
+// to be there when it was saved.
+inline const QDate SuspendDatesFrom(2024, 7, 1);
+inline constexpr int SuspendDays = 56;
 
 // A headless user: messages are counted, and every question of a lock
 // conflict is answered No, so the work in hand is abandoned, as a user who
@@ -37,7 +47,11 @@ class StressUserInterface final : public UserInterface
 public:
     void information(const QString& text) override { ++m_messages[text]; }
     void warning(const QString& text) override { ++m_messages[text]; }
-    void error(const QString& text) override { ++m_messages[text]; }
+    void error(const QString& text) override
+    {
+        ++m_messages[text];
+        m_lastError = text;
+    }
     Answer question(const QString& text, Buttons buttons) override;
     void progressStart(const QString&) override {}
     void progressStep(int) override {}
@@ -45,9 +59,13 @@ public:
     void setBusy(bool) override {}
 
     const std::map<QString, int>& messages() const { return m_messages; }
+    // The text of the last error told; work that reports its failures as
+    // messages is judged by it.
+    const QString& lastError() const { return m_lastError; }
 
 private:
     std::map<QString, int> m_messages;
+    QString m_lastError;
 };
 
 struct WorkerOptions
@@ -81,6 +99,8 @@ public:
 
     Database& db();
     RecordServices& services();
+    // The signed-in session, as the screens are given it.
+    TDataModule1& data() { return *m_data; }
     const QString& userFullName() const;
     // The worker's own Clients data set, open, with the record services' error hooks.
     TableDataSet& clients() { return *m_clients; }

@@ -8,16 +8,21 @@
 #include "WidgetApplication.h"
 #include "missed/TFormExcuseMissedMeals.h"
 #include "missed/TFormMissedDel.h"
+#include "outcomes/CreditWalkInsView.h"
+#include "outcomes/EpisodicClientInfoView.h"
 #include "outcomes/MissedDeliveryViews.h"
 #include "session/SessionState.h"
 #include "walkins/TFormCreditWalkIns.h"
 #include "walkins/WalkInRecorder.h"
 
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QDialogButtonBox>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QTableView>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -99,6 +104,57 @@ TEST_F(OutcomesViews, AWalkInIsCreditedFromTheGrid)
     EXPECT_FALSE(view.saveButton()->isEnabled());
     EXPECT_GT(data.db().execute(QStringLiteral("Select Count(*) from Deliveri")).value(0, 0).toLongLong(),
               before);
+    view.reject();
+}
+
+TEST_F(OutcomesViews, AClientsUncreditedEventsAreDeletedFromTheCreditGridsMenu)
+{
+    ASSERT_EQ(
+        WalkInRecorder(data.db(), ui)
+            .record({WalkIn::ofClient(data.db(), person, QDate(2024, 3, 5))}, QStringLiteral("Tom Reyes")),
+        1);
+    TFormCreditWalkIns presenter(data.db(), session, ui);
+    CreditWalkInsView view(presenter);
+    EXPECT_FALSE(view.exportButton()->isEnabled());
+    view.applyButton()->click();
+    EXPECT_TRUE(view.exportButton()->isEnabled());
+    EXPECT_EQ(view.grid()->model()->headerData(0, Qt::Horizontal).toString(), "Date");
+    int row = -1;
+    for (int r = 0; r < presenter.model()->rowCount() && row < 0; ++r)
+        if (presenter.model()->field(r, QStringLiteral("Person_ID")).toLongLong() == person) row = r;
+    ASSERT_GE(row, 0);
+    view.grid()->setCurrentIndex(view.grid()->model()->index(row, 0));
+    QAction* deleteEvents = view.popupMenu()->actions().value(0);
+    ASSERT_NE(deleteEvents, nullptr);
+    EXPECT_EQ(deleteEvents->text(), "Delete &episodic events of selected Client");
+    ASSERT_TRUE(deleteEvents->isEnabled());
+
+    bool shown = false;
+    ui.answerNext(Answer::Yes);
+    QTimer::singleShot(0, [&] {
+        auto* info = qobject_cast<EpisodicClientInfoView*>(QApplication::activeModalWidget());
+        if (!info) return;
+        shown = true;
+        EXPECT_EQ(info->windowTitle(), "Episodic/Scheduled Client Information");
+        EXPECT_FALSE(info->deleteButton()->isEnabled());
+        for (int i = 0; i < info->list()->count(); ++i)
+            info->list()->item(i)->setCheckState(Qt::Checked);
+        EXPECT_TRUE(info->deleteButton()->isEnabled());
+        info->deleteButton()->click();
+    });
+    deleteEvents->trigger();
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(
+        data.db()
+            .execute(QStringLiteral("Select Count(*) from EpisodicDeliveries where Person_ID = :P and "
+                                    "Deliv_Date <= :D and (Fulfilled is null or not (Fulfilled = 'Y'))"),
+                     {{QStringLiteral("P"), person}, {QStringLiteral("D"), QDate(2024, 3, 6)}})
+            .value(0, 0)
+            .toLongLong(),
+        0);
+    // The list was prepared again without the client.
+    for (int r = 0; r < presenter.model()->rowCount(); ++r)
+        EXPECT_NE(presenter.model()->field(r, QStringLiteral("Person_ID")).toLongLong(), person);
     view.reject();
 }
 

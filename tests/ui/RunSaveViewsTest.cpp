@@ -88,11 +88,15 @@ TEST_F(RunSaveViews, TheRunScreenSavesFromItsButtonAndWaitsForTheReportScreen)
     EXPECT_FALSE(view.printReportButton()->isEnabled());
     EXPECT_EQ(view.printReportButton()->toolTip(), "The delivery reports are not available yet.");
     EXPECT_TRUE(view.populateButton()->isEnabled());
+    EXPECT_FALSE(view.exportButton()->isEnabled());
+    EXPECT_FALSE(view.listingButton()->isEnabled());
 
     view.dateEdit()->setDate(monday);
     view.prepareButton()->click();
     const qint64 rows = view.grid()->model()->rowCount();
     ASSERT_GT(rows, 0);
+    EXPECT_TRUE(view.exportButton()->isEnabled());
+    EXPECT_TRUE(view.listingButton()->isEnabled());
     ASSERT_TRUE(view.saveButton()->isEnabled());
     view.saveButton()->click();
     EXPECT_EQ(saved(monday), rows);

@@ -47,6 +47,8 @@
 #include "outcomes/ClientBillsView.h"
 #include "outcomes/DeleteDeliveryCreditsView.h"
 #include "outcomes/MissedDeliveryViews.h"
+#include "outcomes/CreditWalkInsView.h"
+#include "deliveryreports/QuickListingPrint.h"
 #include "outcomes/ReassignFundingView.h"
 #include "outcomes/RecentDeliveriesView.h"
 #include "overrides/TFormAddressOverride.h"
@@ -334,6 +336,9 @@ void registerScreenCommands(MainWindow& window)
         presenter.setReportScreen([w, &module, &ui](const QDate& from, const QDate&) {
             openDeliveryReportChoice(module, ui, w, from);
         });
+        presenter.setQuickListingPrinter([w, &module, &ui](ResultSet rows, const QString& heading) {
+            printQuickListing(module, ui, w, std::move(rows), heading);
+        });
         RunPrepareView view(presenter, ui, w);
         keepPlacement(view, module.userSettings(), QStringLiteral("TFormRunPrepare"), QSize(1000, 600));
         view.exec();
@@ -446,6 +451,9 @@ void registerScreenCommands(MainWindow& window)
     });
     on(cmd::CreditWalkIns, [w, &module, &ui] {
         TFormCreditWalkIns presenter(module.db(), module.session(), ui);
+        presenter.setQuickListingPrinter([w, &module, &ui](ResultSet rows, const QString& heading) {
+            printQuickListing(module, ui, w, std::move(rows), heading);
+        });
         CreditWalkInsView view(presenter, w);
         keepPlacement(view, module.userSettings(), QStringLiteral("TFormCreditWalkIns"), QSize(1000, 600));
         view.exec();

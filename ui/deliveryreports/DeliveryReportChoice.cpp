@@ -8,6 +8,7 @@
 #include "delivery/TFormRepChoice.h"
 #include "deliveryreports/DeliveryReportMessagesView.h"
 #include "deliveryreports/QtReportQuestions.h"
+#include "deliveryreports/QuickListingPrint.h"
 #include "deliveryreports/RepChoiceView.h"
 #include "session/TDataModule1.h"
 #include "settings/SettingsFile.h"
@@ -33,6 +34,9 @@ void openDeliveryReportChoice(TDataModule1& data, UserInterface& ui, QWidget* pa
     // A date's run prepared for a report is shown on the run screen when the
     // user's preferences ask for it.
     reports::HiddenRunPreparation preparation(data.db(), data.session(), ui, [&](TFormRunPrepare& form) {
+        form.setQuickListingPrinter([&](ResultSet rows, const QString& heading) {
+            printQuickListing(data, ui, parent, std::move(rows), heading);
+        });
         RunPrepareView view(form, ui, parent);
         view.exec();
     });

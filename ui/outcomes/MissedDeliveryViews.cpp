@@ -1,10 +1,8 @@
 #include "outcomes/MissedDeliveryViews.h"
 
-#include "RunAction.h"
 #include "missed/TFormExcuseMissedMeals.h"
 #include "missed/TFormMissedDel.h"
 #include "missed/TFormSummarizeMissedDeliveries.h"
-#include "walkins/TFormCreditWalkIns.h"
 
 #include <QCalendarWidget>
 #include <QCheckBox>
@@ -12,12 +10,10 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTableView>
 #include <QVBoxLayout>
 
 namespace kb::ui {
@@ -104,45 +100,6 @@ SummarizeMissedView::SummarizeMissedView(TFormSummarizeMissedDeliveries& present
         m_presenter.setSince(m_since->date());
         if (m_presenter.ActionSummarize()) accept();
     });
-}
-
-CreditWalkInsView::CreditWalkInsView(TFormCreditWalkIns& presenter, QWidget* parent)
-    : QDialog(parent), m_presenter(presenter), m_through(new QDateEdit(presenter.through(), this)),
-      m_apply(new QPushButton(QStringLiteral("Apply Changes"), this)),
-      m_save(new QPushButton(QStringLiteral("Save Data"), this)), m_grid(new QTableView(this)),
-      m_count(new QLabel(this))
-{
-    setWindowTitle(TFormCreditWalkIns::caption());
-    presenter.FormShow();
-    m_through->setCalendarPopup(true);
-    m_grid->setModel(presenter.model());
-    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-    auto* top = new QHBoxLayout;
-    top->addWidget(new QLabel(TFormCreditWalkIns::datePrompt(), this));
-    top->addWidget(m_through);
-    top->addWidget(m_apply);
-    top->addWidget(m_save);
-    top->addStretch();
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(top);
-    layout->addWidget(m_grid);
-    layout->addWidget(m_count);
-    connect(m_through, &QDateEdit::dateChanged, this, [this](const QDate& d) { m_presenter.setThrough(d); });
-    connect(m_apply, &QPushButton::clicked, this, [this] { m_presenter.ActionApplyChanges(); });
-    connect(m_save, &QPushButton::clicked, this, [this] { m_presenter.ActionSaveData(); });
-    connect(m_grid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
-        m_presenter.sortByTitle(m_presenter.model()->headerData(section, Qt::Horizontal).toString());
-    });
-    connect(&presenter, &TFormCreditWalkIns::stateChanged, this, &CreditWalkInsView::showState);
-    connect(this, &QDialog::finished, this, [this] { m_presenter.FormClose(); });
-    showState();
-}
-
-void CreditWalkInsView::showState()
-{
-    m_save->setEnabled(m_presenter.isEnabled(RunAction::SaveData));
-    m_count->setText(m_presenter.clientCountText());
-    m_grid->resizeColumnsToContents();
 }
 
 } // namespace kb::ui

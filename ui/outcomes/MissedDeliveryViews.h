@@ -5,14 +5,11 @@
 class QCalendarWidget;
 class QCheckBox;
 class QDateEdit;
-class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
-class QTableView;
 
 namespace kb {
-class TFormCreditWalkIns;
 class TFormExcuseMissedMeals;
 class TFormMissedDel;
 class TFormSummarizeMissedDeliveries;
@@ -67,29 +64,6 @@ public:
 private:
     TFormSummarizeMissedDeliveries& m_presenter;
     QDateEdit* m_since;
-};
-
-// "Credit Walk-In Clients and Episodic/Scheduled Deliveries": the date,
-// "Apply Changes", "Save Data", the run's delivery grid and the client count.
-class CreditWalkInsView : public QDialog
-{
-    Q_OBJECT
-
-public:
-    CreditWalkInsView(TFormCreditWalkIns& presenter, QWidget* parent = nullptr);
-    QPushButton* applyButton() const { return m_apply; }
-    QPushButton* saveButton() const { return m_save; }
-    QTableView* grid() const { return m_grid; }
-
-private:
-    void showState();
-
-    TFormCreditWalkIns& m_presenter;
-    QDateEdit* m_through;
-    QPushButton* m_apply;
-    QPushButton* m_save;
-    QTableView* m_grid;
-    QLabel* m_count;
 };
 
 } // namespace kb::ui
