@@ -15,10 +15,10 @@
 namespace {
 
 const QStringList Columns = {
-    QStringLiteral("Person_ID"), QStringLiteral("Client_ID"), QStringLiteral("Last_Name"),
-    QStringLiteral("First_Name"), QStringLiteral("Def_Rte"), QStringLiteral("Def_Stop"),
-    QStringLiteral("Status"), QStringLiteral("Stop_Dte"), QStringLiteral("Address1"),
-    QStringLiteral("City"), QStringLiteral("Phone"), QStringLiteral("Changes")};
+    QStringLiteral("Person_ID"),  QStringLiteral("Client_ID"), QStringLiteral("Last_Name"),
+    QStringLiteral("First_Name"), QStringLiteral("Def_Rte"),   QStringLiteral("Def_Stop"),
+    QStringLiteral("Status"),     QStringLiteral("Stop_Dte"),  QStringLiteral("Address1"),
+    QStringLiteral("City"),       QStringLiteral("Phone"),     QStringLiteral("Changes")};
 
 int runRecentStops(kb::app::CommandContext& context, const kb::app::CommandArgs& args)
 {

@@ -167,9 +167,11 @@ TEST_P(RecentStopsReportData, TheCommandPrintsTheListAsCsv)
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toLocal8Bit());
     qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toLocal8Bit());
     insertRow(db(), QStringLiteral("Staff"),
-              {{QStringLiteral("Staff_ID"), 3}, {QStringLiteral("User_ID"), QStringLiteral("pat")},
+              {{QStringLiteral("Staff_ID"), 3},
+               {QStringLiteral("User_ID"), QStringLiteral("pat")},
                {QStringLiteral("Staff_Name"), QStringLiteral("Pat Tester")},
-               {QStringLiteral("Access_Level"), QStringLiteral("O")}, {QStringLiteral("Active"), true}});
+               {QStringLiteral("Access_Level"), QStringLiteral("O")},
+               {QStringLiteral("Active"), true}});
     const auto run = [&](const QStringList& words) {
         return runKettlebrook(data->commandLocation() +
                               QStringList{QStringLiteral("--today"), QStringLiteral("2024-03-06"),
@@ -178,13 +180,14 @@ TEST_P(RecentStopsReportData, TheCommandPrintsTheListAsCsv)
                               words);
     };
     // A reports-only user may run it.
-    const CommandResult listed = run({QStringLiteral("--date"), QStringLiteral("2024-03-07"), QStringLiteral("--since"),
-                                      QStringLiteral("2024-03-05")});
+    const CommandResult listed = run({QStringLiteral("--date"), QStringLiteral("2024-03-07"),
+                                      QStringLiteral("--since"), QStringLiteral("2024-03-05")});
     ASSERT_EQ(listed.exitCode, 0) << listed.err.toStdString();
     const QStringList lines = listed.out.trimmed().split(QLatin1Char('\n'));
     ASSERT_EQ(lines.size(), 4) << listed.out.toStdString();
-    EXPECT_EQ(lines[0], QStringLiteral("Person_ID,Client_ID,Last_Name,First_Name,Def_Rte,Def_Stop,Status,Stop_Dte,"
-                                       "Address1,City,Phone,Changes"));
+    EXPECT_EQ(lines[0],
+              QStringLiteral("Person_ID,Client_ID,Last_Name,First_Name,Def_Rte,Def_Stop,Status,Stop_Dte,"
+                             "Address1,City,Phone,Changes"));
     EXPECT_TRUE(lines[1].startsWith(QStringLiteral("7,7.0,Last7,First7,R3,"))) << lines[1].toStdString();
     EXPECT_TRUE(lines[1].endsWith(QStringLiteral(",\"Suspension, Stopped\""))) << lines[1].toStdString();
     EXPECT_TRUE(lines[3].startsWith(QStringLiteral("1,1.0,Last1,First1,R9,"))) << lines[3].toStdString();
