@@ -140,7 +140,8 @@ void relateClient(StressWorker& w)
         individual.setParam(QStringLiteral("Token"), token);
         w.services().installErrorHooks(individual);
         individual.open();
-        TFormIndividual added(individual, w.ui(), w.db().clock(), w.userFullName().left(20), QStringLiteral("USA"));
+        TFormIndividual added(individual, w.ui(), w.db().clock(), w.userFullName().left(20),
+                              QStringLiteral("USA"));
         added.Add();
         added.setValue(QStringLiteral("LAST_NAME"), token);
         added.Ok();
@@ -153,8 +154,7 @@ void relateClient(StressWorker& w)
         w.conflict(QStringLiteral("relate"));
         return;
     } catch (const DbError& e) {
-        if (!e.isLockConflict())
-            throw;
+        if (!e.isLockConflict()) throw;
         w.conflict(QStringLiteral("relate"));
         return;
     }

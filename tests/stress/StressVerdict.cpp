@@ -139,11 +139,13 @@ void checkMisses(Database& db, const QList<QStringList>& misses, int unjournaled
 
 // Every relationship journaled stands once, for its client, with the
 // individual made with it; one of a killed worker may stand unjournaled.
-void checkRelationships(Database& db, const QList<QStringList>& related, int unjournaled, QStringList& problems)
+void checkRelationships(Database& db, const QList<QStringList>& related, int unjournaled,
+                        QStringList& problems)
 {
-    const ResultSet stored = db.execute(QStringLiteral(
-        "select Relationships.Person_ID, Relationships.Relationship, Individuals.Last_Name from Relationships "
-        "left join Individuals on Relationships.Indiv_ID = Individuals.Indiv_ID"));
+    const ResultSet stored =
+        db.execute(QStringLiteral("select Relationships.Person_ID, Relationships.Relationship, "
+                                  "Individuals.Last_Name from Relationships "
+                                  "left join Individuals on Relationships.Indiv_ID = Individuals.Indiv_ID"));
     QMap<QString, int> seen; // "person token" -> rows
     for (qsizetype r = 0; r < stored.rowCount(); ++r) {
         const QString token = stored.value(r, 1).toString();
@@ -153,10 +155,12 @@ void checkRelationships(Database& db, const QList<QStringList>& related, int unj
     }
     for (const QStringList& line : related) {
         const int rows = seen.take(line.value(1) + QLatin1Char(' ') + line.value(2));
-        if (rows != 1) problems << QStringLiteral("the relationship %1 stands %2 times").arg(line.value(2)).arg(rows);
+        if (rows != 1)
+            problems << QStringLiteral("the relationship %1 stands %2 times").arg(line.value(2)).arg(rows);
     }
     if (seen.size() > unjournaled)
-        problems << QStringLiteral("%1 relationships are in the data that no worker journaled").arg(seen.size());
+        problems
+            << QStringLiteral("%1 relationships are in the data that no worker journaled").arg(seen.size());
 }
 
 // Whatever the workers held must be free: every row of the pool and of
