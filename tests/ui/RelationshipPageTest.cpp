@@ -21,6 +21,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -116,6 +117,10 @@ TEST_P(RelationshipPage, TheCommandsWorkOnTheIndividualChosenInTheGrid)
         ASSERT_NE(button, nullptr) << id.toStdString();
         EXPECT_TRUE(form->hasHandler(id)) << id.toStdString();
     }
+
+    if (const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+        !dir.isEmpty() && GetParam() == StoreKind::SQLite)
+        w.grab().save(QDir(dir).filePath(QStringLiteral("client-window-relationships.png")));
 
     choose(w, 900);
     EXPECT_TRUE(form->run(cmd::ShowRelatedClients));
