@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "store/ResultSet.h"
+
 #include <functional>
 #include <vector>
 
@@ -51,6 +53,10 @@ public:
         QString newStatus;
     };
     using TransactionMark = std::function<void(bool)>;
+    // Prints the list of the utility: its rows (Client_ID, First_Name,
+    // Last_Name, Stop_Dte, Stop_Reason), the list's title, and whether it
+    // goes to the printer rather than the screen.
+    using ReportPrinter = std::function<void(const ResultSet& rows, const QString& title, bool toPrinter)>;
 
     virtual ~StoppedClientsUtility() = default;
 
@@ -70,6 +76,8 @@ public:
     QDate date() const { return m_date; }
     void setDate(const QDate& date) { m_date = date; }
     void setTransactionMark(TransactionMark mark) { m_mark = std::move(mark); }
+    void setReportPrinter(ReportPrinter printer) { m_printer = std::move(printer); }
+    const ReportPrinter& reportPrinter() const { return m_printer; }
 
     // The clients of the date, by stop date.
     std::vector<Row> selection() const;
@@ -102,6 +110,7 @@ private:
     DataSet& m_clients;
     QDate m_date;
     TransactionMark m_mark;
+    ReportPrinter m_printer;
     bool m_running = false;
     std::vector<Change> m_changes;
 };

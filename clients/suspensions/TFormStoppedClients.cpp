@@ -24,6 +24,25 @@ QStringList TFormStoppedClients::reportColumns()
             QStringLiteral("Stop Date"), QStringLiteral("Stop Reason")};
 }
 
+ResultSet TFormStoppedClients::reportRows() const
+{
+    ResultSet rows({sql::OutputColumn{QStringLiteral("Client_ID"), FieldType::String, 7},
+                    sql::OutputColumn{QStringLiteral("First_Name"), FieldType::String, 0},
+                    sql::OutputColumn{QStringLiteral("Last_Name"), FieldType::String, 0},
+                    sql::OutputColumn{QStringLiteral("Stop_Dte"), FieldType::Date, 0},
+                    sql::OutputColumn{QStringLiteral("Stop_Reason"), FieldType::String, 0}});
+    for (const StoppedClientsUtility::Row& row : m_rows)
+        rows.appendRow({row.clientId, row.firstName, row.lastName,
+                        row.stopDate.isValid() ? QVariant(row.stopDate) : QVariant(), row.stopReason});
+    rows.setHasRows(true);
+    return rows;
+}
+
+void TFormStoppedClients::ActionPrintReport(bool toPrinter)
+{
+    if (printEnabled()) m_utility.reportPrinter()(reportRows(), caption(), toPrinter);
+}
+
 bool TFormStoppedClients::setStatus(int row, const QString& code)
 {
     if (row < 0 || size_t(row) >= m_rows.size()) return false;

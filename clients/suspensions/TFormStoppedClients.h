@@ -35,6 +35,12 @@ public:
     bool ActionOk();
     // The data of "Print Report": client number, first name, last name, stop date, stop reason.
     static QStringList reportColumns();
+    // Those columns' values for the rows of the list.
+    ResultSet reportRows() const;
+    // "Print Report" is offered where the window can print.
+    bool printEnabled() const { return bool(m_utility.reportPrinter()) && !m_rows.empty(); }
+    // Prints the list to the screen, or to the printer.
+    void ActionPrintReport(bool toPrinter);
 
 private:
     StoppedClientsUtility& m_utility;

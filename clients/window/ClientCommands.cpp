@@ -212,6 +212,15 @@ const std::vector<ClientCommandInfo>& clientCommands()
         command("ActionAddPledgeItem", "", "Add Pledge Item", "", HiddenR),
         command("ActionDeletePledgeItem", "", "Delete Pledge Item", "", HiddenR),
         command("ActionShowColumnHeadings", "", "Show Column Headings", "", NoAccessRule, false),
+        // The Relationships page: a client's relationships and all individuals.
+        command("ActionAddRelationship", "", "Add Relationship", "", DisabledR | HiddenR),
+        command("ActionEditRelationship", "", "Edit Relationship", "", DisabledR | HiddenR),
+        command("ActionDeleteRelationship", "", "Delete Relationship", "", DisabledR | HiddenR),
+        command("ActionAddIndividual", "", "Add Individual", "", DisabledR | HiddenR),
+        command("ActionEditIndividual", "", "Edit Individual", "", DisabledR | HiddenR),
+        // Both may move the window to a related client.
+        command("ActionDeleteIndividual", "", "Delete Individual", "", DisabledR | HiddenR, false),
+        command("ActionShowRelatedClients", "", "Show Related Clients", "", NoAccessRule, false),
     };
     return commands;
 }

@@ -133,6 +133,16 @@ inline const QString AddPledgeItem = QStringLiteral("ActionAddPledgeItem");
 inline const QString DeletePledgeItem = QStringLiteral("ActionDeletePledgeItem");
 inline const QString ShowColumnHeadings = QStringLiteral("ActionShowColumnHeadings");
 inline const QString ShiftDeliveries = QStringLiteral("ActionShiftDeliveries");
+inline const QString AddRelationship = QStringLiteral("ActionAddRelationship");
+inline const QString EditRelationship = QStringLiteral("ActionEditRelationship");
+inline const QString DeleteRelationship = QStringLiteral("ActionDeleteRelationship");
+inline const QString AddIndividual = QStringLiteral("ActionAddIndividual");
+inline const QString EditIndividual = QStringLiteral("ActionEditIndividual");
+inline const QString DeleteIndividual = QStringLiteral("ActionDeleteIndividual");
+inline const QString ShowRelatedClients = QStringLiteral("ActionShowRelatedClients");
+inline const QString CopyIndividual = QStringLiteral("ActionCopyIndividual");
+inline const QString ListMembership = QStringLiteral("ActionListMembership");
+inline const QString RecentStops = QStringLiteral("ActionRecentStops");
 } // namespace client_command
 
 } // namespace kb

@@ -6,9 +6,12 @@
 #include "TFormRunPrepare.h"
 #include "confirmation/GivenItemConfirmation.h"
 #include "dataset/Abort.h"
+#include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
 #include "dated/DatedDeliveries.h"
 #include "dialogs/GivenRunDialogs.h"
+#include "individuals/TFormIndividual.h"
+#include "individuals/TFormRelationship.h"
 #include "missed/MissRecorder.h"
 #include "records/History.h"
 #include "records/RecordServices.h"
@@ -246,6 +249,41 @@ void addDated(StressWorker& w)
     w.journal({QStringLiteral("dated"), QString::number(person), date.toString(Qt::ISODate), QString::number(id)});
 }
 
+// An outside individual added and related to a client, as the
+// relationship screen saves them: both rows carry one token, so a
+// relationship without its individual, or one saved twice, shows.
+void relateClient(StressWorker& w)
+{
+    const int person = w.pickClient();
+    const QString token = w.nextToken();
+    try {
+        // The new row matches the statement, so it stays in the set after its post.
+        QueryDataSet individual(w.db(), QStringLiteral("select * from Individuals where Last_Name = :Token"));
+        individual.setRequestLive(true);
+        individual.setParam(QStringLiteral("Token"), token);
+        w.services().installErrorHooks(individual);
+        individual.open();
+        TFormIndividual added(individual, w.ui(), w.db().clock(), w.userFullName().left(20),
+                              QStringLiteral("USA"));
+        added.Add();
+        added.setValue(QStringLiteral("LAST_NAME"), token);
+        added.Ok();
+        TFormRelationship form(w.services(), w.ui(), w.db().clock(), w.userFullName(), person);
+        form.EditRelationships(TFormRelationship::Mode::Add);
+        form.setValue(QStringLiteral("Relationship"), token);
+        form.setIndividual(individual.fieldValue(u"INDIV_ID").toLongLong());
+        if (!form.Ok()) throw std::runtime_error("the relationship form refused a complete relationship");
+    } catch (const Abort&) {
+        w.conflict(QStringLiteral("relate"));
+        return;
+    } catch (const DbError& e) {
+        if (!e.isLockConflict()) throw;
+        w.conflict(QStringLiteral("relate"));
+        return;
+    }
+    w.journal({QStringLiteral("relate"), QString::number(person), token});
+}
+
 // A screen reading while others write.
 void readClients(StressWorker& w)
 {
@@ -268,6 +306,7 @@ const std::vector<StressOperation>& stressOperations()
         {QStringLiteral("dated"), 10, addDated},
         {QStringLiteral("save"), 4, saveRun},
         {QStringLiteral("suspend"), 8, addSuspension},
+        {QStringLiteral("relate"), 5, relateClient},
     };
     return operations;
 }

@@ -242,6 +242,32 @@ void checkSuspensions(Database& db, const QList<QStringList>& added, int unjourn
         problems << QStringLiteral("%1 suspensions are in the data that no worker journaled").arg(unexplained);
 }
 
+// Every relationship journaled stands once, for its client, with the
+// individual made with it; one of a killed worker may stand unjournaled.
+void checkRelationships(Database& db, const QList<QStringList>& related, int unjournaled,
+                        QStringList& problems)
+{
+    const ResultSet stored =
+        db.execute(QStringLiteral("select Relationships.Person_ID, Relationships.Relationship, "
+                                  "Individuals.Last_Name from Relationships "
+                                  "left join Individuals on Relationships.Indiv_ID = Individuals.Indiv_ID"));
+    QMap<QString, int> seen; // "person token" -> rows
+    for (qsizetype r = 0; r < stored.rowCount(); ++r) {
+        const QString token = stored.value(r, 1).toString();
+        if (stored.value(r, 2).toString() != token)
+            problems << QStringLiteral("the relationship %1 lost its individual").arg(token);
+        ++seen[stored.value(r, 0).toString() + QLatin1Char(' ') + token];
+    }
+    for (const QStringList& line : related) {
+        const int rows = seen.take(line.value(1) + QLatin1Char(' ') + line.value(2));
+        if (rows != 1)
+            problems << QStringLiteral("the relationship %1 stands %2 times").arg(line.value(2)).arg(rows);
+    }
+    if (seen.size() > unjournaled)
+        problems
+            << QStringLiteral("%1 relationships are in the data that no worker journaled").arg(seen.size());
+}
+
 // Whatever the workers held must be free: every row of the pool and of
 // IDNOS can be locked, and the tables opened exclusively.
 void checkLocksFree(Database& db, QStringList& problems)
@@ -365,6 +391,7 @@ StressVerdict StressVerdict::check(Database& db, const QList<QList<QStringList>>
     checkDated(db, byOperation.value(QStringLiteral("dated")), unjournaled, verdict.problems);
     checkSaves(db, byOperation.value(QStringLiteral("save")), unjournaled, verdict.problems);
     checkSuspensions(db, byOperation.value(QStringLiteral("suspend")), unjournaled, verdict.problems);
+    checkRelationships(db, byOperation.value(QStringLiteral("relate")), unjournaled, verdict.problems);
     checkLocksFree(db, verdict.problems);
     return verdict;
 }

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QInputDialog>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -51,6 +52,15 @@ StoppedClientsView::StoppedClientsView(TFormStoppedClients& presenter, SettingsF
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_ok = buttons->button(QDialogButtonBox::Ok);
+    QPushButton* print = buttons->addButton(QStringLiteral("Print Report"), QDialogButtonBox::ActionRole);
+    print->setEnabled(presenter.printEnabled());
+    connect(print, &QPushButton::clicked, this, [this] {
+        bool chosen = false;
+        const QString destination = QInputDialog::getItem(
+            this, QStringLiteral("Print Report"), QStringLiteral("Select a Destination"),
+            {QStringLiteral("Screen"), QStringLiteral("Printer")}, 0, false, &chosen);
+        if (chosen) m_presenter.ActionPrintReport(destination == QLatin1String("Printer"));
+    });
     m_ok->setEnabled(presenter.okEnabled());
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_table);

@@ -1,12 +1,17 @@
 #include "clients/SuspensionScreens.h"
 
+#include "QtReportOutput.h"
+#include "ReportHolder.h"
 #include "clients/AddSuspensionView.h"
 #include "clients/StoppedClientsUtilityView.h"
 #include "clientwindow/MainWindow.h"
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
+#include "deliveryreports/DeliveryReportChoice.h"
+#include "printouts/StoppedClientsReport.h"
 #include "records/RecordServices.h"
 #include "session/TDataModule1.h"
+#include "settings/SettingsFile.h"
 #include "suspensions/SuspensionEditor.h"
 #include "suspensions/SuspensionRules.h"
 #include "suspensions/TFormAddSuspension.h"
@@ -53,7 +58,19 @@ template <typename Utility> void openUtility(TFormClients& form, UserInterface& 
     TDataModule1& module = form.module();
     Utility utility(module.services(), ui, module.clients(), module.clock());
     utility.setTransactionMark([&form](bool on) { form.ShowTransactionStatus(on); });
+    QWidget* screen = window; // the utility's screen, once it stands
+    utility.setReportPrinter(
+        [&module, &ui, &screen](const ResultSet& rows, const QString& title, bool toPrinter) {
+            const reports::DeliveryReportContext context = deliveryReportContext(module, ui);
+            QtReportOutput output(screen, ui, module.userSettings().path());
+            reports::ReportHolder holder(output, module.clock());
+            holder.setDocumentName(title);
+            reports::StoppedClientsReport(context).print(holder, rows, title,
+                                                         toPrinter ? reports::ReportDestination::Printer
+                                                                   : reports::ReportDestination::Screen);
+        });
     StoppedClientsUtilityView view(utility, ui, module.userSettings(), window);
+    screen = &view;
     view.exec();
     emit form.rowsChanged();
 }

@@ -21,6 +21,7 @@
 #include "clients/FundingSourcesView.h"
 #include "clients/PageRowDialog.h"
 #include "clients/SuspensionScreens.h"
+#include "clients/RelationshipScreens.h"
 #include "clientwindow/ClientFieldsView.h"
 #include "clientwindow/CustomFilterDialog.h"
 #include "clientwindow/MainWindow.h"
@@ -500,6 +501,8 @@ void registerScreenCommands(MainWindow& window)
         view.exec();
     });
     registerScheduleAndFundingScreens(window);
+    // Individuals, relationships, list memberships, and the recent stops report
+    registerRelationshipScreens(window);
 }
 
 } // namespace kb::ui

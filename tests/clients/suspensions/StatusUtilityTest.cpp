@@ -160,6 +160,30 @@ TEST_P(StatusUtilities, AFailureHalfWayChangesNothing)
     clients().setHook(DataSet::Hook::AfterPost, rulesAfterPost);
 }
 
+TEST_P(StatusUtilities, TheListPrintsItsClientsWithTheirStopDatesAndReasons)
+{
+    TFrmStopClients stop(ws->services, ui(), clients(), data->clock());
+    TFormStoppedClients list(stop);
+    EXPECT_FALSE(list.printEnabled()); // nothing to print with
+    int printed = 0;
+    stop.setReportPrinter([&](const ResultSet& rows, const QString& title, bool toPrinter) {
+        ++printed;
+        EXPECT_EQ(title, QStringLiteral("Active Clients with stop dates prior to 3/5/2024"));
+        EXPECT_TRUE(toPrinter);
+        ASSERT_EQ(rows.rowCount(), 2);
+        EXPECT_EQ(rows.columnName(0), QStringLiteral("Client_ID"));
+        EXPECT_EQ(rows.value(0, u"Client_ID").toString(), QStringLiteral("1.0"));
+        EXPECT_EQ(rows.value(0, u"Stop_Dte").toDate(), QDate(2024, 3, 4));
+        EXPECT_EQ(rows.value(1, u"Last_Name").toString(), QStringLiteral("Last2"));
+        EXPECT_EQ(rows.value(1, u"Stop_Reason").toString(), QStringLiteral("Moved away"));
+    });
+    ASSERT_TRUE(list.printEnabled());
+    list.ActionPrintReport(true);
+    EXPECT_EQ(printed, 1);
+    // Printing changes nobody.
+    EXPECT_EQ(statuses(), QStringLiteral("AAAASSW"));
+}
+
 INSTANTIATE_TEST_SUITE_P(Stores, StatusUtilities, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
                          storeParamName);
 
