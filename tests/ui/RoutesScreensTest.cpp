@@ -5,6 +5,10 @@
 
 #include "DemoAgency.h"
 #include "GeocodingView.h"
+#include "geocode/AgencyGeocoder.h"
+#include "map/LocalMapServer.h"
+#include "routes/MapCanvas.h"
+#include "routes/MapWindow.h"
 #include "OrderRoutesView.h"
 #include "ScriptedUserInterface.h"
 #include "session/SessionState.h"
@@ -15,6 +19,9 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QWheelEvent>
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
@@ -91,6 +98,49 @@ TEST_F(RoutesScreens, GeocodingShowsWhatWasFound)
     EXPECT_EQ(view.grid()->rowCount(), 3);
     EXPECT_EQ(view.grid()->horizontalHeaderItem(6)->text(), "Match");
     keepScreenshot(view, QStringLiteral("geocoding"));
+}
+
+TEST_F(RoutesScreens, TheMapWindowShowsARouteSentToMapping)
+{
+    TFormOrderRoutes presenter(data.db(), session, ui);
+    ASSERT_TRUE(presenter.setRoute(QStringLiteral("R01")));
+    presenter.ActionRetrieve();
+    ASSERT_GT(presenter.rows().count(), 2);
+    ui::MapWindow window(std::make_shared<map::LocalMapServer>(agencyGeocoder(data.db()), map::DrivingEstimate{},
+                                                               std::chrono::milliseconds(300)));
+    EXPECT_EQ(window.windowTitle(), "Kettlebrook Map");
+    EXPECT_FALSE(window.isVisible());
+    presenter.setMapServerFactory([&window] {
+        return std::shared_ptr<map::MapServer>(std::shared_ptr<void>(), &window.server());
+    });
+    MapPointOptions options;
+    options.labelOption = 6;
+    options.optimizeAndRetrieve = true;
+    presenter.ActionSendToMapping(options);
+
+    // The map came up with the route planner beside it and the route measured.
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.waypointList()->count(), presenter.rows().count());
+    EXPECT_TRUE(window.waypointList()->item(0)->text().startsWith(QStringLiteral("1. ")));
+    EXPECT_TRUE(window.status()->text().contains(QStringLiteral("km by road"))) << window.status()->text().toStdString();
+    EXPECT_TRUE(presenter.hasChanges());
+
+    // The wheel zooms in about the pointer; the map stays where the user put it.
+    const double before = window.canvas()->scale();
+    QWheelEvent wheel(QPointF(100, 100), window.canvas()->mapToGlobal(QPointF(100, 100)), QPoint(), QPoint(0, 120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(window.canvas(), &wheel);
+    EXPECT_GT(window.canvas()->scale(), before);
+    EXPECT_TRUE(window.canvas()->userMoved());
+    EXPECT_TRUE(window.canvas()->zoomToRoute());
+    keepScreenshot(window, QStringLiteral("map-window"));
+
+    // Closing only hides it: the server is left as it was.
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(window.server().waypointCount(), presenter.rows().count());
+    ui.answerNext(Answer::No);
+    presenter.FormClose();
 }
 
 } // namespace

@@ -216,7 +216,9 @@ void MapCanvas::drawPins(QPainter& painter)
     // The names first, where they do not cover a marker or another name.
     for (const Marker& m : markers) {
         const QRectF box = QRectF(metrics.boundingRect(m.label)).adjusted(-3, -1, 3, 1);
-        const QRectF at(m.at + QPointF(14, -box.height() / 2), box.size());
+        QRectF at(m.at + QPointF(14, -box.height() / 2), box.size());
+        // Near the right edge the name goes to the left of its pin.
+        if (at.right() > width()) at.moveRight(m.at.x() - 14);
         if (!rect().intersects(at.toAlignedRect())) continue;
         bool free = true;
         for (const QRectF& t : taken)
