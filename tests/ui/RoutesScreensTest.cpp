@@ -12,6 +12,7 @@
 #include "OrderRoutesView.h"
 #include "ScriptedUserInterface.h"
 #include "session/SessionState.h"
+#include "settings/SettingsFile.h"
 #include "TempDataDir.h"
 #include "TFormGeocodeAddresses.h"
 #include "TFormOrderRoutes.h"
@@ -19,6 +20,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QWheelEvent>
@@ -141,6 +143,32 @@ TEST_F(RoutesScreens, TheMapWindowShowsARouteSentToMapping)
     EXPECT_EQ(window.server().waypointCount(), presenter.rows().count());
     ui.answerNext(Answer::No);
     presenter.FormClose();
+}
+
+TEST_F(RoutesScreens, TheDesktopsMapOutlivesTheScreenThatOpenedIt)
+{
+    SettingsFile settings(appData.path());
+    QWidget main;
+    auto* screen = new QDialog(&main);
+    const std::shared_ptr<map::MapServer> server = ui::MapWindow::desktopServer(data.db(), settings, screen);
+    ui::MapWindow* window = ui::MapWindow::desktopWindow();
+    ASSERT_NE(window, nullptr);
+    // A window of the modal screen, so it takes input beside it.
+    EXPECT_EQ(window->parentWidget(), screen);
+    EXPECT_TRUE(window->isWindow());
+    server->connect(map::MapRegion::NorthAmerica);
+    server->setVisible(true);
+    server->addPushpin(server->locationFromCoordinates(40.0, -83.4), QStringLiteral("Client Address"));
+    EXPECT_TRUE(window->isVisible());
+
+    screen->done(QDialog::Accepted);
+    delete screen;
+    ASSERT_EQ(ui::MapWindow::desktopWindow(), window);
+    EXPECT_EQ(window->parentWidget(), &main);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->server().pushpins().size(), 1u);
+    // The next run finds the same map.
+    EXPECT_EQ(ui::MapWindow::desktopServer(data.db(), settings, &main), server);
 }
 
 } // namespace

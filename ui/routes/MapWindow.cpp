@@ -100,21 +100,25 @@ MapWindow* MapWindow::desktopWindow()
 
 void MapWindow::attachTo(QWidget* owner)
 {
-    if (!owner || parentWidget() == owner) return;
-    const bool shown = isVisible();
-    setParent(owner, Qt::Window);
-    if (shown) show();
-    if (auto* dialog = qobject_cast<QDialog*>(owner)) {
-        connect(
-            dialog, &QDialog::finished, this,
-            [this, dialog] {
-                if (parentWidget() != dialog) return;
-                const bool visible = isVisible();
-                setParent(dialog->parentWidget(), Qt::Window);
-                if (visible) show();
-            },
-            Qt::SingleShotConnection);
+    if (!owner) return;
+    if (parentWidget() != owner) {
+        const bool shown = isVisible();
+        setParent(owner, Qt::Window);
+        if (shown) show();
     }
+    auto* dialog = qobject_cast<QDialog*>(owner);
+    if (!dialog || dialog == m_heldBy) return;
+    m_heldBy = dialog;
+    connect(
+        dialog, &QDialog::finished, this,
+        [this, dialog] {
+            m_heldBy = nullptr;
+            if (parentWidget() != dialog) return;
+            const bool visible = isVisible();
+            setParent(dialog->parentWidget(), Qt::Window);
+            if (visible) show();
+        },
+        Qt::SingleShotConnection);
 }
 
 void MapWindow::serverChanged()

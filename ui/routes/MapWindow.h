@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QDialog>
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -67,6 +69,8 @@ private:
     QPushButton* m_zoomPins;
     bool m_routeShown = false;
     QElapsedTimer m_sincePaint;
+    // The dialog the window belongs to until that dialog finishes.
+    QPointer<QDialog> m_heldBy;
 };
 
 } // namespace kb::ui
