@@ -8,6 +8,7 @@
 // written to the file instead.
 
 #include "CommandRegistry.h"
+#include "CommandReports.h"
 #include "CommandSession.h"
 
 #include "Clock.h"
@@ -35,11 +36,7 @@ int directions(app::CommandContext& context, const app::CommandArgs& args)
     app::CommandSession session(context);
     TDataModule1& data = session.data();
     const QDate date = args.date(QStringLiteral("date"), data.clock().today());
-    const DataLocation& location = data.location();
-    const DeliveryReportContext reportContext{
-        data.db(),    data.clock(),
-        session.ui(), data.session().cUserName,
-        nullptr,      location.clientServer ? QString() : location.directory};
+    const DeliveryReportContext reportContext = app::commandReportContext(data, session.ui());
     // Nothing is printed without --pdf; the holder only gathers the data.
     PdfFileOutput output(pdf);
     ReportHolder holder(output, data.clock());
@@ -51,11 +48,7 @@ int directions(app::CommandContext& context, const app::CommandArgs& args)
     }
 
     if (!pdf.isEmpty()) {
-        holder.setDestination(ReportDestination::Printer);
-        holder.setShowPrintDialog(false);
-        holder.print();
-        holder.clearPipes();
-        context.err << "Wrote " << pdf << '\n';
+        app::printToPdf(holder, context, pdf);
         session.close();
         return 0;
     }

@@ -9,6 +9,7 @@
 // report template RouteList.rtm and written to the file instead.
 
 #include "CommandRegistry.h"
+#include "CommandReports.h"
 #include "CommandSession.h"
 
 #include "Csv.h"
@@ -58,11 +59,7 @@ int routeList(app::CommandContext& context, const app::CommandArgs& args)
     if (!pdf.isEmpty()) {
         form.ActionRetrieve();
         const RouteListing listing = form.listing();
-        const DataLocation& location = data.location();
-        const reports::DeliveryReportContext reportContext{
-            data.db(),    data.clock(),
-            session.ui(), data.session().cUserName,
-            nullptr,      location.clientServer ? QString() : location.directory};
+        const reports::DeliveryReportContext reportContext = app::commandReportContext(data, session.ui());
         reports::PdfFileOutput output(pdf);
         reports::ReportHolder holder(output, data.clock());
         holder.setDocumentName(RouteListing::heading() + QLatin1Char(' ') + listing.route);
@@ -71,11 +68,7 @@ int routeList(app::CommandContext& context, const app::CommandArgs& args)
             session.close();
             return 1;
         }
-        holder.setDestination(reports::ReportDestination::Printer);
-        holder.setShowPrintDialog(false);
-        holder.print();
-        holder.clearPipes();
-        context.err << "Wrote " << pdf << '\n';
+        app::printToPdf(holder, context, pdf);
         session.close();
         return 0;
     }
