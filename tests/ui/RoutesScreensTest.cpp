@@ -5,6 +5,8 @@
 
 #include "DemoAgency.h"
 #include "GeocodingView.h"
+#include "MappingOptionsDialog.h"
+#include "TFormMapPointOptionsOrderRoutes.h"
 #include "geocode/AgencyGeocoder.h"
 #include "map/LocalMapServer.h"
 #include "routes/MapCanvas.h"
@@ -169,6 +171,25 @@ TEST_F(RoutesScreens, TheDesktopsMapOutlivesTheScreenThatOpenedIt)
     EXPECT_EQ(window->server().pushpins().size(), 1u);
     // The next run finds the same map.
     EXPECT_EQ(ui::MapWindow::desktopServer(data.db(), settings, &main), server);
+}
+
+TEST_F(RoutesScreens, MappingOptionsOfferTheMapOnlyWhenTheAgencyMapsWithIt)
+{
+    data.db().execute(QStringLiteral("Update Config set Mapping = 'Q'"));
+    {
+        TFormMapPointOptionsOrderRoutes options(data.db(), session, ui);
+        ui::MappingOptionsDialog dialog(options);
+        ASSERT_EQ(dialog.actionList()->count(), 1);
+        EXPECT_EQ(dialog.actionList()->itemText(0), "Export to mapping software");
+    }
+    data.db().execute(QStringLiteral("Update Config set Mapping = 'M'"));
+    TFormMapPointOptionsOrderRoutes options(data.db(), session, ui);
+    ui::MappingOptionsDialog dialog(options);
+    ASSERT_EQ(dialog.actionList()->count(), 2);
+    EXPECT_EQ(dialog.actionList()->itemText(0), "Integrate with MapPoint");
+    dialog.actionList()->setCurrentIndex(1);
+    EXPECT_EQ(options.options().action, MappingAction::Export);
+    keepScreenshot(dialog, QStringLiteral("mapping-options"));
 }
 
 } // namespace
