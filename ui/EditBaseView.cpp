@@ -137,7 +137,8 @@ bool EditBaseView::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_grid && m_search && event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         const QString text = key->text();
-        if (!text.isEmpty() && text.at(0).isPrint() && !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+        if (!text.isEmpty() && text.at(0).isPrint() &&
+            !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
             m_search->setFocus();
             m_search->setText(m_search->text() + text);
             m_presenter.searchIncrementally(m_search->text());

@@ -215,7 +215,8 @@ void TFormEditBase::openRow(int index)
 bool TFormEditBase::searchIncrementally(const QString& text)
 {
     const QString wanted = text.trimmed();
-    if (!m_screen.incrementalSearch || wanted.isEmpty() || !m_set || !m_set->isActive() || editing()) return false;
+    if (!m_screen.incrementalSearch || wanted.isEmpty() || !m_set || !m_set->isActive() || editing())
+        return false;
     for (int column = 0; column < std::min<qsizetype>(2, m_grid.fields.size()); ++column) {
         for (int row = 0; row < m_grid.rows.size(); ++row) {
             if (!m_grid.rows[row].value(column).toString().trimmed().startsWith(wanted, Qt::CaseInsensitive))

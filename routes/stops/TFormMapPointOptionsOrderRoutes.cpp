@@ -20,8 +20,8 @@ TFormMapPointOptionsOrderRoutes::TFormMapPointOptionsOrderRoutes(Database& db, c
                                                                  UserInterface& ui)
     : m_db(db), m_session(session), m_ui(ui)
 {
-    const ResultSet config = m_db.execute(
-        QStringLiteral("Select Organizatn, Org_Addr, Org_City, Org_State, Org_Zip, Postal_Format, Mapping from Config"));
+    const ResultSet config = m_db.execute(QStringLiteral(
+        "Select Organizatn, Org_Addr, Org_City, Org_State, Org_Zip, Postal_Format, Mapping from Config"));
     Location organisation{QStringLiteral("Organization Address"), {}};
     if (!config.isEmpty()) {
         organisation.place = {config.value(0, 0).toString(), config.value(0, 1).toString(),
@@ -52,8 +52,7 @@ TFormMapPointOptionsOrderRoutes::TFormMapPointOptionsOrderRoutes(Database& db, c
         ini.value(QStringLiteral("IncludeStartingLocation")).toString() == QLatin1String("Checked");
     m_options.includeEnding = ini.value(QStringLiteral("IncludeEndingLocation")).toString() == QLatin1String("Checked");
     setLocationIndex(qBound(0, ini.value(QStringLiteral("DistCenters"), 0).toInt(), int(m_locations.size()) - 1));
-    if (!m_integrateOffered)
-        m_options.action = MappingAction::Export;
+    if (!m_integrateOffered) m_options.action = MappingAction::Export;
     if (!optimizeEnabled())
         m_options.optimizeAndRetrieve = false;
 }

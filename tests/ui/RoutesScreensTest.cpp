@@ -110,8 +110,8 @@ TEST_F(RoutesScreens, TheMapWindowShowsARouteSentToMapping)
     ASSERT_TRUE(presenter.setRoute(QStringLiteral("R01")));
     presenter.ActionRetrieve();
     ASSERT_GT(presenter.rows().count(), 2);
-    ui::MapWindow window(std::make_shared<map::LocalMapServer>(agencyGeocoder(data.db()), map::DrivingEstimate{},
-                                                               std::chrono::milliseconds(300)));
+    ui::MapWindow window(std::make_shared<map::LocalMapServer>(
+        agencyGeocoder(data.db()), map::DrivingEstimate{}, std::chrono::milliseconds(300)));
     EXPECT_EQ(window.windowTitle(), "Kettlebrook Map");
     EXPECT_FALSE(window.isVisible());
     presenter.setMapServerFactory([&window] {
@@ -126,13 +126,14 @@ TEST_F(RoutesScreens, TheMapWindowShowsARouteSentToMapping)
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(window.waypointList()->count(), presenter.rows().count());
     EXPECT_TRUE(window.waypointList()->item(0)->text().startsWith(QStringLiteral("1. ")));
-    EXPECT_TRUE(window.status()->text().contains(QStringLiteral("km by road"))) << window.status()->text().toStdString();
+    EXPECT_TRUE(window.status()->text().contains(QStringLiteral("km by road")))
+        << window.status()->text().toStdString();
     EXPECT_TRUE(presenter.hasChanges());
 
     // The wheel zooms in about the pointer; the map stays where the user put it.
     const double before = window.canvas()->scale();
-    QWheelEvent wheel(QPointF(100, 100), window.canvas()->mapToGlobal(QPointF(100, 100)), QPoint(), QPoint(0, 120),
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QWheelEvent wheel(QPointF(100, 100), window.canvas()->mapToGlobal(QPointF(100, 100)), QPoint(),
+                      QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(window.canvas(), &wheel);
     EXPECT_GT(window.canvas()->scale(), before);
     EXPECT_TRUE(window.canvas()->userMoved());

@@ -378,9 +378,14 @@ void registerScreenCommands(MainWindow& window)
         TableDataSet& clients = module.clients();
         if (!clients.isActive() || clients.isEmpty()) return;
         const auto text = [&](const char16_t* field) { return clients.fieldValue(field).toString(); };
-        const map::ClientOnMap::Client client{text(u"FIRST_NAME"), text(u"LAST_NAME"), text(u"ADDRESS1"),
-                                               text(u"CITY"),       text(u"STATE"),     text(u"ZIP"),
-                                               clients.fieldValue(u"LATITUDE"), clients.fieldValue(u"LONGITUDE")};
+        const map::ClientOnMap::Client client{text(u"FIRST_NAME"),
+                                              text(u"LAST_NAME"),
+                                              text(u"ADDRESS1"),
+                                              text(u"CITY"),
+                                              text(u"STATE"),
+                                              text(u"ZIP"),
+                                              clients.fieldValue(u"LATITUDE"),
+                                              clients.fieldValue(u"LONGITUDE")};
         try {
             const std::shared_ptr<map::MapServer> server =
                 MapWindow::desktopServer(module.db(), module.userSettings(), w);
