@@ -13,6 +13,8 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -66,8 +68,9 @@ EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent, SettingsFi
         button->setAutoDefault(false);
         m_buttons.insert(int(b.command), button);
         navigator->addWidget(button);
-        connect(button, &QPushButton::clicked, this,
-                [this, command = b.command] { m_presenter.run(command); });
+        connect(button, &QPushButton::clicked, this, [this, command = b.command] {
+            if (m_presenter.run(command) && command == Command::Insert) focusNewRow();
+        });
     }
     navigator->addStretch();
     layout->addLayout(navigator);
@@ -82,7 +85,26 @@ EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent, SettingsFi
     m_grid->verticalHeader()->setDefaultSectionSize(m_grid->fontMetrics().height() + 6);
     connect(m_grid, &QTableWidget::cellDoubleClicked, this,
             [this](int row, int) { m_presenter.openRow(row); });
-    m_pages->addTab(m_grid, QStringLiteral("Browse"));
+    if (presenter.hasIncrementalSearch()) {
+        auto* browse = new QWidget(this);
+        auto* browseLayout = new QVBoxLayout(browse);
+        auto* searchRow = new QHBoxLayout;
+        m_search = new QLineEdit(browse);
+        m_search->setObjectName(QStringLiteral("IncrementalSearch"));
+        m_search->setPlaceholderText(QStringLiteral("Type the first letters of a code or description"));
+        m_search->setClearButtonEnabled(true);
+        searchRow->addWidget(new QLabel(QStringLiteral("Search:"), browse));
+        searchRow->addWidget(m_search, 1);
+        browseLayout->addLayout(searchRow);
+        browseLayout->addWidget(m_grid);
+        connect(m_search, &QLineEdit::textEdited, this,
+                [this](const QString& text) { m_presenter.searchIncrementally(text); });
+        // Typing on the grid goes to the search.
+        m_grid->installEventFilter(this);
+        m_pages->addTab(browse, QStringLiteral("Browse"));
+    } else {
+        m_pages->addTab(m_grid, QStringLiteral("Browse"));
+    }
     buildEditPage();
     connect(m_pages, &QTabWidget::currentChanged, this, [this](int index) {
         if (!m_showing)
@@ -108,6 +130,27 @@ EditBaseView::EditBaseView(TFormEditBase& presenter, QWidget* parent, SettingsFi
 EditBaseView::~EditBaseView()
 {
     m_presenter.setOnChanged({});
+}
+
+bool EditBaseView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_grid && m_search && event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        const QString text = key->text();
+        if (!text.isEmpty() && text.at(0).isPrint() &&
+            !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+            m_search->setFocus();
+            m_search->setText(m_search->text() + text);
+            m_presenter.searchIncrementally(m_search->text());
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void EditBaseView::focusNewRow()
+{
+    if (QWidget* editor = m_editors.value(m_presenter.newRowField().toUpper())) editor->setFocus();
 }
 
 void EditBaseView::buildEditPage()

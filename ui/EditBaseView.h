@@ -4,6 +4,7 @@
 #include <QHash>
 
 class QFormLayout;
+class QLineEdit;
 class QPushButton;
 class QTabWidget;
 class QTableWidget;
@@ -34,10 +35,13 @@ public:
     QPushButton* button(int command) const { return m_buttons.value(command); }
     QWidget* editor(const QString& field) const { return m_editors.value(field.toUpper()); }
     QPushButton* missingCombinationsButton() const { return m_missing; }
+    // The incremental search box; null on screens without one.
+    QLineEdit* searchBox() const { return m_search; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void done(int result) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildEditPage();
@@ -46,12 +50,15 @@ private:
     void showGrid();
     void showFields();
     void chooseMissingCombinations();
+    // Puts the cursor in the field a new row starts with.
+    void focusNewRow();
 
     TFormEditBase& m_presenter;
     QTabWidget* m_pages;
     QTableWidget* m_grid;
     QFormLayout* m_form = nullptr;
     QPushButton* m_missing = nullptr;
+    QLineEdit* m_search = nullptr;
     QHash<int, QPushButton*> m_buttons;
     QHash<QString, QWidget*> m_editors; // by upper-case field name
     bool m_showing = false;             // while the view is being filled from the presenter

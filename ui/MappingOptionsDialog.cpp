@@ -33,7 +33,8 @@ MappingOptionsDialog::MappingOptionsDialog(TFormMapPointOptionsOrderRoutes& pres
 {
     setWindowTitle(TFormMapPointOptionsOrderRoutes::caption());
     setObjectName(TFormMapPointOptionsOrderRoutes::formName());
-    m_action->addItems(TFormMapPointOptionsOrderRoutes::actionTexts());
+    for (MappingAction action : m_presenter.offeredActions())
+        m_action->addItem(TFormMapPointOptionsOrderRoutes::actionText(action), int(action));
     m_location->addItems(m_presenter.locationEntries());
     m_label->addItems(PushpinLabels::captions());
 
@@ -92,7 +93,7 @@ MappingOptionsDialog::MappingOptionsDialog(TFormMapPointOptionsOrderRoutes& pres
 void MappingOptionsDialog::readFields()
 {
     MapPointOptions& o = m_presenter.options();
-    m_presenter.setAction(m_action->currentIndex() == 1 ? MappingAction::Export : MappingAction::Integrate);
+    m_presenter.setAction(MappingAction(m_action->currentData().toInt()));
     o.includeStarting = m_start->isChecked();
     o.includeEnding = m_end->isChecked();
     o.location = {m_name->text(), m_address->text(), m_city->text(), m_state->text(), m_zip->text()};
@@ -105,7 +106,7 @@ void MappingOptionsDialog::showState()
 {
     m_showing = true;
     const MapPointOptions& o = m_presenter.options();
-    m_action->setCurrentIndex(o.action == MappingAction::Export ? 1 : 0);
+    m_action->setCurrentIndex(m_action->findData(int(o.action)));
     m_start->setChecked(o.includeStarting);
     m_end->setChecked(o.includeEnding);
     m_location->setCurrentIndex(m_presenter.locationIndex());

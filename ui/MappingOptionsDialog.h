@@ -22,6 +22,7 @@ public:
     MappingOptionsDialog(TFormMapPointOptionsOrderRoutes& presenter, QWidget* parent = nullptr);
 
     void accept() override;
+    QComboBox* actionList() const { return m_action; }
 
 private:
     void showState();

@@ -359,6 +359,9 @@ TFormClients::CommandState TFormClients::commandState(const QString& id) const
         state.checkable = true;
         state.checked = serviceColumnHeadings();
     }
+    // The map buttons follow the agency's way of mapping.
+    if (id == cmd::MapPointMap) state.visible = state.visible && m_lists.mapPointShown;
+    if (id == cmd::GetMap) state.enabled = state.enabled && m_lists.getMapEnabled;
     if (!m_handlers.contains(id)) {
         state.enabled = false;
         state.toolTip = notAvailableText();

@@ -27,6 +27,9 @@ struct EditorScreen
     QString indexName;
     QString orderBy;
     QStringList browseFields;
+    // Typing on the browse page moves to the first row whose first browse
+    // column (else second) begins with what was typed.
+    bool incrementalSearch = false;
 };
 
 // The maintenance screens of the code tables, in the order of their menu.

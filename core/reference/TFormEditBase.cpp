@@ -11,6 +11,8 @@
 #include "reference/EditorFieldRules.h"
 #include "reference/TFormDietCombinations.h"
 
+#include <algorithm>
+
 namespace kb {
 
 namespace {
@@ -208,6 +210,29 @@ void TFormEditBase::setPage(Page page)
 void TFormEditBase::openRow(int index)
 {
     if (guarded([&] { m_set->setRecNo(index + 1); })) setPage(Page::Edit);
+}
+
+bool TFormEditBase::searchIncrementally(const QString& text)
+{
+    const QString wanted = text.trimmed();
+    if (!m_screen.incrementalSearch || wanted.isEmpty() || !m_set || !m_set->isActive() || editing())
+        return false;
+    for (int column = 0; column < std::min<qsizetype>(2, m_grid.fields.size()); ++column) {
+        for (int row = 0; row < m_grid.rows.size(); ++row) {
+            if (!m_grid.rows[row].value(column).toString().trimmed().startsWith(wanted, Qt::CaseInsensitive))
+                continue;
+            if (row == m_grid.current) return true;
+            return guarded([&] { m_set->setRecNo(row + 1); });
+        }
+    }
+    return false;
+}
+
+QString TFormEditBase::newRowField() const
+{
+    for (const EditorField& field : m_fields)
+        if (!field.readOnly && isFieldVisible(field.name)) return field.name;
+    return {};
 }
 
 bool TFormEditBase::isEnabled(Command command) const

@@ -100,6 +100,15 @@ public:
 
     const Grid& grid() const { return m_grid; }
 
+    // Incremental search, on the screens that have it: moves to the first
+    // row whose first browse column begins with the text (case aside), or
+    // else whose second does. False, and the row stays, when none does or a
+    // row is being edited.
+    bool hasIncrementalSearch() const { return m_screen.incrementalSearch; }
+    bool searchIncrementally(const QString& text);
+    // Where the cursor goes on a new row: the first field the user types into.
+    QString newRowField() const;
+
     // Called after anything the view shows may have changed.
     void setOnChanged(std::function<void()> onChanged) { m_onChanged = std::move(onChanged); }
 

@@ -16,6 +16,7 @@ EditorScreen TFormEditRoutes::editorScreen()
     screen.indexName = QStringLiteral("ROUTE_ID");
     screen.browseFields = {QStringLiteral("ROUTE_ID"), QStringLiteral("ROUTE_DESC"),
                            QStringLiteral("ROUTE_TYPE"), QStringLiteral("DIST_CENTER_CD")};
+    screen.incrementalSearch = true;
     return screen;
 }
 

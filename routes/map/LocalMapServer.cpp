@@ -35,22 +35,30 @@ void LocalMapServer::requireConnected() const
     if (!m_connected) throw MapServerError(QStringLiteral("The map server is not connected."));
 }
 
+void LocalMapServer::changed() const
+{
+    if (m_onChanged) m_onChanged();
+}
+
 void LocalMapServer::connect(MapRegion region)
 {
     m_region = region;
     m_connected = true;
+    changed();
 }
 
 void LocalMapServer::setVisible(bool visible)
 {
     requireConnected();
     m_visible = visible;
+    changed();
 }
 
 void LocalMapServer::setUserControl(bool userControl)
 {
     requireConnected();
     m_userControl = userControl;
+    changed();
 }
 
 QString LocalMapServer::version() const
@@ -65,6 +73,7 @@ void LocalMapServer::setPaneState(PaneState state)
 {
     requireConnected();
     m_paneState = state;
+    changed();
 }
 
 void LocalMapServer::clearRoute()
@@ -73,12 +82,14 @@ void LocalMapServer::clearRoute()
     m_waypoints.clear();
     m_calculated = false;
     m_showingRoute = false;
+    changed();
 }
 
 void LocalMapServer::deletePushpins()
 {
     requireConnected();
     m_pushpins.clear();
+    changed();
 }
 
 Location LocalMapServer::locationFromCoordinates(double latitude, double longitude)
@@ -102,6 +113,7 @@ std::shared_ptr<Pushpin> LocalMapServer::addPushpin(const Location& location, co
     requireConnected();
     locationFromCoordinates(location.latitude, location.longitude);
     m_pushpins.push_back(std::make_shared<Pushpin>(location, name));
+    changed();
     return m_pushpins.back();
 }
 
@@ -110,6 +122,7 @@ void LocalMapServer::addWaypoint(const Pushpin& pin)
     requireConnected();
     m_waypoints.push_back({pin.name(), pin.location()});
     m_calculated = false;
+    changed();
 }
 
 int LocalMapServer::waypointCount() const
@@ -136,6 +149,12 @@ QString LocalMapServer::waypointName(int position) const
 Location LocalMapServer::waypointLocation(int position) const
 {
     return waypoint(position).location;
+}
+
+std::optional<RouteSummary> LocalMapServer::routeSummary() const
+{
+    if (!m_calculated) return std::nullopt;
+    return m_summary;
 }
 
 void LocalMapServer::optimizeWaypoints(FixedEnds fixed)
@@ -166,6 +185,7 @@ void LocalMapServer::optimizeWaypoints(FixedEnds fixed)
             QStringLiteral("The route could not be optimised: %1").arg(QString::fromStdString(e.what())));
     }
     m_calculated = false;
+    changed();
 }
 
 RouteSummary LocalMapServer::calculateRoute()
@@ -181,6 +201,8 @@ RouteSummary LocalMapServer::calculateRoute()
     const double hours = summary.estimatedRoadMetres / 1000.0 / m_estimate.kilometresPerHour;
     summary.estimatedDrivingTime = std::chrono::seconds(std::llround(hours * 3600.0));
     m_calculated = true;
+    m_summary = summary;
+    changed();
     return summary;
 }
 
@@ -191,12 +213,14 @@ void LocalMapServer::goToRoute()
         throw MapServerError(
             QStringLiteral("The route has not been calculated, so there is nothing to show."));
     m_showingRoute = true;
+    changed();
 }
 
 void LocalMapServer::setSaved(bool saved)
 {
     requireConnected();
     m_saved = saved;
+    changed();
 }
 
 } // namespace kb::map

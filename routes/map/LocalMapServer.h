@@ -5,7 +5,9 @@
 #include "MapServer.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace kb::map {
@@ -50,6 +52,11 @@ public:
     bool isShowingRoute() const { return m_showingRoute; }
     const std::vector<std::shared_ptr<Pushpin>>& pushpins() const { return m_pushpins; }
     Location waypointLocation(int position) const;
+    // The route as last calculated; none while the waypoints changed since.
+    std::optional<RouteSummary> routeSummary() const;
+
+    // Called after every change of what a display of the map shows.
+    void setOnChanged(std::function<void()> onChanged) { m_onChanged = std::move(onChanged); }
 
 private:
     struct Waypoint
@@ -59,6 +66,7 @@ private:
     };
 
     void requireConnected() const;
+    void changed() const;
     const Waypoint& waypoint(int position) const;
 
     std::shared_ptr<const Geocoder> m_geocoder;
@@ -74,6 +82,8 @@ private:
     bool m_showingRoute = false;
     std::vector<std::shared_ptr<Pushpin>> m_pushpins;
     std::vector<Waypoint> m_waypoints;
+    RouteSummary m_summary;
+    std::function<void()> m_onChanged;
 };
 
 } // namespace kb::map

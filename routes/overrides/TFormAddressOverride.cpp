@@ -224,6 +224,11 @@ bool TFormAddressOverride::ActionLocateDate(const QDate& date)
     return true;
 }
 
+QDate TFormAddressOverride::locateDateDefault() const
+{
+    return m_services.db().clock().today();
+}
+
 bool TFormAddressOverride::close()
 {
     if (!saveQuestion())

@@ -53,6 +53,8 @@ public:
     void ActionDeleteAddress();
     // Moves to the address that applies on the date; false (the user told) when none does.
     bool ActionLocateDate(const QDate& date);
+    // The date "Locate Address" offers first: today by the agency's clock.
+    QDate locateDateDefault() const;
 
     // Leaving the postal code: the city and state of Zips fill City and
     // State, as on the client's screen. True when they were filled.

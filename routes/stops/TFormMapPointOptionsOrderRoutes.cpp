@@ -20,14 +20,15 @@ TFormMapPointOptionsOrderRoutes::TFormMapPointOptionsOrderRoutes(Database& db, c
                                                                  UserInterface& ui)
     : m_db(db), m_session(session), m_ui(ui)
 {
-    const ResultSet config = m_db.execute(
-        QStringLiteral("Select Organizatn, Org_Addr, Org_City, Org_State, Org_Zip, Postal_Format from Config"));
+    const ResultSet config = m_db.execute(QStringLiteral(
+        "Select Organizatn, Org_Addr, Org_City, Org_State, Org_Zip, Postal_Format, Mapping from Config"));
     Location organisation{QStringLiteral("Organization Address"), {}};
     if (!config.isEmpty()) {
         organisation.place = {config.value(0, 0).toString(), config.value(0, 1).toString(),
                               config.value(0, 2).toString(), config.value(0, 3).toString(),
                               config.value(0, 4).toString()};
         m_postalFormat = config.value(0, 5).toString().trimmed();
+        m_integrateOffered = config.value(0, 6).toString().trimmed() == QLatin1String("M");
     }
     m_locations.push_back(organisation);
     const ResultSet centers = m_db.execute(QStringLiteral("select * from Locatns where Distribution_Center"));
@@ -51,13 +52,26 @@ TFormMapPointOptionsOrderRoutes::TFormMapPointOptionsOrderRoutes(Database& db, c
         ini.value(QStringLiteral("IncludeStartingLocation")).toString() == QLatin1String("Checked");
     m_options.includeEnding = ini.value(QStringLiteral("IncludeEndingLocation")).toString() == QLatin1String("Checked");
     setLocationIndex(qBound(0, ini.value(QStringLiteral("DistCenters"), 0).toInt(), int(m_locations.size()) - 1));
+    if (!m_integrateOffered) m_options.action = MappingAction::Export;
     if (!optimizeEnabled())
         m_options.optimizeAndRetrieve = false;
 }
 
 QStringList TFormMapPointOptionsOrderRoutes::actionTexts()
 {
-    return {QStringLiteral("Integrate with MapPoint"), QStringLiteral("Export to mapping software")};
+    return {actionText(MappingAction::Integrate), actionText(MappingAction::Export)};
+}
+
+QString TFormMapPointOptionsOrderRoutes::actionText(MappingAction action)
+{
+    return action == MappingAction::Integrate ? QStringLiteral("Integrate with MapPoint")
+                                              : QStringLiteral("Export to mapping software");
+}
+
+std::vector<MappingAction> TFormMapPointOptionsOrderRoutes::offeredActions() const
+{
+    if (m_integrateOffered) return {MappingAction::Integrate, MappingAction::Export};
+    return {MappingAction::Export};
 }
 
 void TFormMapPointOptionsOrderRoutes::setLocationIndex(int index)
@@ -82,7 +96,7 @@ void TFormMapPointOptionsOrderRoutes::setLabelOption(int option)
 
 void TFormMapPointOptionsOrderRoutes::setAction(MappingAction action)
 {
-    m_options.action = action;
+    m_options.action = m_integrateOffered ? action : MappingAction::Export;
     if (!optimizeEnabled())
         m_options.optimizeAndRetrieve = false;
 }

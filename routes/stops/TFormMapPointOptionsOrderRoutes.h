@@ -25,6 +25,11 @@ public:
     static QString caption() { return QStringLiteral("Mapping Options"); }
     static QString formName() { return QStringLiteral("TFormMapPointOptionsOrderRoutes"); }
     static QStringList actionTexts();
+    // The actions the agency's settings offer: integrating needs the map
+    // (Config.MAPPING "M"); exporting a file is always there.
+    std::vector<MappingAction> offeredActions() const;
+    bool integrateOffered() const { return m_integrateOffered; }
+    static QString actionText(MappingAction action);
 
     MapPointOptions& options() { return m_options; }
     const MapPointOptions& options() const { return m_options; }
@@ -60,6 +65,7 @@ private:
     const SessionState& m_session;
     UserInterface& m_ui;
     QString m_postalFormat;
+    bool m_integrateOffered = false;
     std::vector<Location> m_locations;
     QStringList m_locationTexts;
     int m_locationIndex = 0;

@@ -373,7 +373,7 @@ std::optional<RouteOptimisation> TFormOrderRoutes::ActionOptimise(const RouteOpt
     return result;
 }
 
-std::unique_ptr<map::MapServer> TFormOrderRoutes::makeMapServer()
+std::shared_ptr<map::MapServer> TFormOrderRoutes::makeMapServer()
 {
     if (m_mapServerFactory)
         return m_mapServerFactory();
@@ -415,7 +415,7 @@ void TFormOrderRoutes::ActionSendToMapping(const MapPointOptions& options)
     request.postalFormat = config.isEmpty() ? QString() : config.value(0, 0).toString();
 
     try {
-        std::unique_ptr<map::MapServer> server;
+        std::shared_ptr<map::MapServer> server;
         if (request.options.action == MappingAction::Integrate)
             server = makeMapServer();
         OrderRoutesMapping(m_db, m_ui).run(m_set, request, server.get());

@@ -40,7 +40,8 @@ class TFormOrderRoutes : public QObject
     Q_OBJECT
 
 public:
-    using MapServerFactory = std::function<std::unique_ptr<map::MapServer>()>;
+    // The map may outlive a run (the desktop keeps its window open), hence shared.
+    using MapServerFactory = std::function<std::shared_ptr<map::MapServer>()>;
 
     TFormOrderRoutes(Database& db, const SessionState& session, UserInterface& ui, QObject* parent = nullptr);
     ~TFormOrderRoutes() override;
@@ -140,7 +141,7 @@ private:
     // Puts the set in the new order and keeps the current row where it was.
     void afterChange();
     std::vector<int> selectedKeys() const;
-    std::unique_ptr<map::MapServer> makeMapServer();
+    std::shared_ptr<map::MapServer> makeMapServer();
 
     Database& m_db;
     const SessionState& m_session;

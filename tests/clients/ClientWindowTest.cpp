@@ -431,6 +431,8 @@ TEST_P(ClientWindow, TheMapAndMailAddressesCarryTheClient)
     moveToPerson(1);
     EXPECT_TRUE(w.lists().getMapEnabled);
     EXPECT_FALSE(w.lists().mapPointShown);
+    EXPECT_FALSE(w.commandState(client_command::MapPointMap).visible);
+    EXPECT_TRUE(w.commandState(client_command::GetMap).visible);
     EXPECT_EQ(w.mapUrl().toString(),
               "https://maps.example.org/?addr=12+Elm+St&city=Cedar+Falls&st=OH&zip=45115");
     EXPECT_EQ(w.mailUrl().toString(), "mailto:ann@example.org?subject=Meals Agency");

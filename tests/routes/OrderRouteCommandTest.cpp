@@ -7,6 +7,8 @@
 #include "geocode/GeocoderSettings.h"
 #include "RunCommand.h"
 
+#include <QFileInfo>
+
 using namespace kb;
 using namespace kb::test;
 
@@ -102,6 +104,122 @@ TEST_P(RouteCommands, GeocodeListsWhatItFoundAndStoresGoodAnswersWithApply)
     EXPECT_EQ(outcome.err, "1 clients were given coordinates.\n");
     EXPECT_DOUBLE_EQ(clientValue(2, QStringLiteral("Latitude")).toDouble(), 40.5);
     EXPECT_TRUE(clientValue(3, QStringLiteral("Latitude")).isNull());
+}
+
+TEST_P(RouteCommands, RouteListPrintsTheRouteInStopOrderAndItsPrintedListing)
+{
+    addClient(1, {{QStringLiteral("Def_Stop"), 2.5}});
+    addClient(
+        2, {{QStringLiteral("Def_Stop"), 1.0}, {QStringLiteral("Cross_Street"), QStringLiteral("at Elm")}});
+    addClient(3, {{QStringLiteral("Status"), QStringLiteral("I")}, {QStringLiteral("Def_Stop"), 3.0}});
+    addClient(4, {{QStringLiteral("Def_Rte"), QStringLiteral("R2")},
+                  {QStringLiteral("Mon_Rte"), QStringLiteral("R1")},
+                  {QStringLiteral("Mon_Stop"), 1.5}});
+
+    CommandResult outcome =
+        run({QStringLiteral("route-list"), QStringLiteral("--route"), QStringLiteral("R1")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    QStringList lines = outcome.out.split('\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 3) << outcome.out.toStdString(); // the inactive client is left out
+    EXPECT_EQ(lines[0],
+              "route,route_day,stop,person_id,client_id,household_id,status,first_name,last_name,address1,"
+              "cross_street,city,state,zip,latitude,longitude");
+    EXPECT_EQ(lines[1], "R1,,1,2,C002,,A,First2,Last2,2 Main St,at Elm,Springfield,PA,19000,40.02,-75");
+    EXPECT_EQ(lines[2], "R1,,2.5,1,C001,,A,First1,Last1,1 Main St,,Springfield,PA,19000,40.01,-75");
+
+    // Monday's route then the default, clients of every status.
+    outcome = run({QStringLiteral("route-list"), QStringLiteral("--route"), QStringLiteral("R1"),
+                   QStringLiteral("--day"), QStringLiteral("mon"), QStringLiteral("--all-statuses")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    lines = outcome.out.split('\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 5);
+    EXPECT_TRUE(lines[2].startsWith("R1,MON,1.5,4,C004,")) << lines[2].toStdString();
+    EXPECT_TRUE(lines[4].startsWith("R1,,3,3,C003,,I,")) << lines[4].toStdString();
+
+    // Every route, one after another.
+    outcome = run({QStringLiteral("route-list")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    lines = outcome.out.split('\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_TRUE(lines[3].startsWith("R2,,4,4,C004,")) << lines[3].toStdString();
+
+    outcome = run({QStringLiteral("route-list"), QStringLiteral("--route"), QStringLiteral("R9")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("There is no route R9.")) << outcome.err.toStdString();
+    outcome = run({QStringLiteral("route-list"), QStringLiteral("--pdf"), QStringLiteral("x.pdf")});
+    EXPECT_EQ(outcome.exitCode, 2);
+
+    if (GetParam() == StoreKind::SQLite)
+        ASSERT_EQ(runKettlebrook(data->commandLocation() + QStringList{QStringLiteral("install-templates")})
+                      .exitCode,
+                  0);
+    const QString pdf = home.filePath(QStringLiteral("R1.pdf"));
+    outcome = run({QStringLiteral("route-list"), QStringLiteral("--route"), QStringLiteral("R1"),
+                   QStringLiteral("--pdf"), pdf});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.out.isEmpty());
+    EXPECT_GT(QFileInfo(pdf).size(), 1000);
+}
+
+TEST_P(RouteCommands, DirectionsPrintWhereTheDeliveryGoesAndWhatItBrings)
+{
+    addClient(1, {{QStringLiteral("Wed_Rte"), QStringLiteral("R2")},
+                  {QStringLiteral("Wed_Stop"), 7.0},
+                  {QStringLiteral("Directions"), QStringLiteral("Side door")}});
+    db().execute(QStringLiteral("Update Config set Enable_Alternate_Addresses = :On"),
+                 {{QStringLiteral("On"), true}});
+    insertRow(db(), QStringLiteral("Address_Overrides"),
+              {{QStringLiteral("Person_ID"), 1},
+               {QStringLiteral("Override_Type"), QStringLiteral("D")},
+               {QStringLiteral("Deliv_Date"), QDate(2024, 3, 7)},
+               {QStringLiteral("Address1"), QStringLiteral("9 Oak Ave")},
+               {QStringLiteral("City"), QStringLiteral("Lakeside")},
+               {QStringLiteral("State"), QStringLiteral("PA")},
+               {QStringLiteral("Zip"), QStringLiteral("19001")},
+               {QStringLiteral("Directions"), QStringLiteral("Back gate")},
+               {QStringLiteral("Route"), QStringLiteral("R1")},
+               {QStringLiteral("Stop"), 4.0}});
+
+    // The directions are gathered for the template they print with.
+    if (GetParam() == StoreKind::SQLite)
+        ASSERT_EQ(runKettlebrook(data->commandLocation() + QStringList{QStringLiteral("install-templates")})
+                      .exitCode,
+                  0);
+
+    // Today, a Wednesday: the client's own address on Wednesday's route.
+    CommandResult outcome = run({QStringLiteral("directions"), QStringLiteral("1")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    QStringList lines = outcome.out.split('\n');
+    ASSERT_GE(lines.size(), 4) << outcome.out.toStdString();
+    EXPECT_EQ(lines[0],
+              "person_id,client_id,first_name,last_name,date,day,route,stop,schedule_type,alternate_address,"
+              "address1,address2,city,state,zip,phone,directions");
+    EXPECT_TRUE(lines[1].startsWith("1,C001,First1,Last1,2024-03-06,WED,R2,7,S,false,1 Main St,"))
+        << lines[1].toStdString();
+    EXPECT_TRUE(lines[1].endsWith(",Side door")) << lines[1].toStdString();
+    EXPECT_EQ(lines[2], "");
+    EXPECT_TRUE(lines[3].startsWith("Quantity,Meal_Item")) << lines[3].toStdString();
+
+    // The next day the single-date address applies, with its route and stop.
+    outcome = run({QStringLiteral("directions"), QStringLiteral("1"), QStringLiteral("--date"),
+                   QStringLiteral("2024-03-07")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    lines = outcome.out.split('\n');
+    EXPECT_TRUE(
+        lines[1].startsWith("1,C001,First1,Last1,2024-03-07,THU,R1,4,S,true,9 Oak Ave,,Lakeside,PA,19001,"))
+        << lines[1].toStdString();
+    EXPECT_TRUE(lines[1].endsWith(",Back gate")) << lines[1].toStdString();
+
+    outcome = run({QStringLiteral("directions"), QStringLiteral("99")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("There is no client with the person number 99."))
+        << outcome.err.toStdString();
+    EXPECT_EQ(run({QStringLiteral("directions"), QStringLiteral("one")}).exitCode, 2);
+
+    const QString pdf = home.filePath(QStringLiteral("directions.pdf"));
+    outcome = run({QStringLiteral("directions"), QStringLiteral("1"), QStringLiteral("--pdf"), pdf});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    EXPECT_GT(QFileInfo(pdf).size(), 1000);
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, RouteCommands, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),

@@ -228,6 +228,10 @@ TEST_P(RouteAssignment, TheAddressOverridesScreenAddsDuplicatesAndDeletes)
     EXPECT_EQ(form.dataSet().fieldValue(u"DOW").toString(), "WED");
     EXPECT_FALSE(form.ActionLocateDate(QDate(2024, 2, 1)));
     EXPECT_EQ(ui.texts(Kind::Information).last(), "There is no alternate address on file which is valid for that date.");
+    // "Locate Address" first offers the agency's today, a Wednesday, on which the new address applies.
+    EXPECT_EQ(form.locateDateDefault(), QDate(2024, 3, 6));
+    EXPECT_TRUE(form.ActionLocateDate(form.locateDateDefault()));
+    EXPECT_EQ(form.dataSet().fieldValue(u"DOW").toString(), "WED");
 
     form.ActionDeleteAddress(); // the script answers No: Cancel
     EXPECT_EQ(form.dataSet().recordCount(), 2);

@@ -81,8 +81,19 @@ TEST_P(RouteEditor, TheRoutesScreenAppliesTheRouteRules)
     ASSERT_EQ(centers.size(), 1); // distribution centers only
     EXPECT_EQ(centers.front().text, "NK - North Kitchen");
 
-    // A new route needs a code; it is stamped.
+    // Typing finds a route by the first letters of its code, else of its description.
+    EXPECT_TRUE(form->hasIncrementalSearch());
+    EXPECT_TRUE(form->searchIncrementally(QStringLiteral("r2")));
+    EXPECT_EQ(form->value(QStringLiteral("ROUTE_ID")).toString().trimmed(), "R2");
+    EXPECT_TRUE(form->searchIncrementally(QStringLiteral("route r1")));
+    EXPECT_EQ(form->value(QStringLiteral("ROUTE_ID")).toString().trimmed(), "R1");
+    EXPECT_FALSE(form->searchIncrementally(QStringLiteral("X")));
+    EXPECT_EQ(form->value(QStringLiteral("ROUTE_ID")).toString().trimmed(), "R1");
+
+    // A new route needs a code; it is stamped, and the cursor goes to its code.
     ASSERT_TRUE(form->run(Command::Insert));
+    EXPECT_EQ(form->newRowField(), "ROUTE_ID");
+    EXPECT_FALSE(form->searchIncrementally(QStringLiteral("R2"))); // not while a row is new
     EXPECT_EQ(form->value(QStringLiteral("CREATE_DATE")).toDate(), QDate(2024, 3, 6));
     ASSERT_TRUE(form->setValue(QStringLiteral("ROUTE_DESC"), QStringLiteral("Riverside")));
     EXPECT_FALSE(form->run(Command::Post));

@@ -10,10 +10,12 @@
 #include "ScriptedUserInterface.h"
 #include "TempDataDir.h"
 #include "reference/TFormEditBase.h"
+#include "assign/TFormEditRoutes.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -70,6 +72,38 @@ TEST_F(EditBaseViewTest, ANewRowTypedInTheEditPageIsSaved)
     EXPECT_FALSE(view.button(int(Command::Post))->isEnabled());
     ASSERT_EQ(view.grid()->rowCount(), 1);
     EXPECT_EQ(view.grid()->item(0, 1)->text(), "LS");
+}
+
+TEST_F(EditBaseViewTest, TheRoutesScreenSearchesAsTheUserTypesAndANewRowStartsAtItsCode)
+{
+    for (const char* route : {"A1", "B7", "C3"})
+        data.db().execute(QStringLiteral("Insert into Routes (Route_ID, Route_Desc) values (:Id, :Desc)"),
+                          {{QStringLiteral("Id"), QString::fromLatin1(route)},
+                           {QStringLiteral("Desc"), QStringLiteral("Route ") + QString::fromLatin1(route)}});
+    TFormEditRoutes presenter(services);
+    ASSERT_TRUE(presenter.open());
+    ui::EditBaseView view(presenter);
+    view.show();
+    ASSERT_NE(view.searchBox(), nullptr);
+    for (const char* letter : {"b", "7"}) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString::fromLatin1(letter));
+        QApplication::sendEvent(view.grid(), &press);
+    }
+    EXPECT_EQ(view.searchBox()->text(), "b7");
+    EXPECT_EQ(view.grid()->currentRow(), 1);
+    EXPECT_EQ(view.grid()->item(view.grid()->currentRow(), 0)->text().trimmed(), "B7");
+    test::keepScreenshot(view, QStringLiteral("routes-editor"));
+
+    view.button(int(Command::Insert))->click();
+    EXPECT_EQ(view.pages()->currentIndex(), 1);
+    EXPECT_EQ(view.focusWidget(), view.editor(QStringLiteral("ROUTE_ID")));
+    view.button(int(Command::Cancel))->click();
+
+    // Screens without the search keep the plain grid.
+    TFormEditBase diets(services, *referenceEditorScreen(QStringLiteral("TFormEditDietMods")));
+    ASSERT_TRUE(diets.open());
+    ui::EditBaseView plain(diets);
+    EXPECT_EQ(plain.searchBox(), nullptr);
 }
 
 TEST_F(EditBaseViewTest, ADoubleClickOpensTheRowAndClosingAsksToSave)

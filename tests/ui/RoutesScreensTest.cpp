@@ -5,9 +5,16 @@
 
 #include "DemoAgency.h"
 #include "GeocodingView.h"
+#include "MappingOptionsDialog.h"
+#include "TFormMapPointOptionsOrderRoutes.h"
+#include "geocode/AgencyGeocoder.h"
+#include "map/LocalMapServer.h"
+#include "routes/MapCanvas.h"
+#include "routes/MapWindow.h"
 #include "OrderRoutesView.h"
 #include "ScriptedUserInterface.h"
 #include "session/SessionState.h"
+#include "settings/SettingsFile.h"
 #include "TempDataDir.h"
 #include "TFormGeocodeAddresses.h"
 #include "TFormOrderRoutes.h"
@@ -15,6 +22,10 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QWheelEvent>
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
@@ -91,6 +102,95 @@ TEST_F(RoutesScreens, GeocodingShowsWhatWasFound)
     EXPECT_EQ(view.grid()->rowCount(), 3);
     EXPECT_EQ(view.grid()->horizontalHeaderItem(6)->text(), "Match");
     keepScreenshot(view, QStringLiteral("geocoding"));
+}
+
+TEST_F(RoutesScreens, TheMapWindowShowsARouteSentToMapping)
+{
+    TFormOrderRoutes presenter(data.db(), session, ui);
+    ASSERT_TRUE(presenter.setRoute(QStringLiteral("R01")));
+    presenter.ActionRetrieve();
+    ASSERT_GT(presenter.rows().count(), 2);
+    ui::MapWindow window(std::make_shared<map::LocalMapServer>(
+        agencyGeocoder(data.db()), map::DrivingEstimate{}, std::chrono::milliseconds(300)));
+    EXPECT_EQ(window.windowTitle(), "Kettlebrook Map");
+    EXPECT_FALSE(window.isVisible());
+    presenter.setMapServerFactory([&window] {
+        return std::shared_ptr<map::MapServer>(std::shared_ptr<void>(), &window.server());
+    });
+    MapPointOptions options;
+    options.labelOption = 6;
+    options.optimizeAndRetrieve = true;
+    presenter.ActionSendToMapping(options);
+
+    // The map came up with the route planner beside it and the route measured.
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.waypointList()->count(), presenter.rows().count());
+    EXPECT_TRUE(window.waypointList()->item(0)->text().startsWith(QStringLiteral("1. ")));
+    EXPECT_TRUE(window.status()->text().contains(QStringLiteral("km by road")))
+        << window.status()->text().toStdString();
+    EXPECT_TRUE(presenter.hasChanges());
+
+    // The wheel zooms in about the pointer; the map stays where the user put it.
+    const double before = window.canvas()->scale();
+    QWheelEvent wheel(QPointF(100, 100), window.canvas()->mapToGlobal(QPointF(100, 100)), QPoint(),
+                      QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(window.canvas(), &wheel);
+    EXPECT_GT(window.canvas()->scale(), before);
+    EXPECT_TRUE(window.canvas()->userMoved());
+    EXPECT_TRUE(window.canvas()->zoomToRoute());
+    keepScreenshot(window, QStringLiteral("map-window"));
+
+    // Closing only hides it: the server is left as it was.
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(window.server().waypointCount(), presenter.rows().count());
+    ui.answerNext(Answer::No);
+    presenter.FormClose();
+}
+
+TEST_F(RoutesScreens, TheDesktopsMapOutlivesTheScreenThatOpenedIt)
+{
+    SettingsFile settings(appData.path());
+    QWidget main;
+    auto* screen = new QDialog(&main);
+    const std::shared_ptr<map::MapServer> server = ui::MapWindow::desktopServer(data.db(), settings, screen);
+    ui::MapWindow* window = ui::MapWindow::desktopWindow();
+    ASSERT_NE(window, nullptr);
+    // A window of the modal screen, so it takes input beside it.
+    EXPECT_EQ(window->parentWidget(), screen);
+    EXPECT_TRUE(window->isWindow());
+    server->connect(map::MapRegion::NorthAmerica);
+    server->setVisible(true);
+    server->addPushpin(server->locationFromCoordinates(40.0, -83.4), QStringLiteral("Client Address"));
+    EXPECT_TRUE(window->isVisible());
+
+    screen->done(QDialog::Accepted);
+    delete screen;
+    ASSERT_EQ(ui::MapWindow::desktopWindow(), window);
+    EXPECT_EQ(window->parentWidget(), &main);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->server().pushpins().size(), 1u);
+    // The next run finds the same map.
+    EXPECT_EQ(ui::MapWindow::desktopServer(data.db(), settings, &main), server);
+}
+
+TEST_F(RoutesScreens, MappingOptionsOfferTheMapOnlyWhenTheAgencyMapsWithIt)
+{
+    data.db().execute(QStringLiteral("Update Config set Mapping = 'Q'"));
+    {
+        TFormMapPointOptionsOrderRoutes options(data.db(), session, ui);
+        ui::MappingOptionsDialog dialog(options);
+        ASSERT_EQ(dialog.actionList()->count(), 1);
+        EXPECT_EQ(dialog.actionList()->itemText(0), "Export to mapping software");
+    }
+    data.db().execute(QStringLiteral("Update Config set Mapping = 'M'"));
+    TFormMapPointOptionsOrderRoutes options(data.db(), session, ui);
+    ui::MappingOptionsDialog dialog(options);
+    ASSERT_EQ(dialog.actionList()->count(), 2);
+    EXPECT_EQ(dialog.actionList()->itemText(0), "Integrate with MapPoint");
+    dialog.actionList()->setCurrentIndex(1);
+    EXPECT_EQ(options.options().action, MappingAction::Export);
+    keepScreenshot(dialog, QStringLiteral("mapping-options"));
 }
 
 } // namespace

@@ -60,6 +60,9 @@
 #include "routes/AddressOverrideView.h"
 #include "routes/AltRoutesView.h"
 #include "routes/RouteListPrint.h"
+#include "routes/MapWindow.h"
+#include "map/ClientOnMap.h"
+#include "map/MapServer.h"
 #include "schedule/DeliveryConditionsView.h"
 #include "schedule/ScheduleCalendarView.h"
 #include "schedule/dated/DatedDeliveriesView.h"
@@ -350,6 +353,8 @@ void registerScreenCommands(MainWindow& window)
         TFormOrderRoutes presenter(module.db(), module.session(), ui);
         OrderRoutesView view(presenter, module.db(), module.session(), ui, w);
         connectRouteListPrinter(presenter, module, ui, &view);
+        presenter.setMapServerFactory(
+            [&module, &view] { return MapWindow::desktopServer(module.db(), module.userSettings(), &view); });
         keepPlacement(view, module.userSettings(), QStringLiteral("TFormOrderRoutes"), QSize(1280, 700));
         view.exec();
     });
@@ -375,6 +380,26 @@ void registerScreenCommands(MainWindow& window)
         openUrl(form.mapUrl(), ui,
                 QStringLiteral("No web mapping address is set up. Enter one in System Configuration, page "
                                "\"Application Defaults\"."));
+    });
+    on(cmd::MapPointMap, [w, &form, &module, &ui] {
+        TableDataSet& clients = module.clients();
+        if (!clients.isActive() || clients.isEmpty()) return;
+        const auto text = [&](const char16_t* field) { return clients.fieldValue(field).toString(); };
+        const map::ClientOnMap::Client client{text(u"FIRST_NAME"),
+                                              text(u"LAST_NAME"),
+                                              text(u"ADDRESS1"),
+                                              text(u"CITY"),
+                                              text(u"STATE"),
+                                              text(u"ZIP"),
+                                              clients.fieldValue(u"LATITUDE"),
+                                              clients.fieldValue(u"LONGITUDE")};
+        try {
+            const std::shared_ptr<map::MapServer> server =
+                MapWindow::desktopServer(module.db(), module.userSettings(), w);
+            map::ClientOnMap::show(*server, ui, client, form.lists().postalFormat);
+        } catch (const std::exception& e) {
+            ui.error(QString::fromUtf8(e.what()));
+        }
     });
     // Dated deliveries
     on(cmd::AddEditDeliveries,

@@ -267,7 +267,7 @@ void AddressOverrideView::locateDate()
     QDialog ask(this);
     ask.setWindowTitle(QStringLiteral("Locate Address"));
     auto* calendar = new QCalendarWidget(&ask);
-    calendar->setSelectedDate(QDate::currentDate());
+    calendar->setSelectedDate(m_presenter.locateDateDefault());
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &ask);
     auto* layout = new QVBoxLayout(&ask);
     layout->addWidget(new QLabel(QStringLiteral("Which address applies on this date?"), &ask));
