@@ -703,6 +703,23 @@ private:
         return QStringLiteral("(%1 %2 %3)").arg(balanced(terms, from, middle, op), op, balanced(terms, middle, to, op));
     }
 
+    // "Lower(column) >= Lower(x)" compares without regard to case. SQLite's
+    // lower() and its NOCASE collation both fold ASCII letters only, so
+    // there the comparison is written on the column with that collation,
+    // which lets a case-insensitive index of the column serve it; on
+    // PostgreSQL lower(column) already matches such an index.
+    QString caseFreeOperand(const Expr& e, const Tx& a, const ExprContext& ctx)
+    {
+        const auto isLower = [](const ExprPtr& x) {
+            return x && x->kind == ExprKind::Function && x->op == QLatin1String("LOWER") && x->args.size() == 1;
+        };
+        if (pg() || !isLower(e.args[0]) || !isLower(e.args[1]) || e.args[0]->args[0]->kind != ExprKind::Column)
+            return a.sql;
+        const Tx column = tx(e.args[0]->args[0], ctx);
+        if (!isText(column.type)) return a.sql;
+        return column.sql + QStringLiteral(" COLLATE NOCASE");
+    }
+
     Tx binary(const Expr& e, const ExprContext& ctx)
     {
         const QString& op = e.op;
@@ -750,7 +767,7 @@ private:
                 else
                     a.sql = QStringLiteral("CAST(%1 AS boolean)").arg(asInt(a));
             }
-            t.sql = QStringLiteral("(%1 %2 %3)").arg(a.sql, op, b.sql);
+            t.sql = QStringLiteral("(%1 %2 %3)").arg(caseFreeOperand(e, a, ctx), op, b.sql);
             return t;
         }
         if (op == QLatin1String("||"))

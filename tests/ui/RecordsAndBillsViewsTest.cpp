@@ -11,6 +11,8 @@
 #include "bills/TFormClientBills.h"
 #include "funding/TFormReassignFunding.h"
 #include "outcomes/ClientBillsView.h"
+#include "outcomes/ClientLookupDialog.h"
+#include "outcomes/ClientLookupField.h"
 #include "outcomes/DeleteDeliveryCreditsView.h"
 #include "outcomes/ReassignFundingView.h"
 #include "outcomes/RecentDeliveriesView.h"
@@ -19,13 +21,16 @@
 #include "session/SessionState.h"
 #include "settings/SettingsFile.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
 #include <QTableWidget>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -132,7 +137,8 @@ TEST_F(RecordsAndBillsViews, ReassignFundingOkFollowsTheGuards)
     TFormReassignFunding presenter(data.db(), session, ui);
     ReassignFundingView view(presenter, settings);
     EXPECT_FALSE(view.okButton()->isEnabled());
-    view.clientBox()->setCurrentIndex(1);
+    view.clientField()->setClient(presenter.clientLookup().client(11));
+    EXPECT_EQ(view.clientField()->edit()->text(), QStringLiteral("Abbott, Ann  [C11]"));
     view.serviceBox()->setCurrentIndex(1);
     view.startEdit()->setDate(QDate(2024, 3, 1));
     view.endEdit()->setDate(QDate(2024, 3, 2));
@@ -173,6 +179,66 @@ TEST_F(RecordsAndBillsViews, DeleteCreditsAndClientInvoicesEnableOk)
     billsView.fileEdit()->setText(QStringLiteral("invoices.txt"));
     EXPECT_TRUE(billsView.okButton()->isEnabled());
     shoot(billsView, "client-bills");
+}
+
+TEST_F(RecordsAndBillsViews, ClientLookupFindsByNameAndNumberAndChooses)
+{
+    Database& db = data.db();
+    const std::pair<const char*, const char*> names[] = {
+        {"Baker", "Bo"}, {"baker", "Al"}, {"Cole", "Cy"}, {"Dunn", "Di"}, {"Evans", "Eve"}};
+    qint64 id = 20;
+    for (const auto& [last, first] : names)
+        insertRow(db, QStringLiteral("Clients"),
+                  {{QStringLiteral("Person_ID"), ++id},
+                   {QStringLiteral("Client_ID"), QStringLiteral("C%1").arg(id)},
+                   {QStringLiteral("Last_Name"), QString::fromLatin1(last)},
+                   {QStringLiteral("First_Name"), QString::fromLatin1(first)},
+                   {QStringLiteral("City"), QStringLiteral("Troy")}});
+    // A person without a Client_ID is no client of the look-up.
+    insertRow(db, QStringLiteral("Clients"),
+              {{QStringLiteral("Person_ID"), 40}, {QStringLiteral("Last_Name"), QStringLiteral("Baker")}});
+
+    TFormDelDeliv deletion(db, session, ui);
+    ClientLookupDialog dialog(deletion.clientLookup(), settings, QStringLiteral("BAK"));
+    EXPECT_EQ(dialog.windowTitle(), TFormDelDeliv::clientLookupTitle());
+    QAbstractItemModel* model = dialog.table()->model();
+    // From the first Baker on, without regard to case: Al before Bo.
+    ASSERT_EQ(model->rowCount(), 5);
+    EXPECT_EQ(model->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Name"));
+    EXPECT_EQ(model->index(0, 0).data().toString(), QStringLiteral("baker, Al"));
+    EXPECT_EQ(model->index(1, 1).data().toString(), QStringLiteral("C21"));
+    EXPECT_EQ(dialog.table()->currentIndex().row(), 0);
+    dialog.searchEdit()->setText(QStringLiteral("baker, b"));
+    EXPECT_EQ(model->index(0, 0).data().toString(), QStringLiteral("Baker, Bo"));
+    shoot(dialog, "client-lookup");
+    // By number.
+    dialog.searchByBox()->setCurrentIndex(1);
+    dialog.searchEdit()->setText(QStringLiteral("C24"));
+    EXPECT_EQ(model->index(0, 0).data().toString(), QStringLiteral("Dunn, Di"));
+    EXPECT_EQ(model->rowCount(), 2);
+    dialog.searchEdit()->setText(QStringLiteral("Z"));
+    EXPECT_EQ(model->rowCount(), 0);
+    EXPECT_FALSE(dialog.okButton()->isEnabled());
+    dialog.searchEdit()->setText(QStringLiteral("C23"));
+    dialog.okButton()->click();
+    ASSERT_TRUE(dialog.chosen());
+    EXPECT_EQ(dialog.chosen()->personId, 23);
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+
+    // The screen's field opens the look-up at its text and shows the choice.
+    deletion.clientLookup().setSearchBy(ClientLookup::SearchBy::ClientName);
+    DeleteDeliveryCreditsView view(deletion, settings);
+    ClientLookupField* field = view.clientField();
+    field->edit()->setText(QStringLiteral("evans"));
+    QTimer::singleShot(0, [] {
+        auto* open = qobject_cast<ClientLookupDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(open);
+        EXPECT_EQ(open->table()->model()->index(0, 0).data().toString(), QStringLiteral("Evans, Eve"));
+        open->okButton()->click();
+    });
+    EXPECT_TRUE(field->openLookup());
+    EXPECT_EQ(field->personId(), 25);
+    EXPECT_EQ(field->edit()->text(), QStringLiteral("Evans, Eve  [C25]"));
 }
 
 } // namespace
