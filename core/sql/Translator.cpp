@@ -1753,6 +1753,8 @@ private:
                 sql = pg() ? QStringLiteral("(lower(%1))").arg(sql) : sql + QStringLiteral(" COLLATE NOCASE");
             if (c.descending)
                 sql += QStringLiteral(" DESC");
+            if (pg())
+                sql += c.descending ? QStringLiteral(" NULLS LAST") : QStringLiteral(" NULLS FIRST");
             columns.append(sql);
         }
         addStep(QStringLiteral("CREATE %1INDEX %2%3 ON %4 (%5)")
@@ -1882,11 +1884,16 @@ QStringList createTableSql(const TableDef& table, Dialect dialect, bool memory, 
             const ColumnDef* c = table.column(column);
             const QString name = quoteIdentifier(c ? c->name : column, dialect);
             const bool text = c && isText(c->type);
+            QString part = name;
             if (index.caseInsensitive && text)
-                parts.append(dialect == Dialect::PostgreSQL ? QStringLiteral("(lower(%1))").arg(name)
-                                                            : name + QStringLiteral(" COLLATE NOCASE"));
-            else
-                parts.append(name);
+                part = dialect == Dialect::PostgreSQL ? QStringLiteral("(lower(%1))").arg(name)
+                                                      : name + QStringLiteral(" COLLATE NOCASE");
+            // Ordered reads put empty values first (see orderSuffix); an index
+            // kept in that order on the server can then serve them, with a
+            // limit, without sorting the whole table.
+            if (dialect == Dialect::PostgreSQL)
+                part += QStringLiteral(" NULLS FIRST");
+            parts.append(part);
         }
         const bool unique = index.unique || index.primary;
         const QString indexName = physical.toLower() + QLatin1Char('_') + index.name.toLower();
