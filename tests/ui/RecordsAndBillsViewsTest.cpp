@@ -14,6 +14,7 @@
 #include "outcomes/ClientLookupDialog.h"
 #include "outcomes/ClientLookupField.h"
 #include "outcomes/DeleteDeliveryCreditsView.h"
+#include "outcomes/DeliveredItemsView.h"
 #include "outcomes/ReassignFundingView.h"
 #include "outcomes/RecentDeliveriesView.h"
 #include "records/TFormDelDeliv.h"
@@ -91,7 +92,7 @@ protected:
                        {QStringLiteral("Person_ID"), 11},
                        {QStringLiteral("Deliv_Dt"), QDate(2024, 3, i)},
                        {QStringLiteral("Item_ID"), 1},
-                       {QStringLiteral("Quantity"), 1}});
+                       {QStringLiteral("Quantity"), i}});
         }
     }
 
@@ -130,6 +131,36 @@ TEST_F(RecordsAndBillsViews, RecentDeliveriesListFollowsTheRowAndComps)
                     .execute(QStringLiteral("Select Delivery_Status from Deliveri where Deliv_ID = 2"))
                     .value(0, 0)
                     .isNull());
+
+    // The items window opens beside the list, not modal, and follows it.
+    view.show();
+    view.table()->setCurrentCell(0, 0); // 3 March: three Hot Lunches
+    view.itemsButton()->click();
+    DeliveredItemsView* items = view.itemsView();
+    ASSERT_TRUE(items);
+    EXPECT_TRUE(items->isVisible());
+    EXPECT_EQ(items->windowModality(), Qt::NonModal);
+    EXPECT_EQ(items->windowTitle(), QStringLiteral("Delivered Items"));
+    ASSERT_EQ(items->table()->rowCount(), 1);
+    EXPECT_EQ(items->table()->item(0, 0)->text(), QStringLiteral("03/03/2024"));
+    EXPECT_EQ(items->table()->item(0, 2)->text(), QStringLiteral("3"));
+    EXPECT_EQ(items->table()->item(0, 3)->text(), QStringLiteral("Hot Lunch"));
+    shoot(*items, "delivered-items");
+    view.table()->setCurrentCell(2, 0); // 1 March: one
+    EXPECT_EQ(items->table()->item(0, 0)->text(), QStringLiteral("03/01/2024"));
+    EXPECT_EQ(items->table()->item(0, 5)->text(), QStringLiteral("1"));
+    // Deleting the delivery shown moves both to the next one.
+    ui.answerNext(Answer::Yes);
+    view.deleteButton()->click();
+    ASSERT_EQ(view.table()->rowCount(), 2);
+    EXPECT_EQ(items->table()->item(0, 0)->text(),
+              view.table()->item(view.table()->currentRow(), 0)->text());
+    // Closed, it stays out of the way; the button shows it again.
+    items->close();
+    EXPECT_FALSE(items->isVisible());
+    view.itemsButton()->click();
+    EXPECT_TRUE(items->isVisible());
+    EXPECT_EQ(view.itemsView(), items);
 }
 
 TEST_F(RecordsAndBillsViews, ReassignFundingOkFollowsTheGuards)
