@@ -17,28 +17,6 @@
 
 using namespace kb;
 
-namespace {
-
-template <typename Step> Timings timeEach(int times, Step&& step)
-{
-    Timings t;
-    QElapsedTimer timer;
-    for (int i = 0; i < times; ++i) {
-        timer.start();
-        step(i);
-        t.add(double(timer.nsecsElapsed()) / 1e6);
-    }
-    return t;
-}
-
-void report(const char* what, Timings t)
-{
-    std::printf("%-40s median %7.2f ms   p90 %7.2f ms   max %7.2f ms   (%zu)\n", what, t.median(),
-                t.ms[t.ms.size() * 9 / 10], t.max(), t.ms.size());
-}
-
-} // namespace
-
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
@@ -77,28 +55,29 @@ int main(int argc, char** argv)
 
     ClientLookup lookup(*db, QStringLiteral("Locate the Client"));
     int found = 0;
-    report("search by the first letters of a name", timeEach(options.repeat, [&](int i) {
-               lookup.search(lasts[i]);
-               found += lookup.found();
-           }));
-    report("search by \"Last, First\"", timeEach(options.repeat, [&](int i) {
-               lookup.search(fulls[i]);
-               found += lookup.found();
-           }));
-    report("the next window of 100 (up to 500 rows)", timeEach(options.repeat, [&](int i) {
-               if (i % 4 == 0) lookup.search(lasts[i]);
-               lookup.fetchMore();
-           }));
+    reportTimings("search by the first letters of a name", timeEach(options.repeat, [&](int i) {
+                      lookup.search(lasts[i]);
+                      found += lookup.found();
+                  }));
+    reportTimings("search by \"Last, First\"", timeEach(options.repeat, [&](int i) {
+                      lookup.search(fulls[i]);
+                      found += lookup.found();
+                  }));
+    reportTimings("the next window of 100 (up to 500 rows)", timeEach(options.repeat, [&](int i) {
+                      if (i % 4 == 0) lookup.search(lasts[i]);
+                      lookup.fetchMore();
+                  }));
     lookup.setSearchBy(ClientLookup::SearchBy::ClientId);
-    report("search by client number", timeEach(options.repeat, [&](int i) {
-               lookup.search(numbers[i]);
-               found += lookup.found();
-           }));
-    report("every client, as a plain list reads them", timeEach(std::min(options.repeat, 5), [&](int) {
-               db->execute(QStringLiteral("Select Person_ID, Client_ID, Last_Name+', '+First_Name as Last_First, "
-                                          "Address1, City, State, ZIP, Phone from Clients where Client_ID > '' "
-                                          "Order by Last_First NoCase"));
-           }));
+    reportTimings("search by client number", timeEach(options.repeat, [&](int i) {
+                      lookup.search(numbers[i]);
+                      found += lookup.found();
+                  }));
+    reportTimings("every client, as a plain list reads them", timeEach(std::min(options.repeat, 5), [&](int) {
+                      db->execute(QStringLiteral(
+                          "Select Person_ID, Client_ID, Last_Name+', '+First_Name as Last_First, "
+                          "Address1, City, State, ZIP, Phone from Clients where Client_ID > '' "
+                          "Order by Last_First NoCase"));
+                  }));
     std::printf("searches that found their client: %d of %d\n", found, 3 * options.repeat);
     return 0;
 }
