@@ -29,7 +29,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTableView>
+#include <QKeyEvent>
 #include <QTableWidget>
 #include <QTimer>
 
@@ -270,6 +272,17 @@ TEST_F(RecordsAndBillsViews, ClientLookupFindsByNameAndNumberAndChooses)
     EXPECT_TRUE(field->openLookup());
     EXPECT_EQ(field->personId(), 25);
     EXPECT_EQ(field->edit()->text(), QStringLiteral("Evans, Eve  [C25]"));
+    view.findChild<QTabWidget*>()->setCurrentIndex(1);
+    view.findChild<QDateEdit*>()->setDate(QDate(2024, 3, 1));
+    view.findChildren<QComboBox*>().back()->setCurrentIndex(1);
+    EXPECT_TRUE(view.okButton()->isEnabled());
+    // Typing over the choice un-chooses it.
+    QKeyEvent typed(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
+    QApplication::sendEvent(field->edit(), &typed);
+    EXPECT_EQ(field->personId(), 0);
+    EXPECT_FALSE(view.okButton()->isEnabled());
+    field->setClient(deletion.clientLookup().client(25));
+    shoot(view, "delete-delivery-credits-by-client");
 }
 
 } // namespace
