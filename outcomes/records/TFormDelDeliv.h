@@ -35,7 +35,10 @@ public:
     // "Any service received                  [0]", then the mutually
     // exclusive delivery services, each with its Service_ID in brackets.
     const std::vector<Choice>& services();
-    static QString clientLookupTitle() { return QStringLiteral("Locate the Client whose delivery credits are to be deleted"); }
+    static QString clientLookupTitle()
+    {
+        return QStringLiteral("Locate the Client whose delivery credits are to be deleted");
+    }
     // The look-up of "By Client": the clients by last and first name.
     ClientLookup& clientLookup() { return m_clientLookup; }
 
