@@ -163,3 +163,23 @@ private:
         return ms;
     }
 };
+
+// Times each of `times` calls of step(i).
+template <typename Step> Timings timeEach(int times, Step&& step)
+{
+    Timings t;
+    QElapsedTimer timer;
+    for (int i = 0; i < times; ++i) {
+        timer.start();
+        step(i);
+        t.add(double(timer.nsecsElapsed()) / 1e6);
+    }
+    return t;
+}
+
+// One line of figures: median, 90th percentile and maximum.
+inline void reportTimings(const char* what, Timings t)
+{
+    std::printf("%-44s median %7.2f ms   p90 %7.2f ms   max %7.2f ms   (%zu)\n", what, t.median(),
+                t.ms[t.ms.size() * 9 / 10], t.max(), t.ms.size());
+}

@@ -53,24 +53,6 @@ struct Window
     std::unique_ptr<TFormClients> form;
 };
 
-template <typename Step> Timings timeEach(int times, Step&& step)
-{
-    Timings t;
-    QElapsedTimer timer;
-    for (int i = 0; i < times; ++i) {
-        timer.start();
-        step(i);
-        t.add(double(timer.nsecsElapsed()) / 1e6);
-    }
-    return t;
-}
-
-void report(const char* what, Timings t)
-{
-    std::printf("%-44s median %7.2f ms   p90 %7.2f ms   max %7.2f ms   (%zu)\n", what, t.median(),
-                t.ms[t.ms.size() * 9 / 10], t.max(), t.ms.size());
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -111,9 +93,9 @@ int main(int argc, char** argv)
     const int moves = std::min(options.repeat, form.rowCount() - 1);
     form.changePage(client_page::BiographicInfo);
     form.first();
-    report("next client, Biographic Info", timeEach(moves, [&](int) { form.next(); }));
+    reportTimings("next client, Biographic Info", timeEach(moves, [&](int) { form.next(); }));
     form.changePage(client_page::HealthNutrition);
-    report("next client, Health/Nutrition (4 queries)", timeEach(moves, [&](int) { form.next(); }));
+    reportTimings("next client, Health/Nutrition (4 queries)", timeEach(moves, [&](int) { form.next(); }));
     form.changePage(client_page::BiographicInfo);
 
     // Names to find, as a user types their first letters.
@@ -127,11 +109,11 @@ int main(int argc, char** argv)
         numbers << clients.fieldValueAt(row, clients.fieldIndex(u"CLIENT_ID")).toString();
     }
     form.setIndexName(QStringLiteral("LAST_FIRST"));
-    report("find a client by name", timeEach(int(names.size()), [&](int i) { form.search(names[i]); }));
+    reportTimings("find a client by name", timeEach(int(names.size()), [&](int i) { form.search(names[i]); }));
     timer.start();
     form.setIndexName(QStringLiteral("CLIENT_ID"));
     std::printf("change the order to client number: %lld ms\n", static_cast<long long>(timer.elapsed()));
-    report("find a client by number", timeEach(int(numbers.size()), [&](int i) { form.search(numbers[i]); }));
+    reportTimings("find a client by number", timeEach(int(numbers.size()), [&](int i) { form.search(numbers[i]); }));
     std::printf("messages: %d\n", ui.messages);
     return 0;
 }

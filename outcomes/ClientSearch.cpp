@@ -63,11 +63,11 @@ std::optional<qint64> findClient(Database& db, ClientSearchBy by, const QString&
         const qsizetype comma = text.indexOf(QLatin1Char(','));
         const QString last = (comma < 0 ? text : text.left(comma)).trimmed();
         const QString first = comma < 0 ? QString() : text.mid(comma + 1).trimmed();
-        const ResultSet rows = db.execute(
-            QStringLiteral(
-                "Select Top 50 Person_ID, Last_Name, First_Name from Clients where Last_Name >= :Last "
-                "order by Last_Name, First_Name, Person_ID"),
-            {{QStringLiteral("Last"), last}});
+        const ResultSet rows =
+            db.execute(QStringLiteral("Select Top 50 Person_ID, Last_Name, First_Name from Clients "
+                                      "where Lower(Last_Name) >= Lower(:Last) order by Last_Name NoCase, "
+                                      "First_Name NoCase, Person_ID"),
+                       {{QStringLiteral("Last"), last}});
         for (qsizetype r = 0; r < rows.rowCount(); ++r) {
             if (!rows.value(r, 1).toString().startsWith(last, Qt::CaseInsensitive)) break;
             if (rows.value(r, 2).toString().startsWith(first, Qt::CaseInsensitive))

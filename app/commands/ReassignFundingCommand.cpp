@@ -38,10 +38,7 @@ int runReassign(kb::app::CommandContext& context, const kb::app::CommandArgs& ar
     if (!access.mayChangeData()) throw kb::MessageError(access.refusal());
     kb::TFormReassignFunding form(session.data().db(), session.data().session(), session.ui());
 
-    bool known = false;
-    for (const auto& c : form.clients())
-        known = known || c.personId == person;
-    if (!known) throw kb::MessageError(QStringLiteral("No client has the Person_ID %1.").arg(person));
+    if (!form.clientLookup().client(person)) throw kb::MessageError(QStringLiteral("No client has the Person_ID %1.").arg(person));
     form.setClient(person);
     if (from <= QDate(2000, 1, 1) || to <= QDate(2000, 1, 1))
         throw kb::MessageError(QStringLiteral("Both dates must be after 01/01/2000."));

@@ -703,6 +703,23 @@ private:
         return QStringLiteral("(%1 %2 %3)").arg(balanced(terms, from, middle, op), op, balanced(terms, middle, to, op));
     }
 
+    // "Lower(column) >= Lower(x)" compares without regard to case. SQLite's
+    // lower() and its NOCASE collation both fold ASCII letters only, so
+    // there the comparison is written on the column with that collation,
+    // which lets a case-insensitive index of the column serve it; on
+    // PostgreSQL lower(column) already matches such an index.
+    QString caseFreeOperand(const Expr& e, const Tx& a, const ExprContext& ctx)
+    {
+        const auto isLower = [](const ExprPtr& x) {
+            return x && x->kind == ExprKind::Function && x->op == QLatin1String("LOWER") && x->args.size() == 1;
+        };
+        if (pg() || !isLower(e.args[0]) || !isLower(e.args[1]) || e.args[0]->args[0]->kind != ExprKind::Column)
+            return a.sql;
+        const Tx column = tx(e.args[0]->args[0], ctx);
+        if (!isText(column.type)) return a.sql;
+        return column.sql + QStringLiteral(" COLLATE NOCASE");
+    }
+
     Tx binary(const Expr& e, const ExprContext& ctx)
     {
         const QString& op = e.op;
@@ -750,7 +767,7 @@ private:
                 else
                     a.sql = QStringLiteral("CAST(%1 AS boolean)").arg(asInt(a));
             }
-            t.sql = QStringLiteral("(%1 %2 %3)").arg(a.sql, op, b.sql);
+            t.sql = QStringLiteral("(%1 %2 %3)").arg(caseFreeOperand(e, a, ctx), op, b.sql);
             return t;
         }
         if (op == QLatin1String("||"))
@@ -1736,6 +1753,8 @@ private:
                 sql = pg() ? QStringLiteral("(lower(%1))").arg(sql) : sql + QStringLiteral(" COLLATE NOCASE");
             if (c.descending)
                 sql += QStringLiteral(" DESC");
+            if (pg())
+                sql += c.descending ? QStringLiteral(" NULLS LAST") : QStringLiteral(" NULLS FIRST");
             columns.append(sql);
         }
         addStep(QStringLiteral("CREATE %1INDEX %2%3 ON %4 (%5)")
@@ -1865,11 +1884,16 @@ QStringList createTableSql(const TableDef& table, Dialect dialect, bool memory, 
             const ColumnDef* c = table.column(column);
             const QString name = quoteIdentifier(c ? c->name : column, dialect);
             const bool text = c && isText(c->type);
+            QString part = name;
             if (index.caseInsensitive && text)
-                parts.append(dialect == Dialect::PostgreSQL ? QStringLiteral("(lower(%1))").arg(name)
-                                                            : name + QStringLiteral(" COLLATE NOCASE"));
-            else
-                parts.append(name);
+                part = dialect == Dialect::PostgreSQL ? QStringLiteral("(lower(%1))").arg(name)
+                                                      : name + QStringLiteral(" COLLATE NOCASE");
+            // Ordered reads put empty values first (see orderSuffix); an index
+            // kept in that order on the server can then serve them, with a
+            // limit, without sorting the whole table.
+            if (dialect == Dialect::PostgreSQL)
+                part += QStringLiteral(" NULLS FIRST");
+            parts.append(part);
         }
         const bool unique = index.unique || index.primary;
         const QString indexName = physical.toLower() + QLatin1Char('_') + index.name.toLower();

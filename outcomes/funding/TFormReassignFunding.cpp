@@ -16,7 +16,7 @@ bool afterCutOff(const QDate& date)
 } // namespace
 
 TFormReassignFunding::TFormReassignFunding(Database& db, const SessionState& session, UserInterface& ui)
-    : m_db(db), m_session(session), m_ui(ui)
+    : m_db(db), m_session(session), m_ui(ui), m_clientLookup(db, clientLookupTitle())
 {
 }
 
@@ -30,12 +30,6 @@ QString TFormReassignFunding::bracketKey(const QString& entry)
         if (at > 0) key = key.left(at);
     }
     return key.trimmed();
-}
-
-const std::vector<ClientChoice>& TFormReassignFunding::clients()
-{
-    if (m_clients.empty()) m_clients = clientChoices(m_db);
-    return m_clients;
 }
 
 const QStringList& TFormReassignFunding::services()

@@ -32,7 +32,8 @@ public:
     // trimmed, cut at a "~" or "]" that leaves more than one character.
     static QString bracketKey(const QString& entry);
 
-    const std::vector<ClientChoice>& clients();
+    // The look-up behind "Client:", titled clientLookupTitle().
+    ClientLookup& clientLookup() { return m_clientLookup; }
     // "Service_Desc          [Service_ID]" for every service.
     const QStringList& services();
     // "Fund_Srce     [Fund_Cd]" for every funding source.
@@ -66,7 +67,7 @@ private:
     Database& m_db;
     const SessionState& m_session;
     UserInterface& m_ui;
-    std::vector<ClientChoice> m_clients;
+    ClientLookup m_clientLookup;
     QStringList m_services;
     QStringList m_fundingSources;
     qint64 m_personId = 0;

@@ -8,7 +8,7 @@
 namespace kb {
 
 TFormDelDeliv::TFormDelDeliv(Database& db, const SessionState& session, UserInterface& ui)
-    : m_db(db), m_session(session), m_ui(ui)
+    : m_db(db), m_session(session), m_ui(ui), m_clientLookup(db, clientLookupTitle())
 {
 }
 
@@ -32,12 +32,6 @@ const std::vector<TFormDelDeliv::Choice>& TFormDelDeliv::services()
                                                                   .arg(r.value(i, 0).toLongLong())});
     }
     return m_services;
-}
-
-const std::vector<ClientChoice>& TFormDelDeliv::clients()
-{
-    if (m_clients.empty()) m_clients = clientChoices(m_db);
-    return m_clients;
 }
 
 bool TFormDelDeliv::okEnabled() const

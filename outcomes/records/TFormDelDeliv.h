@@ -35,8 +35,12 @@ public:
     // "Any service received                  [0]", then the mutually
     // exclusive delivery services, each with its Service_ID in brackets.
     const std::vector<Choice>& services();
-    // The clients to choose from, by last and first name.
-    const std::vector<ClientChoice>& clients();
+    static QString clientLookupTitle()
+    {
+        return QStringLiteral("Locate the Client whose delivery credits are to be deleted");
+    }
+    // The look-up of "By Client": the clients by last and first name.
+    ClientLookup& clientLookup() { return m_clientLookup; }
 
     Page page() const { return m_page; }
     void setPage(Page page) { m_page = page; }
@@ -61,7 +65,7 @@ private:
     const SessionState& m_session;
     UserInterface& m_ui;
     std::vector<Choice> m_services;
-    std::vector<ClientChoice> m_clients;
+    ClientLookup m_clientLookup;
     Page m_page = Page::ByService;
     QDate m_date;
     qint64 m_serviceId = -1;

@@ -12,7 +12,7 @@
 namespace kb {
 
 TFormDeliveries::TFormDeliveries(Database& db, const SessionState& session, UserInterface& ui)
-    : m_db(db), m_session(session), m_ui(ui)
+    : m_db(db), m_session(session), m_ui(ui), m_deliveredItems(db)
 {
 }
 
@@ -174,6 +174,11 @@ bool TFormDeliveries::ActionDeleteDelivery()
     m_fundingChanges.erase(delivery->delivId);
     open();
     return true;
+}
+
+qint64 TFormDeliveries::currentDelivId() const
+{
+    return m_current < 0 ? 0 : m_rows.value(m_current, DelivId).toLongLong();
 }
 
 ResultSet TFormDeliveries::ActionShowDeliveryItems()

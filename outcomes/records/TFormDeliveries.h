@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/DeliveryRecords.h"
+#include "records/TFormDeliveredItems.h"
 #include "store/ResultSet.h"
 
 #include <QDate>
@@ -73,6 +74,8 @@ public:
     // A value of the list, with a funding edit that waits shown in place.
     QVariant value(int row, Column column) const;
     int currentRow() const { return m_current; }
+    // Deliv_ID of the current row; 0 when the list is empty.
+    qint64 currentDelivId() const;
     void setCurrentRow(int row);
     // Moves to the delivery; false when the list does not show it.
     bool locate(qint64 delivId);
@@ -93,6 +96,8 @@ public:
     bool ActionDeleteDelivery();
     // The items of the current delivery; empty when the list is.
     ResultSet ActionShowDeliveryItems();
+    // The items window that follows the list's current delivery.
+    TFormDeliveredItems& deliveredItems() { return m_deliveredItems; }
     // Stores funding edits and reads the list again.
     void ActionRefresh();
     // Stores funding edits.
@@ -114,6 +119,7 @@ private:
     ResultSet m_rows;
     int m_current = -1;
     std::map<qint64, QString> m_fundingChanges; // Deliv_ID -> Funding_Desc
+    TFormDeliveredItems m_deliveredItems;
 };
 
 } // namespace kb

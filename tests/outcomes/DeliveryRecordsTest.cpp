@@ -8,6 +8,7 @@
 #include "records/DeliveryGroupDeletion.h"
 #include "records/TFormCompDel.h"
 #include "records/TFormDelDeliv.h"
+#include "records/TFormDeliveredItems.h"
 #include "records/TFormDeliveries.h"
 
 using namespace kb;
@@ -199,6 +200,18 @@ TEST_P(DeliveryRecords, DeletingOneDeliveryTakesItsItemsEventAndFulfilledMark)
 
     TFormDeliveries list(db(), session, ui);
     list.FormShow(11);
+    // The items window follows the list's current delivery.
+    TFormDeliveredItems& items = list.deliveredItems();
+    ASSERT_TRUE(list.locate(1));
+    EXPECT_TRUE(items.follow(list));
+    EXPECT_EQ(items.delivId(), 1);
+    ASSERT_EQ(items.items().rowCount(), 1);
+    EXPECT_EQ(items.items().value(0, 2).toInt(), 2);
+    EXPECT_EQ(items.items().value(0, 3).toString().trimmed(), QStringLiteral("Lunch"));
+    EXPECT_FALSE(items.follow(list)); // still there: nothing read
+    ASSERT_TRUE(list.locate(2));
+    EXPECT_TRUE(items.follow(list));
+    EXPECT_EQ(items.items().value(0, 2).toInt(), 1);
     ASSERT_TRUE(list.locate(1));
     EXPECT_FALSE(list.ActionDeleteDelivery());
     EXPECT_EQ(ui.texts(Kind::Question).last(),
@@ -226,6 +239,10 @@ TEST_P(DeliveryRecords, DeletingOneDeliveryTakesItsItemsEventAndFulfilledMark)
     EXPECT_TRUE(list.ActionDeleteDelivery());
     EXPECT_EQ(historyEvents().last(), QStringLiteral("Delivery credits for 3/4/2024 deleted."));
     EXPECT_FALSE(list.canDelete());
+    // With the list empty the items window empties too.
+    EXPECT_TRUE(items.follow(list));
+    EXPECT_EQ(items.delivId(), 0);
+    EXPECT_EQ(items.items().rowCount(), 0);
 }
 
 TEST_P(DeliveryRecords, GroupDeletionByServiceAndByClient)
@@ -242,7 +259,8 @@ TEST_P(DeliveryRecords, GroupDeletionByServiceAndByClient)
     ASSERT_EQ(form.services().size(), 3u);
     EXPECT_EQ(form.services()[0].text, QStringLiteral("Any service received                  [0]"));
     EXPECT_EQ(form.services()[1].text, QStringLiteral("Home Meals     [1]"));
-    EXPECT_EQ(form.clients().size(), 2u);
+    form.clientLookup().search(QString());
+    EXPECT_EQ(form.clientLookup().rows().size(), 2u);
     form.setDate(QDate(2000, 1, 1));
     form.setService(1);
     form.setKinds(2);

@@ -87,7 +87,7 @@ TEST_P(WalkInCreditTest, TheListTakesEligibleClientsAndAsksAboutTheOthers)
         "to the list anyway?");
     ui.answerNext(Answer::Yes);
     form.setSearchBy(ClientSearchBy::ClientName);
-    form.setSearchText(QStringLiteral("Last3, First"));
+    form.setSearchText(QStringLiteral("last3, first")); // without regard to case
     form.ActionAddToList();
     EXPECT_TRUE(ui.texts(Kind::Warning)
                     .contains("First3 Last3 has not been assigned to a service\nand therefore will not be "

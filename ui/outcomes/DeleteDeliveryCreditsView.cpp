@@ -1,6 +1,7 @@
 #include "outcomes/DeleteDeliveryCreditsView.h"
 
 #include "FormPlacement.h"
+#include "outcomes/ClientLookupField.h"
 #include "records/TFormDelDeliv.h"
 
 #include <QComboBox>
@@ -26,12 +27,7 @@ DeleteDeliveryCreditsView::DeleteDeliveryCreditsView(TFormDelDeliv& presenter, S
     m_service->addItem(QString(), -1);
     for (const auto& s : presenter.services())
         m_service->addItem(s.text, s.id);
-    m_client = new QComboBox;
-    m_client->setEditable(true);
-    m_client->setInsertPolicy(QComboBox::NoInsert);
-    m_client->addItem(QString(), 0);
-    for (const auto& c : presenter.clients())
-        m_client->addItem(c.text, c.personId);
+    m_client = new ClientLookupField(presenter.clientLookup(), settings);
     m_kinds = new QComboBox;
     m_kinds->addItem(QString());
     m_kinds->addItems(TFormDelDeliv::kindChoices());
@@ -59,7 +55,7 @@ DeleteDeliveryCreditsView::DeleteDeliveryCreditsView(TFormDelDeliv& presenter, S
     connect(m_pages, &QTabWidget::currentChanged, this, [this] { update(); });
     connect(m_date, &QDateEdit::dateChanged, this, [this] { update(); });
     connect(m_service, &QComboBox::currentIndexChanged, this, [this] { update(); });
-    connect(m_client, &QComboBox::currentIndexChanged, this, [this] { update(); });
+    connect(m_client, &ClientLookupField::clientChanged, this, [this] { update(); });
     connect(m_kinds, &QComboBox::currentIndexChanged, this, [this] { update(); });
     connect(box, &QDialogButtonBox::accepted, this, [this] {
         if (m_presenter.ActionOK()) accept();
@@ -75,7 +71,7 @@ void DeleteDeliveryCreditsView::update()
                                                      : TFormDelDeliv::Page::ByService);
     m_presenter.setDate(m_date->date());
     m_presenter.setService(m_service->currentData().toLongLong());
-    m_presenter.setClient(m_client->currentData().toLongLong());
+    m_presenter.setClient(m_client->personId());
     m_presenter.setKinds(m_kinds->currentIndex() - 1);
     m_ok->setEnabled(m_presenter.okEnabled());
 }

@@ -14,6 +14,8 @@ class TFormDelDeliv;
 
 namespace kb::ui {
 
+class ClientLookupField;
+
 // "Delete Delivery Credits" over its presenter: "By Service" and "By
 // Client", each with the date and the walk-in choice.
 class DeleteDeliveryCreditsView : public QDialog
@@ -24,6 +26,7 @@ public:
     DeleteDeliveryCreditsView(TFormDelDeliv& presenter, SettingsFile& settings, QWidget* parent = nullptr);
 
     QPushButton* okButton() const { return m_ok; }
+    ClientLookupField* clientField() const { return m_client; }
 
 private:
     void update();
@@ -32,7 +35,7 @@ private:
     QTabWidget* m_pages;
     QDateEdit* m_date;
     QComboBox* m_service;
-    QComboBox* m_client;
+    ClientLookupField* m_client;
     QComboBox* m_kinds;
     QPushButton* m_ok;
 };

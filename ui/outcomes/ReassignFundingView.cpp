@@ -1,6 +1,7 @@
 #include "outcomes/ReassignFundingView.h"
 
 #include "FormPlacement.h"
+#include "outcomes/ClientLookupField.h"
 #include "funding/TFormReassignFunding.h"
 
 #include <QComboBox>
@@ -19,13 +20,7 @@ ReassignFundingView::ReassignFundingView(TFormReassignFunding& presenter, Settin
     : QDialog(parent), m_presenter(presenter)
 {
     setWindowTitle(TFormReassignFunding::caption());
-    m_client = new QComboBox;
-    m_client->setEditable(true);
-    m_client->setInsertPolicy(QComboBox::NoInsert);
-    m_client->setToolTip(TFormReassignFunding::clientLookupTitle());
-    m_client->addItem(QString(), 0);
-    for (const auto& c : presenter.clients())
-        m_client->addItem(c.text, c.personId);
+    m_client = new ClientLookupField(presenter.clientLookup(), settings);
     m_service = new QComboBox;
     m_service->addItem(QString());
     m_service->addItems(presenter.services());
@@ -62,7 +57,7 @@ ReassignFundingView::ReassignFundingView(TFormReassignFunding& presenter, Settin
     layout->addWidget(choice);
     layout->addWidget(box);
 
-    connect(m_client, &QComboBox::currentIndexChanged, this, [this] { update(); });
+    connect(m_client, &ClientLookupField::clientChanged, this, [this] { update(); });
     connect(m_service, &QComboBox::currentIndexChanged, this, [this] { update(); });
     connect(m_start, &QDateEdit::dateChanged, this, [this] { update(); });
     connect(m_end, &QDateEdit::dateChanged, this, [this] { update(); });
@@ -87,7 +82,7 @@ ReassignFundingView::ReassignFundingView(TFormReassignFunding& presenter, Settin
 
 void ReassignFundingView::update()
 {
-    m_presenter.setClient(m_client->currentData().toLongLong());
+    m_presenter.setClient(m_client->personId());
     m_presenter.setService(m_service->currentText());
     m_presenter.setStart(m_start->date());
     m_presenter.setEnd(m_end->date());

@@ -14,6 +14,8 @@ class TFormReassignFunding;
 
 namespace kb::ui {
 
+class ClientLookupField;
+
 // "Reassign Funding to Existing Events and Deliveries" over its presenter.
 class ReassignFundingView : public QDialog
 {
@@ -22,7 +24,7 @@ class ReassignFundingView : public QDialog
 public:
     ReassignFundingView(TFormReassignFunding& presenter, SettingsFile& settings, QWidget* parent = nullptr);
 
-    QComboBox* clientBox() const { return m_client; }
+    ClientLookupField* clientField() const { return m_client; }
     QComboBox* serviceBox() const { return m_service; }
     QComboBox* fundingBox() const { return m_funding; }
     QDateEdit* startEdit() const { return m_start; }
@@ -35,7 +37,7 @@ private:
     void update();
 
     TFormReassignFunding& m_presenter;
-    QComboBox* m_client;
+    ClientLookupField* m_client;
     QComboBox* m_service;
     QDateEdit* m_start;
     QDateEdit* m_end;

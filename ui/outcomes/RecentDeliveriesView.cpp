@@ -1,6 +1,7 @@
 #include "outcomes/RecentDeliveriesView.h"
 
 #include "FormPlacement.h"
+#include "outcomes/DeliveredItemsView.h"
 #include "records/TFormCompDel.h"
 #include "records/TFormDeliveries.h"
 #include "rules/ClientHistoryTexts.h"
@@ -87,6 +88,7 @@ RecentDeliveriesView::RecentDeliveriesView(TFormDeliveries& presenter, SettingsF
         if (m_filling) return;
         m_presenter.setCurrentRow(row);
         showState();
+        if (m_itemsView) m_itemsView->follow();
     });
     connect(m_comp, &QPushButton::clicked, this, [this] {
         if (m_presenter.ActionCompedDelivery()) fill();
@@ -144,6 +146,7 @@ void RecentDeliveriesView::fill()
     m_last->setText(last.isValid() ? last.toString(QStringLiteral("MM/dd/yyyy")) : QString());
     m_filling = false;
     showState();
+    if (m_itemsView) m_itemsView->follow();
 }
 
 void RecentDeliveriesView::showState()
@@ -186,25 +189,12 @@ bool RecentDeliveriesView::compDialog(TFormCompDel& presenter)
 
 void RecentDeliveriesView::showItems()
 {
-    const ResultSet items = m_presenter.ActionShowDeliveryItems();
-    QDialog dialog(this);
-    dialog.setWindowTitle(QStringLiteral("Delivered Items"));
-    auto* table = new QTableWidget(int(items.rowCount()), 6, &dialog);
-    table->setHorizontalHeaderLabels({QStringLiteral("Date"), QStringLiteral("DOW"),
-                                      QStringLiteral("Quantity"), QStringLiteral("Item"),
-                                      QStringLiteral("Meals per Item"), QStringLiteral("Total Credits")});
-    table->verticalHeader()->hide();
-    for (int r = 0; r < int(items.rowCount()); ++r)
-        for (int c = 0; c < 6; ++c)
-            table->setItem(r, c, new QTableWidgetItem(cellText(items.value(r, c))));
-    table->resizeColumnsToContents();
-    auto* layout = new QVBoxLayout(&dialog);
-    layout->addWidget(table);
-    auto* box = new QDialogButtonBox(QDialogButtonBox::Close);
-    connect(box, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    layout->addWidget(box);
-    keepPlacement(dialog, m_settings, QStringLiteral("TFormDeliveredItems"), QSize(640, 300));
-    dialog.exec();
+    // One items window beside the list, left open while the user moves
+    // through the deliveries.
+    if (!m_itemsView) m_itemsView = new DeliveredItemsView(m_presenter, m_settings, this);
+    m_itemsView->show();
+    m_itemsView->raise();
+    m_itemsView->follow();
 }
 
 } // namespace kb::ui

@@ -15,6 +15,8 @@ class TFormDeliveries;
 
 namespace kb::ui {
 
+class DeliveredItemsView;
+
 // "Recent Deliveries" over its presenter: the client's deliveries of the
 // past days, the funding column editable from a list of codes, and the
 // comp, reverse, delete, items and refresh commands.
@@ -30,6 +32,9 @@ public:
     QPushButton* compButton() const { return m_comp; }
     QPushButton* reverseButton() const { return m_reverse; }
     QPushButton* deleteButton() const { return m_delete; }
+    QPushButton* itemsButton() const { return m_items; }
+    // The items window once "Show Delivery Items" has opened it.
+    DeliveredItemsView* itemsView() const { return m_itemsView; }
 
 private:
     void fill();
@@ -47,6 +52,7 @@ private:
     QPushButton* m_delete;
     QPushButton* m_items;
     QPushButton* m_refresh;
+    DeliveredItemsView* m_itemsView = nullptr;
     bool m_filling = false;
 };
 
