@@ -24,6 +24,7 @@
 #include "window/ClientFieldLayout.h"
 #include "window/ClientPageData.h"
 #include "window/ClientPages.h"
+#include "window/PageGridEditing.h"
 
 #include <QUrlQuery>
 
@@ -99,6 +100,7 @@ TFormClients::TFormClients(TDataModule1& module, UserInterface& ui, ClientRules*
     installOwnHandlers();
     m_applications = std::make_unique<ServiceApplications>(module, *m_pageData, ui);
     m_funding = std::make_unique<FundingUses>(module, *m_pageData, ui);
+    m_pageGrids = std::make_unique<PageGridEditing>(*this);
     installServiceHandlers();
 }
 
@@ -843,6 +845,7 @@ void TFormClients::computeControls()
         pledgeMethodGroup(hasRow ? set.fieldValue(u"PLEDGE_METHOD").toString() : QString());
     c.visible.insert(PledgedAmountGroup, pledgeGroup == PledgedAmountGroup);
     c.visible.insert(PledgeItemsGroup, pledgeGroup == PledgeItemsGroup);
+    setFundingRateGroups(c);
     if (episodic && access.level() == AccessLevel::Level::FullW)
         for (const QString& id :
              {cmd::EditRoutesStops, cmd::AddSuspension, cmd::EditSuspension, cmd::DeleteSuspension})
@@ -885,6 +888,19 @@ void TFormClients::computeControls()
 
     m_controls = c;
     if (hasRow && set.state() != DataSet::State::Insert) computeAlternateAddress();
+}
+
+void TFormClients::setFundingRateGroups(ClientControls& c)
+{
+    const FundingRateGroups groups = m_funding->rateGroups();
+    c.visible.insert(ClientRatesGroup, groups.itemRates);
+    c.visible.insert(ResultingRatesGroup, groups.itemRates);
+}
+
+void TFormClients::pageRowChanged()
+{
+    setFundingRateGroups(m_controls);
+    emit pageGroupsChanged();
 }
 
 void TFormClients::computeAlternateAddress()
