@@ -125,35 +125,64 @@ bool PageGridEditing::writable(const DataSet& set) const
     return !set.isReadOnly() && !m_form.fieldsReadOnly();
 }
 
+int PageGridEditing::rowCount(const QString& grid) const
+{
+    const DataSet* set = openSet(grid);
+    if (!set) return 0;
+    return set->recordCount() + (set->state() == DataSet::State::Insert ? 1 : 0);
+}
+
+// A row being inserted stands at its place in the grid, before the rows
+// of the set that follow it.
+QVariant PageGridEditing::valueAt(const DataSet& set, int row, const QString& field)
+{
+    if (set.state() == DataSet::State::Insert) {
+        const int inserted = set.recNo() - 1;
+        if (row == inserted) return set.fieldValue(field);
+        if (row > inserted) --row;
+    }
+    return set.fieldValueAt(row, set.fieldIndex(field));
+}
+
 bool PageGridEditing::isEditable(const QString& grid, int row, const QString& column) const
 {
     const DataSet* set = openSet(grid);
-    if (!set || !writable(*set) || row < 0 || row >= set->recordCount()) return false;
+    if (!set || !writable(*set) || row < 0 || row >= rowCount(grid)) return false;
     const PageCell c = cell(grid, column);
     if (c.kind == K::ReadOnly) return false;
-    if (grid == FundUses && (c.field == QLatin1String("Reimbursement_Rate") ||
-                             c.field == QLatin1String("Reimbursement_Period"))) {
-        const QVariant method = set->fieldValueAt(row, set->fieldIndex(u"Reimbursement_Method"));
-        return fundingRateGroups(method.toString()).timeRates;
-    }
+    if (grid == FundUses &&
+        (c.field == QLatin1String("Reimbursement_Rate") || c.field == QLatin1String("Reimbursement_Period")))
+        return fundingRateGroups(valueAt(*set, row, QStringLiteral("Reimbursement_Method")).toString())
+            .timeRates;
     return true;
 }
 
 QVariant PageGridEditing::editValue(const QString& grid, int row, const QString& column) const
 {
-    const DataSet* set = openSet(grid);
     const PageCell c = cell(grid, column);
-    if (!set || c.field.isEmpty() || row < 0 || row >= set->recordCount()) return {};
-    return set->fieldValueAt(row, set->fieldIndex(c.field));
+    return c.field.isEmpty() ? QVariant() : shownValue(grid, row, c.field);
+}
+
+QVariant PageGridEditing::shownValue(const QString& grid, int row, const QString& column) const
+{
+    const DataSet* set = openSet(grid);
+    if (!set || row < 0 || row >= rowCount(grid) || set->fieldIndex(column) < 0) return {};
+    return valueAt(*set, row, column);
 }
 
 bool PageGridEditing::moveTo(const QString& grid, int row)
 {
     DataSet* set = openSet(grid);
-    if (!set || row < 0 || row >= set->recordCount()) return false;
+    if (!set || row < 0 || row >= rowCount(grid)) return false;
     if (set->recNo() == row + 1) return true;
-    // Leaving a row posts it, through the query's hooks.
-    const bool moved = m_form.module().services().guarded([&] { set->setRecNo(row + 1); });
+    // Leaving a row posts it, through the query's hooks. A posted new row
+    // keeps its place; one dropped untouched frees it for the rows after.
+    const bool dropped = set->state() == DataSet::State::Insert && !set->isModified();
+    const int target = dropped && row > set->recNo() - 1 ? row - 1 : row;
+    const bool moved = m_form.module().services().guarded([&] {
+        set->checkBrowseMode();
+        if (set->recordCount() > 0) set->setRecNo(std::min(target, set->recordCount() - 1) + 1);
+    });
     rowChanged(grid);
     return moved;
 }
@@ -199,7 +228,7 @@ bool PageGridEditing::isEditing(const QString& grid) const
 int PageGridEditing::currentRow(const QString& grid) const
 {
     const DataSet* set = openSet(grid);
-    return set && set->recordCount() > 0 ? set->recNo() - 1 : -1;
+    return set && rowCount(grid) > 0 ? set->recNo() - 1 : -1;
 }
 
 QDate PageGridEditing::today() const

@@ -56,6 +56,11 @@ public:
     bool isEditable(const QString& grid, int row, const QString& column) const;
     // The stored value a cell edits (the code behind its caption).
     QVariant editValue(const QString& grid, int row, const QString& column) const;
+    // What the grid shows in a cell.
+    QVariant shownValue(const QString& grid, int row, const QString& column) const;
+    // The grid's rows: those of its data set, and a row being inserted in
+    // its place among them.
+    int rowCount(const QString& grid) const;
 
     // Makes a row (0-based) current; the row left is posted first. False,
     // and the row left still current, when its post was refused.
@@ -74,6 +79,7 @@ public:
 private:
     DataSet* openSet(const QString& grid) const;
     bool writable(const DataSet& set) const;
+    static QVariant valueAt(const DataSet& set, int row, const QString& field);
     void rowChanged(const QString& grid);
 
     TFormClients& m_form;

@@ -28,12 +28,18 @@ PageCell PageGridModel::cellAt(int column) const
 
 void PageGridModel::sync()
 {
-    const int rows = dataSet() && dataSet()->isActive() ? dataSet()->recordCount() : 0;
-    if (rows != rowCount() || columnCount() == 0) {
+    const int rows = rowCount();
+    if (rows != m_shownRows || columnCount() == 0) {
         reload();
+        m_shownRows = rows;
         return;
     }
     if (rows > 0) emit dataChanged(index(0, 0), index(rows - 1, columnCount() - 1));
+}
+
+int PageGridModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() || columnCount() == 0 ? 0 : m_editing.rowCount(m_grid);
 }
 
 Qt::ItemFlags PageGridModel::flags(const QModelIndex& index) const
@@ -63,7 +69,9 @@ QVariant PageGridModel::data(const QModelIndex& index, int role) const
         const QVariant value = m_editing.editValue(m_grid, index.row(), column);
         return value.isNull() ? QString() : QString::number(value.toDouble(), 'f', 2);
     }
-    return DataSetTableModel::data(index, role);
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+        return displayText(m_editing.shownValue(m_grid, index.row(), column));
+    return {};
 }
 
 bool PageGridModel::setData(const QModelIndex& index, const QVariant& value, int role)

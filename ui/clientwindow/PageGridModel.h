@@ -24,6 +24,7 @@ public:
     // again when their number changed.
     void sync();
 
+    int rowCount(const QModelIndex& parent = {}) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
@@ -31,6 +32,7 @@ public:
 private:
     PageGridEditing& m_editing;
     QString m_grid;
+    int m_shownRows = -1; // the rows the view was last told of
 };
 
 // The editors of a page grid's cells: a date editor for dates, a drop-down
