@@ -18,6 +18,7 @@ using K = PageCellKind;
 PageGridModel::PageGridModel(PageGridEditing& editing, QString grid, QObject* parent)
     : DataSetTableModel(parent), m_editing(editing), m_grid(std::move(grid))
 {
+    connect(this, &QAbstractItemModel::modelReset, this, [this] { m_shownRows = rowCount(); });
 }
 
 PageCell PageGridModel::cellAt(int column) const

@@ -70,6 +70,7 @@
 #include "walkins/TFormCreditWalkIns.h"
 #include "window/ClientCommands.h"
 #include "window/ClientPageData.h"
+#include "window/PageGridEditing.h"
 #include "window/TFormClients.h"
 
 #include <QApplication>
@@ -181,7 +182,7 @@ void registerScheduleAndFundingScreens(MainWindow& window)
     // A new row of a page grid opens its first cell, once the window has
     // drawn what the command changed.
     const auto openNewRow = [w, &form](const QString& grid) {
-        if (!form.pageData().isOpen(grid) || form.pageData().query(grid).isEmpty()) return;
+        if (form.pageGrids().rowCount(grid) == 0) return;
         QTimer::singleShot(0, w, [w, grid] { w->fields()->editCurrentRow(grid); });
     };
     on(cmd::AddFunding, [&form, openNewRow] {
