@@ -186,6 +186,7 @@ void EditBaseView::showState()
     showGrid();
     showFields();
     m_showing = false;
+    emit stateShown();
 }
 
 void EditBaseView::showGrid()

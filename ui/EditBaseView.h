@@ -35,6 +35,10 @@ public:
     QWidget* editor(const QString& field) const { return m_editors.value(field.toUpper()); }
     QPushButton* missingCombinationsButton() const { return m_missing; }
 
+signals:
+    // The view has drawn the presenter's state again.
+    void stateShown();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void done(int result) override;
