@@ -827,7 +827,9 @@ void TFormClients::computeControls()
         (hasRow && rowsExist(QStringLiteral("Select TOP 1 App_ID from ServiceApps where Person_ID = "
                                             ":Person_ID"),
                              person));
-    enable({QStringLiteral("Applications"), QStringLiteral("Documents"), QStringLiteral("Conditions")},
+    // "Add Application" stays usable for a client who has none yet.
+    enable({QStringLiteral("QueryServiceApps"), cmd::EditApplicationComment, QStringLiteral("Documents"),
+            QStringLiteral("Conditions")},
            applications);
     const bool history =
         internet ||

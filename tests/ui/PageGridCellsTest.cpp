@@ -21,6 +21,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDir>
 #include <QDoubleSpinBox>
 #include <QGroupBox>
@@ -243,6 +244,32 @@ TEST_P(PageGridCells, AFundingUseIsChosenInItsCellsAndItsRulesDecideWhenItIsSave
                                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     QApplication::processEvents();
     EXPECT_FALSE(clientRates->isHidden());
+}
+
+TEST_P(PageGridCells, AnApplicationsStatusIsChosenInItsCell)
+{
+    ui::MainWindow& w = openWindow();
+    w.notebook()->setCurrentIndex(client_page::ClientServices);
+    QApplication::processEvents();
+    QTableView* grid = w.fields()->grid(QStringLiteral("QueryServiceApps"));
+    ASSERT_NE(grid, nullptr);
+    w.fields()->button(cmd::AddApplication)->click();
+    QApplication::processEvents();
+    ASSERT_EQ(grid->model()->rowCount(), 1);
+    // The new application opens its date first; the status is chosen by its word.
+    EXPECT_NE(openEditor<QDateEdit>(grid), nullptr);
+    openCell(grid, 0, QStringLiteral("Status_Text"));
+    choose(grid, QStringLiteral("Pending"));
+    grid->setFocus();
+    press(grid, Qt::Key_Return);
+    EXPECT_EQ(
+        count(QStringLiteral("select count(*) from ServiceApps where Person_ID = 1 and App_Status = 'P'")),
+        1);
+    EXPECT_EQ(
+        count(QStringLiteral("select count(*) from History where Person_ID = 1 and Event = 'Service App "
+                             "created with status of Pending.'")),
+        1);
+    shoot(w, QStringLiteral("client-services.png"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, PageGridCells, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),

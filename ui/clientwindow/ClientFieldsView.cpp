@@ -262,9 +262,17 @@ void ClientFieldsView::cellRowsChanged(const QString& grid)
             moved.append(d.name);
         }
     m_syncing = false;
-    for (const QString& name : moved)
-        if (QTableView* view = m_grids.value(name); view && qobject_cast<PageGridModel*>(view->model()))
-            showCurrentRow(*view, name);
+    for (const QString& name : moved) {
+        QTableView* view = m_grids.value(name);
+        if (!view) continue;
+        if (qobject_cast<PageGridModel*>(view->model())) showCurrentRow(*view, name);
+        // Until the user sets them, columns fit what was typed.
+        if (!m_sizedByUser.contains(name) && view->model()->columnCount() > 0) {
+            m_autoSizing = true;
+            view->horizontalHeader()->resizeSections(QHeaderView::ResizeToContents);
+            m_autoSizing = false;
+        }
+    }
 }
 
 void ClientFieldsView::editCurrentRow(const QString& grid)
@@ -644,6 +652,7 @@ void ClientFieldsView::refresh()
         g.box->setVisible(controls.isVisible(layout.caption) &&
                           m_presenter.isComponentVisible(layout.component));
         g.box->setEnabled(controls.isEnabled(layout.caption));
+        if (QTableView* view = m_grids.value(layout.grid)) view->setEnabled(controls.isEnabled(layout.grid));
     }
     m_loading = false;
     applyServiceHeadings();
