@@ -3,9 +3,7 @@
 // and saved with Enter, its method bringing up the item rate groups, and a
 // second source on the same days refused with the cursor kept on it.
 
-#include "ModuleFixture.h"
-#include "QtClientDialogs.h"
-#include "WidgetApplication.h"
+#include "ClientWindowViewFixture.h"
 
 #include "clientwindow/ClientFieldsView.h"
 #include "clientwindow/MainWindow.h"
@@ -36,10 +34,9 @@ namespace cmd = client_command;
 
 namespace {
 
-class PageGridCells : public ModuleFixture
+class PageGridCells : public ClientWindowViewFixture
 {
 protected:
-    static void SetUpTestSuite() { ensureWidgetApplication(); }
     void SetUp() override
     {
         ModuleFixture::SetUp();
@@ -68,33 +65,6 @@ protected:
                    {QStringLiteral("Unit"), QStringLiteral("L")},
                    {QStringLiteral("Amount"), 4.5}});
     }
-    void beforeStart(TDataModule1& m) override { rules = std::make_unique<ModuleClientRules>(m); }
-    void TearDown() override
-    {
-        window.reset();
-        form.reset();
-        if (module) module->shutdown();
-        dialogs.reset();
-        rules.reset();
-        module.reset();
-    }
-
-    ui::MainWindow& openWindow()
-    {
-        signIn(QStringLiteral("userW"));
-        dialogs = std::make_unique<ui::QtClientDialogs>(nullptr, module->userSettings());
-        rules->setDialogs(dialogs.get());
-        form = std::make_unique<TFormClients>(*module, ui, rules->rules());
-        form->create();
-        window = std::make_unique<ui::MainWindow>(*form, ui);
-        window->resize(1366, 768);
-        window->show();
-        form->firstShow();
-        window->showUser();
-        return *window;
-    }
-
-    int count(const QString& sql) { return db().execute(sql).value(0, 0).toInt(); }
 
     // The cell editor open in the grid (editors closed before are gone).
     template <typename Editor> Editor* openEditor(QTableView* grid)
@@ -141,16 +111,11 @@ protected:
         QApplication::processEvents();
         w.grab().save(QDir(dir).filePath(name));
     }
-
-    std::unique_ptr<ModuleClientRules> rules;
-    std::unique_ptr<ui::QtClientDialogs> dialogs;
-    std::unique_ptr<TFormClients> form;
-    std::unique_ptr<ui::MainWindow> window;
 };
 
 TEST_P(PageGridCells, AFundingUseIsChosenInItsCellsAndItsRulesDecideWhenItIsSaved)
 {
-    ui::MainWindow& w = openWindow();
+    ui::MainWindow& w = openWindow(QStringLiteral("userW"));
     w.notebook()->setCurrentIndex(client_page::FundingBilling);
     w.findChild<QTabWidget*>(QStringLiteral("Funding/Billing Sheets"))->setCurrentIndex(0);
     QApplication::processEvents();
@@ -248,7 +213,7 @@ TEST_P(PageGridCells, AFundingUseIsChosenInItsCellsAndItsRulesDecideWhenItIsSave
 
 TEST_P(PageGridCells, AnApplicationsStatusIsChosenInItsCell)
 {
-    ui::MainWindow& w = openWindow();
+    ui::MainWindow& w = openWindow(QStringLiteral("userW"));
     w.notebook()->setCurrentIndex(client_page::ClientServices);
     QApplication::processEvents();
     QTableView* grid = w.fields()->grid(QStringLiteral("QueryServiceApps"));
