@@ -167,7 +167,14 @@ QVariant PageGridEditing::shownValue(const QString& grid, int row, const QString
 {
     const DataSet* set = openSet(grid);
     if (!set || row < 0 || row >= rowCount(grid) || set->fieldIndex(column) < 0) return {};
-    return valueAt(*set, row, column);
+    const QVariant value = valueAt(*set, row, column);
+    // A column that holds a code itself (a rate's unit) shows its caption.
+    const PageCell c = cell(grid, column);
+    if (c.kind == K::Choice && c.field.compare(column, Qt::CaseInsensitive) == 0 && !value.isNull())
+        for (const ClientListEntry& e : choices(grid, column))
+            if (!e.value.isNull() && e.value.toString().trimmed() == value.toString().trimmed())
+                return e.text;
+    return value;
 }
 
 bool PageGridEditing::moveTo(const QString& grid, int row)

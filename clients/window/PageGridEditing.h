@@ -56,7 +56,7 @@ public:
     bool isEditable(const QString& grid, int row, const QString& column) const;
     // The stored value a cell edits (the code behind its caption).
     QVariant editValue(const QString& grid, int row, const QString& column) const;
-    // What the grid shows in a cell.
+    // What the grid shows in a cell: the value, or the caption of a code.
     QVariant shownValue(const QString& grid, int row, const QString& column) const;
     // The grid's rows: those of its data set, and a row being inserted in
     // its place among them.

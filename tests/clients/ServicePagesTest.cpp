@@ -377,8 +377,10 @@ TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
     EXPECT_FALSE(grids.isEditable(uses, items, QStringLiteral("Reimbursement_Rate")));
     EXPECT_TRUE(grids.isEditable(uses, time, QStringLiteral("Reimbursement_Rate")));
     EXPECT_TRUE(grids.isEditable(uses, items, QStringLiteral("Method_Text")));
-    EXPECT_FALSE(grids.isEditable(uses, items, QStringLiteral("Service_Description")) &&
-                 grids.cell(uses, QStringLiteral("Service_Description")).field != QLatin1String("Service_ID"));
+    // The service is shown by its name and chosen by its number.
+    EXPECT_EQ(grids.cell(uses, QStringLiteral("Service_Description")).field, "Service_ID");
+    EXPECT_EQ(grids.editValue(uses, items, QStringLiteral("Service_Description")).toInt(), 1);
+    EXPECT_EQ(grids.shownValue(uses, items, QStringLiteral("Service_Description")).toString(), "Home Meals");
     const int before = redraws;
     ASSERT_TRUE(grids.moveTo(uses, time));
     EXPECT_GT(redraws, before);
@@ -482,6 +484,7 @@ TEST_P(ServicePages, CellsTypedIntoAFundingUseGoThroughItsRulesWhenTheRowIsLeft)
     EXPECT_EQ(count(QStringLiteral("select count(*) from Pricing where Person_ID = 1 and Unit = 'L' and "
                                    "Amount = 3.5 and Method = 'F'")),
               1);
+    EXPECT_EQ(grids.shownValue(rates, grids.currentRow(rates), QStringLiteral("Unit")).toString(), "Lunches");
 }
 
 TEST_P(ServicePages, AnApplicationsStatusTypedInItsCellWritesItsHistory)
