@@ -225,7 +225,8 @@ bool isFieldVisible(const EditorScreen& screen, const QString& field, const RowR
         const bool billed = row(QStringLiteral("BILLED_PARTY")).toString().trimmed() != QLatin1String("N");
         if (is(field, "REIMBURSEMENT_METHOD")) return billed;
         if (is(field, "REIMBURSEMENT_RATE") || is(field, "REIMBURSEMENT_PERIOD"))
-            return billed && row(QStringLiteral("REIMBURSEMENT_METHOD")).toString().trimmed() == QLatin1String("T");
+            return billed &&
+                   row(QStringLiteral("REIMBURSEMENT_METHOD")).toString().trimmed() == QLatin1String("T");
         return true;
     }
     if (!is(screen.table, "Services")) return true;

@@ -430,8 +430,8 @@ TEST_P(ServicePages, CellsTypedIntoAFundingUseGoThroughItsRulesWhenTheRowIsLeft)
     ASSERT_TRUE(grids.setCell(uses, first, QStringLiteral("Sunday"), false));
     EXPECT_EQ(set.fieldValue(u"Funding_Source").toString(), "Source MOW");
     ASSERT_TRUE(grids.postRow(uses));
-    EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Fund_CD = 'MOW' and Person_ID = 1 and "
-                                   "Sunday = False and Monday = True")),
+    EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Fund_CD = 'MOW' and Person_ID = 1 "
+                                   "and Sunday = False and Monday = True")),
               1);
 
     // A second source on the same days: leaving the row is refused with the
@@ -459,7 +459,8 @@ TEST_P(ServicePages, CellsTypedIntoAFundingUseGoThroughItsRulesWhenTheRowIsLeft)
     ui.clear();
     EXPECT_FALSE(grids.postRow(uses));
     ASSERT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning).size(), 1);
-    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Period blank")));
+    EXPECT_TRUE(
+        ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Period blank")));
     ASSERT_TRUE(grids.setCell(uses, second, QStringLiteral("Period_Text"), QStringLiteral("D")));
     ASSERT_TRUE(grids.setCell(uses, second, QStringLiteral("Reimbursement_Rate"), 7.25));
     ASSERT_TRUE(grids.moveTo(uses, first));
@@ -506,8 +507,8 @@ TEST_P(ServicePages, AnApplicationsStatusTypedInItsCellWritesItsHistory)
     ASSERT_TRUE(grids.setCell(apps, row, QStringLiteral("App_Date"), QDate(2024, 3, 4)));
     EXPECT_EQ(page(apps).fieldValue(u"Status_Text").toString(), "Accepted");
     ASSERT_TRUE(grids.postRow(apps));
-    EXPECT_EQ(count(QStringLiteral("select count(*) from ServiceApps where Person_ID = 1 and App_Status = 'A' "
-                                   "and Service_ID = 1 and App_Date = '2024-03-04'")),
+    EXPECT_EQ(count(QStringLiteral("select count(*) from ServiceApps where Person_ID = 1 and App_Status = "
+                                   "'A' and Service_ID = 1 and App_Date = '2024-03-04'")),
               1);
     EXPECT_EQ(events(1).last(), "Service App created with status of Approved.");
     ASSERT_TRUE(grids.setCell(apps, row, QStringLiteral("Status_Text"), QStringLiteral("D")));

@@ -243,8 +243,9 @@ void ClientFieldsView::showCurrentRow(QTableView& view, const QString& grid)
     const int row = m_presenter.pageGrids().currentRow(grid);
     m_syncing = true;
     if (row >= 0 && row < view.model()->rowCount())
-        view.selectionModel()->setCurrentIndex(view.model()->index(row, std::max(0, view.currentIndex().column())),
-                                               QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        view.selectionModel()->setCurrentIndex(
+            view.model()->index(row, std::max(0, view.currentIndex().column())),
+            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     m_syncing = false;
 }
 
