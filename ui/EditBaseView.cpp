@@ -229,6 +229,7 @@ void EditBaseView::showState()
     showGrid();
     showFields();
     m_showing = false;
+    emit stateShown();
 }
 
 void EditBaseView::showGrid()

@@ -38,6 +38,10 @@ public:
     // The incremental search box; null on screens without one.
     QLineEdit* searchBox() const { return m_search; }
 
+signals:
+    // The view has drawn the presenter's state again.
+    void stateShown();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void done(int result) override;

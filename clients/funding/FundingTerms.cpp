@@ -33,6 +33,12 @@ QString pledgeMethodGroup(const QString& method)
     return method.trimmed() == QLatin1String("I") ? PledgeItemsGroup : PledgedAmountGroup;
 }
 
+FundingRateGroups fundingRateGroups(const QString& method)
+{
+    const QString m = method.trimmed();
+    return {m == QLatin1String("T"), m == QLatin1String("I")};
+}
+
 FundingSheets fundingSheets(const QString& configuration)
 {
     const QString c = configuration.trimmed();

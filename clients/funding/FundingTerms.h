@@ -21,6 +21,19 @@ inline const QString PledgeItemsGroup = QStringLiteral("Set Pledge for Specific 
 // The group of a funding use's rate and period, shown for the method "T";
 // the method "I" is paid by the item rates instead.
 inline const QString TimeRatesGroup = QStringLiteral("Reimbursement Rates by Time Period");
+// The item rate groups of the "Funding" sheet, shown for the method "I".
+inline const QString ClientRatesGroup = QStringLiteral("Client-Specific Rates");
+inline const QString ResultingRatesGroup = QStringLiteral("Resulting Item Rates");
+
+// Which rate groups a funding use's reimbursement method brings up: the
+// time rate and period for "T", the item rates for "I", none while no
+// method is chosen.
+struct FundingRateGroups
+{
+    bool timeRates = false;
+    bool itemRates = false;
+};
+FundingRateGroups fundingRateGroups(const QString& method);
 
 // Which sheets of "Funding/Billing" Config.FUNDING_CONFIGURATION shows, and
 // which comes first: "1" both, Funding first; "2" Funding only; "3" both,

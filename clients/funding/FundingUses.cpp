@@ -91,6 +91,13 @@ FundingSheets FundingUses::sheets() const
         ConfigRecord::fromDataSet(m_module.config()).text(QStringLiteral("FUNDING_CONFIGURATION")));
 }
 
+FundingRateGroups FundingUses::rateGroups()
+{
+    QueryDataSet& uses = fundUses();
+    if (!uses.isActive() || (uses.isEmpty() && uses.state() != DataSet::State::Insert)) return {};
+    return fundingRateGroups(uses.fieldValue(u"Reimbursement_Method").toString());
+}
+
 QueryDataSet& FundingUses::fundUses()
 {
     return m_pages.query(QStringLiteral("QueryFundUses"));

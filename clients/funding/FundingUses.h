@@ -56,6 +56,10 @@ public:
     // Which sheets of the page the agency's Config.FUNDING_CONFIGURATION shows.
     FundingSheets sheets() const;
 
+    // The rate groups the current funding use brings up, by its method as
+    // it stands (typed but not yet saved included); none without a row.
+    FundingRateGroups rateGroups();
+
     QueryDataSet& fundUses();
     QueryDataSet& clientRates();
     QueryDataSet& resultingRates();

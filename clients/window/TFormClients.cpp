@@ -25,6 +25,7 @@
 #include "window/ClientFieldLayout.h"
 #include "window/ClientPageData.h"
 #include "window/ClientPages.h"
+#include "window/PageGridEditing.h"
 
 #include <QUrlQuery>
 
@@ -100,6 +101,7 @@ TFormClients::TFormClients(TDataModule1& module, UserInterface& ui, ClientRules*
     installOwnHandlers();
     m_applications = std::make_unique<ServiceApplications>(module, *m_pageData, ui);
     m_funding = std::make_unique<FundingUses>(module, *m_pageData, ui);
+    m_pageGrids = std::make_unique<PageGridEditing>(*this);
     installServiceHandlers();
     installDatedDeliveryRules();
 }
@@ -846,7 +848,9 @@ void TFormClients::computeControls()
         (hasRow && rowsExist(QStringLiteral("Select TOP 1 App_ID from ServiceApps where Person_ID = "
                                             ":Person_ID"),
                              person));
-    enable({QStringLiteral("Applications"), QStringLiteral("Documents"), QStringLiteral("Conditions")},
+    // "Add Application" stays usable for a client who has none yet.
+    enable({QStringLiteral("QueryServiceApps"), cmd::EditApplicationComment, QStringLiteral("Documents"),
+            QStringLiteral("Conditions")},
            applications);
     const bool history =
         internet ||
@@ -864,6 +868,7 @@ void TFormClients::computeControls()
         pledgeMethodGroup(hasRow ? set.fieldValue(u"PLEDGE_METHOD").toString() : QString());
     c.visible.insert(PledgedAmountGroup, pledgeGroup == PledgedAmountGroup);
     c.visible.insert(PledgeItemsGroup, pledgeGroup == PledgeItemsGroup);
+    setFundingRateGroups(c);
     if (episodic && access.level() == AccessLevel::Level::FullW)
         for (const QString& id :
              {cmd::EditRoutesStops, cmd::AddSuspension, cmd::EditSuspension, cmd::DeleteSuspension})
@@ -906,6 +911,19 @@ void TFormClients::computeControls()
 
     m_controls = c;
     if (hasRow && set.state() != DataSet::State::Insert) computeAlternateAddress();
+}
+
+void TFormClients::setFundingRateGroups(ClientControls& c)
+{
+    const FundingRateGroups groups = m_funding->rateGroups();
+    c.visible.insert(ClientRatesGroup, groups.itemRates);
+    c.visible.insert(ResultingRatesGroup, groups.itemRates);
+}
+
+void TFormClients::pageRowChanged()
+{
+    setFundingRateGroups(m_controls);
+    emit pageGroupsChanged();
 }
 
 void TFormClients::computeAlternateAddress()

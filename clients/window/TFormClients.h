@@ -24,6 +24,7 @@ namespace kb {
 class ClientFieldRules;
 class DatedDeliveries;
 class FundingUses;
+class PageGridEditing;
 class ServiceApplications;
 class ClientPageData;
 class ClientRules;
@@ -188,6 +189,12 @@ public:
     // ---- the window's own steps ----
     void SetControlsState(bool force);
     const ClientControls& controls() const { return m_controls; }
+    // The current row of a page grid moved or was typed into: the groups
+    // that follow it (the funding use's rate groups) are set again.
+    void pageRowChanged();
+    // The grids of the "Client Services" and "Funding/Billing" pages, typed
+    // into in their cells.
+    PageGridEditing& pageGrids() { return *m_pageGrids; }
     void PopulateCombos();
     void SetTabVisibility();
     void SetFieldVisibility(VisibleFieldsList list);
@@ -241,6 +248,8 @@ signals:
     // The lists were rebuilt.
     void listsChanged();
     void pageChanged(int page);
+    // The groups that follow a page grid's current row changed (pageRowChanged).
+    void pageGroupsChanged();
     // The window wants to close (Exit).
     void closeRequested();
 
@@ -256,6 +265,7 @@ private:
     void readSuspendedToday();
     void computeControls();
     void computeAlternateAddress();
+    void setFundingRateGroups(ClientControls& controls);
     bool rowsExist(const QString& sql, const Params& params) const;
     bool onInternet() const;
     bool isBold(const QString& id) const;
@@ -273,6 +283,7 @@ private:
     std::unique_ptr<ClientFieldRules> m_fieldRules;
     std::unique_ptr<ServiceApplications> m_applications;
     std::unique_ptr<FundingUses> m_funding;
+    std::unique_ptr<PageGridEditing> m_pageGrids;
     std::unique_ptr<QueryDataSet> m_staffRow;
     ClientLists m_lists;
     ClientTabs m_tabs;

@@ -54,6 +54,9 @@ const CodeList CodeLists[] = {
      "ROUTE_TYPE",
      {{"D", "Driving"}, {"W", "Walking"}, {"T", "Truck"}, {"I", "Walk-In"}, {"C", "Congregate"}}},
     {"Custom_Lookup_Choices", "Dialogue", {{"ASSESSMENTS", "ASSESSMENTS"}, {"NSI ADL IADL", "NSI ADL IADL"}}},
+    {"Fundsrcs", "BILLED_PARTY", {{"3", "Third Party"}, {"P", "Client (Private Pay)"}, {"N", "No Billing"}}},
+    {"Fundsrcs", "REIMBURSEMENT_METHOD", {{"T", "Time Period"}, {"I", "Meals or Meal Items"}}},
+    {"Fundsrcs", "REIMBURSEMENT_PERIOD", {{"D", "Day"}}},
 };
 
 const CodeList* codeList(const QString& table, const QString& column)
@@ -204,8 +207,28 @@ QList<Choice> fieldChoices(Database& db, const EditorScreen& screen, const QStri
     return {};
 }
 
+QVariant gridValue(const EditorScreen& screen, const QString& field, const QVariant& value)
+{
+    const CodeList* list = codeList(screen.table, field);
+    if (!list || value.isNull()) return value;
+    const QString code = value.toString().trimmed();
+    for (const auto& [listed, text] : list->codes)
+        if (code == QLatin1String(listed)) return QString::fromLatin1(text);
+    return value;
+}
+
 bool isFieldVisible(const EditorScreen& screen, const QString& field, const RowReader& row)
 {
+    if (is(screen.table, "Fundsrcs")) {
+        // A source nobody is billed by has no method and no rates; the time
+        // rate and period belong to the time method.
+        const bool billed = row(QStringLiteral("BILLED_PARTY")).toString().trimmed() != QLatin1String("N");
+        if (is(field, "REIMBURSEMENT_METHOD")) return billed;
+        if (is(field, "REIMBURSEMENT_RATE") || is(field, "REIMBURSEMENT_PERIOD"))
+            return billed &&
+                   row(QStringLiteral("REIMBURSEMENT_METHOD")).toString().trimmed() == QLatin1String("T");
+        return true;
+    }
     if (!is(screen.table, "Services")) return true;
     // Frequency, delivery type and exclusiveness mean something for
     // delivery services only, and default days for ongoing ones.

@@ -22,6 +22,10 @@ QList<EditorField> editFieldsOf(Database& db, const EditorScreen& screen, const 
 QList<Choice> fieldChoices(Database& db, const EditorScreen& screen, const QString& field,
                            const RowReader& row);
 
+// What the browse grid shows for a field's value: the caption of a code
+// with a fixed meaning, else the value itself.
+QVariant gridValue(const EditorScreen& screen, const QString& field, const QVariant& value);
+
 // Whether the field shows for the row being edited.
 bool isFieldVisible(const EditorScreen& screen, const QString& field, const RowReader& row);
 

@@ -351,7 +351,7 @@ void TFormEditBase::rebuildGrid()
         for (m_set->first(); !m_set->eof(); m_set->next()) {
             QVariantList row;
             for (const QString& field : m_grid.fields)
-                row.append(value(field));
+                row.append(gridValue(m_screen, field, value(field)));
             m_grid.rows.append(row);
             if (m_set->recNo() == m_set->recordCount()) break;
         }

@@ -172,6 +172,47 @@ TEST_P(FundingSources, NewSourcesRatesAndTheChecksOfAPost)
         1);
 }
 
+TEST_P(FundingSources, CodesShowTheirCaptionsAndTheBilledPartyHidesTheMethodAndRates)
+{
+    TFormEditFundingSources form(*services, QStringLiteral("pat"));
+    ASSERT_TRUE(form.open());
+    TFormEditBase& editor = form.editor();
+    const auto captions = [&](const QString& field) {
+        QStringList list;
+        for (const Choice& c : editor.choices(field))
+            list.append(c.value.toString() + QLatin1Char('=') + c.text);
+        return list;
+    };
+    EXPECT_EQ(captions(QStringLiteral("BILLED_PARTY")),
+              (QStringList{"3=Third Party", "P=Client (Private Pay)", "N=No Billing"}));
+    EXPECT_EQ(captions(QStringLiteral("REIMBURSEMENT_METHOD")),
+              (QStringList{"T=Time Period", "I=Meals or Meal Items"}));
+    EXPECT_EQ(captions(QStringLiteral("REIMBURSEMENT_PERIOD")), QStringList{"D=Day"});
+    // The browse grid shows the captions; the rows keep the codes.
+    const TFormEditBase::Grid& grid = editor.grid();
+    const qsizetype billed = grid.fields.indexOf(QStringLiteral("BILLED_PARTY"));
+    ASSERT_GE(billed, 0);
+    ASSERT_EQ(grid.rows.size(), 2);
+    EXPECT_EQ(grid.rows[0].value(billed).toString(), "Third Party");
+
+    ASSERT_TRUE(editor.setValue(QStringLiteral("BILLED_PARTY"), QStringLiteral("N")));
+    EXPECT_FALSE(editor.isFieldVisible(QStringLiteral("REIMBURSEMENT_METHOD")));
+    EXPECT_FALSE(editor.isFieldVisible(QStringLiteral("REIMBURSEMENT_RATE")));
+    EXPECT_TRUE(editor.isFieldVisible(QStringLiteral("CONTACT")));
+    ASSERT_TRUE(editor.setValue(QStringLiteral("BILLED_PARTY"), QStringLiteral("3")));
+    ASSERT_TRUE(editor.setValue(QStringLiteral("REIMBURSEMENT_METHOD"), QStringLiteral("I")));
+    EXPECT_TRUE(editor.isFieldVisible(QStringLiteral("REIMBURSEMENT_METHOD")));
+    EXPECT_FALSE(editor.isFieldVisible(QStringLiteral("REIMBURSEMENT_PERIOD")));
+    ASSERT_TRUE(editor.setValue(QStringLiteral("REIMBURSEMENT_METHOD"), QStringLiteral("T")));
+    EXPECT_TRUE(editor.isFieldVisible(QStringLiteral("REIMBURSEMENT_RATE")));
+    EXPECT_TRUE(editor.isFieldVisible(QStringLiteral("REIMBURSEMENT_PERIOD")));
+    ASSERT_TRUE(editor.run(TFormEditBase::Command::Cancel));
+    EXPECT_EQ(db().execute(QStringLiteral("select Billed_Party from Fundsrcs where Fund_CD = 'MOW'"))
+                  .value(0, 0)
+                  .toString(),
+              "3");
+}
+
 TEST_P(FundingSources, DeletingIsGuardedInOrderAndTakesTheRates)
 {
     db().execute(

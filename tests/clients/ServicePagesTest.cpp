@@ -16,6 +16,7 @@
 #include "funding/FundingUses.h"
 #include "window/ClientPageData.h"
 #include "window/ClientPages.h"
+#include "window/PageGridEditing.h"
 
 using namespace kb;
 using namespace kb::test;
@@ -336,6 +337,201 @@ TEST_P(ServicePages, WeekdayCommandsInvertEachBoxOfTheClient)
     EXPECT_FALSE(f.value(QStringLiteral("SATURDAY")).toBool());
     EXPECT_TRUE(f.value(QStringLiteral("SUNDAY")).toBool());
     f.cancel();
+}
+
+TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
+{
+    insertRow(db(), QStringLiteral("FundUses"),
+              {{QStringLiteral("Person_ID"), 1},
+               {QStringLiteral("Service_ID"), 1},
+               {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
+               {QStringLiteral("Monday"), true},
+               {QStringLiteral("Reimbursement_Method"), QStringLiteral("I")}});
+    insertRow(db(), QStringLiteral("FundUses"),
+              {{QStringLiteral("Person_ID"), 1},
+               {QStringLiteral("Service_ID"), 2},
+               {QStringLiteral("Fund_CD"), QStringLiteral("T3")},
+               {QStringLiteral("Tuesday"), true},
+               {QStringLiteral("Reimbursement_Method"), QStringLiteral("T")},
+               {QStringLiteral("Reimbursement_Rate"), 5.5},
+               {QStringLiteral("Reimbursement_Period"), QStringLiteral("D")}});
+    TFormClients& f = open(QStringLiteral("userW"));
+    int redraws = 0;
+    QObject::connect(&f, &TFormClients::pageGroupsChanged, [&] { ++redraws; });
+    moveToPerson(1);
+    EXPECT_FALSE(f.controls().isVisible(ClientRatesGroup)); // no funding shown yet
+    f.changePage(client_page::FundingBilling);
+    f.SetControlsState(true);
+    PageGridEditing& grids = f.pageGrids();
+    const QString uses = QStringLiteral("QueryFundUses");
+    const int items = page(uses).fieldValue(u"Fund_CD").toString() == QLatin1String("MOW") ? 0 : 1;
+    const int time = 1 - items;
+    const auto itemsShown = [&] {
+        EXPECT_EQ(f.controls().isVisible(ClientRatesGroup), f.controls().isVisible(ResultingRatesGroup));
+        return f.controls().isVisible(ClientRatesGroup);
+    };
+
+    ASSERT_TRUE(grids.moveTo(uses, items));
+    EXPECT_TRUE(itemsShown());
+    EXPECT_FALSE(f.funding().rateGroups().timeRates);
+    EXPECT_FALSE(grids.isEditable(uses, items, QStringLiteral("Reimbursement_Rate")));
+    EXPECT_TRUE(grids.isEditable(uses, time, QStringLiteral("Reimbursement_Rate")));
+    EXPECT_TRUE(grids.isEditable(uses, items, QStringLiteral("Method_Text")));
+    // The service is shown by its name and chosen by its number.
+    EXPECT_EQ(grids.cell(uses, QStringLiteral("Service_Description")).field, "Service_ID");
+    EXPECT_EQ(grids.editValue(uses, items, QStringLiteral("Service_Description")).toInt(), 1);
+    EXPECT_EQ(grids.shownValue(uses, items, QStringLiteral("Service_Description")).toString(), "Home Meals");
+    const int before = redraws;
+    ASSERT_TRUE(grids.moveTo(uses, time));
+    EXPECT_GT(redraws, before);
+    EXPECT_FALSE(itemsShown());
+    EXPECT_TRUE(f.funding().rateGroups().timeRates);
+    // The client's rates follow the row: none for this source.
+    EXPECT_EQ(page(QStringLiteral("QueryClientSpecificFundingRates")).recordCount(), 0);
+
+    // A method typed into the row brings its group up before the row is saved.
+    ASSERT_TRUE(grids.setCell(uses, time, QStringLiteral("Method_Text"), QStringLiteral("I")));
+    EXPECT_EQ(page(uses).state(), DataSet::State::Edit);
+    EXPECT_TRUE(itemsShown());
+    EXPECT_EQ(grids.editValue(uses, time, QStringLiteral("Method_Text")).toString(), "I");
+    grids.cancelRow(uses);
+    EXPECT_FALSE(itemsShown());
+    EXPECT_EQ(page(uses).fieldValue(u"Method_Text").toString(), "Time Period");
+
+    // A row with no method shows neither.
+    ASSERT_TRUE(f.run(cmd::AddFunding));
+    EXPECT_FALSE(itemsShown());
+    EXPECT_FALSE(f.funding().rateGroups().timeRates);
+    grids.cancelRow(uses);
+}
+
+TEST_P(ServicePages, CellsTypedIntoAFundingUseGoThroughItsRulesWhenTheRowIsLeft)
+{
+    TFormClients& f = open(QStringLiteral("userW"));
+    moveToPerson(1);
+    f.changePage(client_page::FundingBilling);
+    PageGridEditing& grids = f.pageGrids();
+    const QString uses = QStringLiteral("QueryFundUses");
+    QueryDataSet& set = page(uses);
+
+    // The coded columns offer their captions and store their codes.
+    QStringList methods;
+    for (const ClientListEntry& e : grids.choices(uses, QStringLiteral("Method_Text")))
+        methods.append(e.text);
+    EXPECT_EQ(methods, (QStringList{QString(), "Time Period", "Meals or Meal Items"}));
+    const QList<ClientListEntry> sources = grids.choices(uses, QStringLiteral("Funding_Source"));
+    ASSERT_EQ(sources.size(), 3);
+    EXPECT_EQ(sources[1].value.toString(), "MOW");
+    EXPECT_EQ(sources[1].text, "Source MOW (MOW)");
+
+    ASSERT_TRUE(f.run(cmd::AddFunding));
+    const int first = grids.currentRow(uses);
+    ASSERT_TRUE(grids.setCell(uses, first, QStringLiteral("Funding_Source"), QStringLiteral("MOW")));
+    ASSERT_TRUE(grids.setCell(uses, first, QStringLiteral("Sunday"), false));
+    EXPECT_EQ(set.fieldValue(u"Funding_Source").toString(), "Source MOW");
+    ASSERT_TRUE(grids.postRow(uses));
+    EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Fund_CD = 'MOW' and Person_ID = 1 "
+                                   "and Sunday = False and Monday = True")),
+              1);
+
+    // A second source on the same days: leaving the row is refused with the
+    // rule's words, and the row stays current with what was typed.
+    ui.clear();
+    ASSERT_TRUE(f.run(cmd::AddFunding));
+    const int second = grids.currentRow(uses);
+    ASSERT_NE(second, first);
+    ASSERT_TRUE(grids.setCell(uses, second, QStringLiteral("Funding_Source"), QStringLiteral("T3")));
+    EXPECT_FALSE(grids.moveTo(uses, first));
+    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning), QStringList{FundingUses::overlapText()});
+    EXPECT_EQ(grids.currentRow(uses), second);
+    EXPECT_EQ(set.state(), DataSet::State::Insert);
+    EXPECT_EQ(set.fieldValue(u"Fund_CD").toString(), "T3");
+    // Typing into another row is refused the same way.
+    ui.clear();
+    EXPECT_FALSE(grids.setCell(uses, first, QStringLiteral("Monday"), false));
+    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning), QStringList{FundingUses::overlapText()});
+
+    // Sunday alone is free; the time method then wants its rate and period.
+    for (const Weekday& d : weekdays())
+        ASSERT_TRUE(grids.setCell(uses, second, d.column, d.column == QLatin1String("Sunday")));
+    ASSERT_TRUE(grids.setCell(uses, second, QStringLiteral("Method_Text"), QStringLiteral("T")));
+    ASSERT_TRUE(grids.isEditable(uses, second, QStringLiteral("Reimbursement_Rate")));
+    ui.clear();
+    EXPECT_FALSE(grids.postRow(uses));
+    ASSERT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning).size(), 1);
+    EXPECT_TRUE(
+        ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Period blank")));
+    ASSERT_TRUE(grids.setCell(uses, second, QStringLiteral("Period_Text"), QStringLiteral("D")));
+    ASSERT_TRUE(grids.setCell(uses, second, QStringLiteral("Reimbursement_Rate"), 7.25));
+    ASSERT_TRUE(grids.moveTo(uses, first));
+    EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Fund_CD = 'T3' and Sunday = True and "
+                                   "Reimbursement_Method = 'T' and Reimbursement_Period = 'D' and "
+                                   "Reimbursement_Rate = 7.25")),
+              1);
+    EXPECT_EQ(set.state(), DataSet::State::Browse);
+
+    // The client's own rate: a zero amount is refused and keeps the row.
+    ASSERT_TRUE(f.run(cmd::AddItemRate));
+    const QString rates = QStringLiteral("QueryClientSpecificFundingRates");
+    const int rate = grids.currentRow(rates);
+    ASSERT_GE(rate, 0);
+    EXPECT_FALSE(grids.isEditable(rates, rate, QStringLiteral("Created_By")));
+    ASSERT_TRUE(grids.setCell(rates, rate, QStringLiteral("Unit"), QStringLiteral("L")));
+    ui.clear();
+    EXPECT_FALSE(grids.postRow(rates));
+    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning), QStringList{FundingUses::zeroRateText()});
+    ASSERT_TRUE(grids.setCell(rates, rate, QStringLiteral("Amount"), 3.5));
+    ASSERT_TRUE(grids.postRow(rates));
+    EXPECT_EQ(count(QStringLiteral("select count(*) from Pricing where Person_ID = 1 and Unit = 'L' and "
+                                   "Amount = 3.5 and Method = 'F'")),
+              1);
+    EXPECT_EQ(grids.shownValue(rates, grids.currentRow(rates), QStringLiteral("Unit")).toString(), "Lunches");
+}
+
+TEST_P(ServicePages, AnApplicationsStatusTypedInItsCellWritesItsHistory)
+{
+    TFormClients& f = open(QStringLiteral("userW"));
+    moveToPerson(1);
+    f.changePage(client_page::ClientServices);
+    ASSERT_TRUE(f.run(cmd::AddApplication));
+    PageGridEditing& grids = f.pageGrids();
+    const QString apps = QStringLiteral("QueryServiceApps");
+    QStringList statuses;
+    for (const ClientListEntry& e : grids.choices(apps, QStringLiteral("Status_Text")))
+        statuses.append(e.text);
+    EXPECT_EQ(statuses, (QStringList{QString(), "In Process", "Pending", "Accepted", "Denied", "Cancelled",
+                                     "Wait-Listed"}));
+    const int row = grids.currentRow(apps);
+    ASSERT_TRUE(grids.setCell(apps, row, QStringLiteral("Service"), 1));
+    ASSERT_TRUE(grids.setCell(apps, row, QStringLiteral("Status_Text"), QStringLiteral("A")));
+    ASSERT_TRUE(grids.setCell(apps, row, QStringLiteral("App_Date"), QDate(2024, 3, 4)));
+    EXPECT_EQ(page(apps).fieldValue(u"Status_Text").toString(), "Accepted");
+    ASSERT_TRUE(grids.postRow(apps));
+    EXPECT_EQ(count(QStringLiteral("select count(*) from ServiceApps where Person_ID = 1 and App_Status = "
+                                   "'A' and Service_ID = 1 and App_Date = '2024-03-04'")),
+              1);
+    EXPECT_EQ(events(1).last(), "Service App created with status of Approved.");
+    ASSERT_TRUE(grids.setCell(apps, row, QStringLiteral("Status_Text"), QStringLiteral("D")));
+    ASSERT_TRUE(grids.postRow(apps));
+    EXPECT_EQ(events(1).last(), "App status changed from Approved to Denied.");
+}
+
+TEST_P(ServicePages, AReadOnlyUserTypesIntoNoCell)
+{
+    insertRow(db(), QStringLiteral("FundUses"),
+              {{QStringLiteral("Person_ID"), 1},
+               {QStringLiteral("Service_ID"), 1},
+               {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
+               {QStringLiteral("Reimbursement_Method"), QStringLiteral("I")}});
+    TFormClients& f = open(QStringLiteral("userR"));
+    moveToPerson(1);
+    f.changePage(client_page::FundingBilling);
+    PageGridEditing& grids = f.pageGrids();
+    const QString uses = QStringLiteral("QueryFundUses");
+    ASSERT_EQ(page(uses).recordCount(), 1);
+    EXPECT_FALSE(grids.isEditable(uses, 0, QStringLiteral("Monday")));
+    EXPECT_FALSE(grids.setCell(uses, 0, QStringLiteral("Monday"), true));
+    EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Monday = True")), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, ServicePages, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),

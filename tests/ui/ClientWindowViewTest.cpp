@@ -5,6 +5,7 @@
 // test grabs the window as a picture, to check it renders with data (saved
 // in KB_SCREENSHOT_DIR when that is set).
 
+#include "ClientWindowViewFixture.h"
 #include "DemoAgency.h"
 #include "ModuleFixture.h"
 #include "QtClientDialogs.h"
@@ -49,11 +50,9 @@ namespace cmd = client_command;
 
 namespace {
 
-class ClientWindowView : public ModuleFixture
+class ClientWindowView : public ClientWindowViewFixture
 {
 protected:
-    static void SetUpTestSuite() { ensureWidgetApplication(); }
-
     void SetUp() override
     {
         ModuleFixture::SetUp();
@@ -62,38 +61,6 @@ protected:
         options.clients = 300;
         generateDemoAgency(db(), options);
     }
-    void beforeStart(TDataModule1& m) override { rules = std::make_unique<ModuleClientRules>(m); }
-    void TearDown() override
-    {
-        window.reset();
-        form.reset();
-        if (module) module->shutdown();
-        dialogs.reset();
-        rules.reset();
-        module.reset();
-    }
-
-    ui::MainWindow& openWindow(const QString& user = QStringLiteral("keeperin"))
-    {
-        signIn(user);
-        dialogs = std::make_unique<ui::QtClientDialogs>(nullptr, module->userSettings());
-        rules->setDialogs(dialogs.get());
-        form = std::make_unique<TFormClients>(*module, ui, rules->rules());
-        form->create();
-        window = std::make_unique<ui::MainWindow>(*form, ui);
-        window->resize(1366, 768);
-        window->show();
-        form->firstShow();
-        window->showUser();
-        return *window;
-    }
-
-    int count(const QString& sql) { return db().execute(sql).value(0, 0).toInt(); }
-
-    std::unique_ptr<ModuleClientRules> rules;
-    std::unique_ptr<ui::QtClientDialogs> dialogs;
-    std::unique_ptr<TFormClients> form;
-    std::unique_ptr<ui::MainWindow> window;
 };
 
 QString shownText(QWidget* editor)

@@ -143,6 +143,27 @@ TEST_F(ScheduleScreens, FundingSourcesShowTheirRatesBehindViewRates)
     EXPECT_EQ(view.ratesGrid()->item(0, 1)->text(), "3.50");
     EXPECT_EQ(qobject_cast<QComboBox*>(view.ratesGrid()->cellWidget(0, 0))->currentText(), "Item 2");
     picture(view, "funding-sources.png");
+
+    // The billed party and the method read as words; the time rate stays
+    // away from a source paid by items.
+    EXPECT_EQ(view.grid()->item(0, 2)->text(), "Third Party");
+    EXPECT_EQ(view.grid()->item(0, 3)->text(), "Meals or Meal Items");
+    presenter.editor().openRow(0);
+    auto* billed = qobject_cast<QComboBox*>(view.editor(QStringLiteral("BILLED_PARTY")));
+    auto* method = qobject_cast<QComboBox*>(view.editor(QStringLiteral("REIMBURSEMENT_METHOD")));
+    ASSERT_NE(billed, nullptr);
+    ASSERT_NE(method, nullptr);
+    EXPECT_EQ(billed->currentText(), "Third Party");
+    EXPECT_EQ(billed->count(), 3);
+    EXPECT_EQ(method->currentText(), "Meals or Meal Items");
+    EXPECT_FALSE(view.editor(QStringLiteral("REIMBURSEMENT_RATE"))->isVisible());
+    billed->setCurrentIndex(billed->findText(QStringLiteral("No Billing")));
+    emit billed->activated(billed->currentIndex());
+    EXPECT_EQ(presenter.editor().value(QStringLiteral("BILLED_PARTY")).toString(), "N");
+    EXPECT_FALSE(method->isVisible());
+    EXPECT_FALSE(view.ratesBox()->isVisible());
+    picture(view, "funding-sources-edit.png");
+    presenter.editor().run(TFormEditBase::Command::Cancel);
 }
 
 } // namespace

@@ -58,6 +58,9 @@ FundingSourcesView::FundingSourcesView(TFormEditFundingSources& presenter, Setti
     });
     connect(m_rates, &QTableWidget::cellChanged, this, &FundingSourcesView::rateEdited);
     m_funding.setOnRatesChanged([this] { showRates(); });
+    // The billed party and the method of the source bring the item rates up or down.
+    connect(this, &EditBaseView::stateShown, this,
+            [this] { m_ratesBox->setVisible(m_funding.ratesShown() && m_funding.itemRatesVisible()); });
     showRates();
 }
 

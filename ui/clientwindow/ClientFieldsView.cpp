@@ -3,6 +3,7 @@
 #include "FormPlacement.h"
 #include "clientwindow/DataSetTableModel.h"
 #include "clientwindow/DateField.h"
+#include "clientwindow/PageGridModel.h"
 #include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
 #include "records/RecordServices.h"
@@ -11,6 +12,7 @@
 #include "settings/TVisibleFieldsDlg.h"
 #include "window/ClientCommands.h"
 #include "window/ClientPageData.h"
+#include "window/PageGridEditing.h"
 #include "window/TFormClients.h"
 
 #include <QAction>
@@ -22,6 +24,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -78,6 +81,8 @@ int characterWidth(const QWidget* w, int characters)
 ClientFieldsView::ClientFieldsView(TFormClients& presenter, SettingsFile& settings, QObject* parent)
     : QObject(parent), m_presenter(presenter), m_settings(settings)
 {
+    // The funding use's rate groups follow its method.
+    connect(&m_presenter, &TFormClients::pageGroupsChanged, this, &ClientFieldsView::refresh);
 }
 
 bool ClientFieldsView::isAlternateField(const QString& field) const
@@ -212,8 +217,105 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
     return new QWidget(parent);
 }
 
+void ClientFieldsView::bindCellEditing(QTableView& view, PageGridModel& model)
+{
+    PageGridEditing& editing = m_presenter.pageGrids();
+    const QString grid = model.grid();
+    view.setItemDelegate(new PageGridDelegate(editing, model, &view));
+    view.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
+                         QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
+    view.setToolTip(QStringLiteral("Type into the cells; the row is saved when you leave it or press Enter, "
+                                   "and Esc undoes its changes"));
+    view.installEventFilter(this);
+    // Leaving a row saves it; a row its rules refuse keeps the cursor.
+    connect(view.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this, grid, &view, &editing](const QModelIndex& current) {
+                if (m_syncing || !current.isValid()) return;
+                if (!editing.moveTo(grid, current.row())) showCurrentRow(view, grid);
+                cellRowsChanged(grid);
+            });
+    connect(&model, &QAbstractItemModel::dataChanged, this, [this, grid] { cellRowsChanged(grid); });
+}
+
+// The grid's cursor on the row its data set stands on.
+void ClientFieldsView::showCurrentRow(QTableView& view, const QString& grid)
+{
+    const int row = m_presenter.pageGrids().currentRow(grid);
+    m_syncing = true;
+    if (row >= 0 && row < view.model()->rowCount())
+        view.selectionModel()->setCurrentIndex(
+            view.model()->index(row, std::max(0, view.currentIndex().column())),
+            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    m_syncing = false;
+}
+
+// A row of a page grid was typed into, left or saved: its details follow
+// it, and the grid shows what the rules made of it.
+void ClientFieldsView::cellRowsChanged(const QString& grid)
+{
+    if (m_syncing) return;
+    m_syncing = true;
+    QStringList moved{grid};
+    if (auto* own = qobject_cast<PageGridModel*>(m_models.value(grid))) own->sync();
+    for (const PageQueryDefinition& d : pageQueryDefinitions())
+        if (d.master == grid && m_models.contains(d.name)) {
+            m_models.value(d.name)->reload();
+            moved.append(d.name);
+        }
+    m_syncing = false;
+    for (const QString& name : moved) {
+        QTableView* view = m_grids.value(name);
+        if (!view) continue;
+        if (qobject_cast<PageGridModel*>(view->model())) showCurrentRow(*view, name);
+        // Until the user sets them, columns fit what was typed.
+        if (!m_sizedByUser.contains(name) && view->model()->columnCount() > 0) {
+            m_autoSizing = true;
+            view->horizontalHeader()->resizeSections(QHeaderView::ResizeToContents);
+            m_autoSizing = false;
+        }
+    }
+}
+
+void ClientFieldsView::editCurrentRow(const QString& grid)
+{
+    QTableView* view = m_grids.value(grid);
+    auto* model = view ? qobject_cast<PageGridModel*>(view->model()) : nullptr;
+    if (!model) return;
+    model->sync();
+    showCurrentRow(*view, grid);
+    const int row = m_presenter.pageGrids().currentRow(grid);
+    for (int c = 0; row >= 0 && c < model->columnCount(); ++c) {
+        const QModelIndex index = model->index(row, c);
+        if (model->flags(index) & Qt::ItemIsEditable) {
+            view->setFocus();
+            m_syncing = true;
+            view->setCurrentIndex(index);
+            m_syncing = false;
+            view->edit(index);
+            return;
+        }
+    }
+}
+
 bool ClientFieldsView::eventFilter(QObject* watched, QEvent* event)
 {
+    // Enter saves the row of a page grid, Esc undoes it, while no cell is open.
+    if (auto* view = qobject_cast<QTableView*>(watched); view && event->type() == QEvent::KeyPress) {
+        auto* model = qobject_cast<PageGridModel*>(view->model());
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (model && !view->indexWidget(view->currentIndex()) &&
+            (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape)) {
+            PageGridEditing& editing = m_presenter.pageGrids();
+            if (!editing.isEditing(model->grid())) return false;
+            if (key == Qt::Key_Escape)
+                editing.cancelRow(model->grid());
+            else
+                editing.postRow(model->grid());
+            model->sync();
+            cellRowsChanged(model->grid());
+            return true;
+        }
+    }
     if (event->type() == QEvent::FocusIn) {
         // The full number shows once the record is being edited.
         for (const Bound& b : m_bound)
@@ -339,11 +441,14 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
     if (!group.grid.isEmpty()) {
         auto* view = new QTableView(box);
         view->setObjectName(group.grid);
-        auto* model = new DataSetTableModel(view);
+        const bool inCells = PageGridEditing::isEditableGrid(group.grid);
+        DataSetTableModel* model = inCells ? new PageGridModel(m_presenter.pageGrids(), group.grid, view)
+                                           : new DataSetTableModel(view);
         view->setModel(model);
         view->setSelectionBehavior(QAbstractItemView::SelectRows);
         view->setSelectionMode(QAbstractItemView::SingleSelection);
         view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+        if (inCells) bindCellEditing(*view, *static_cast<PageGridModel*>(model));
         view->setAlternatingRowColors(true);
         view->setWordWrap(false);
         view->verticalHeader()->hide();
@@ -352,7 +457,7 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
         view->setMinimumHeight(view->fontMetrics().height() * 6);
         if (!group.editable)
             view->setToolTip(QStringLiteral("Shown for reading; changing it here is not available yet"));
-        else
+        else if (!inCells)
             connect(view, &QTableView::doubleClicked, this,
                     [this, name = group.grid](const QModelIndex& index) { emit gridRowActivated(name, index.row()); });
         // The weekday pop-up of the funding grid works on the row it was opened on.
@@ -548,6 +653,7 @@ void ClientFieldsView::refresh()
         g.box->setVisible(controls.isVisible(layout.caption) &&
                           m_presenter.isComponentVisible(layout.component));
         g.box->setEnabled(controls.isEnabled(layout.caption));
+        if (QTableView* view = m_grids.value(layout.grid)) view->setEnabled(controls.isEnabled(layout.grid));
     }
     m_loading = false;
     applyServiceHeadings();
@@ -620,6 +726,7 @@ void ClientFieldsView::reloadGrids()
         } else if (view->isVisibleTo(view->window()) || model->rowCount() > 0) {
             model->reload();
         }
+        if (qobject_cast<PageGridModel*>(model)) showCurrentRow(*view, it.key());
         // Until the user sets them, columns fit their titles and contents.
         if (!m_sizedByUser.contains(it.key()) && model->columnCount() > 0) {
             m_autoSizing = true;

@@ -26,6 +26,7 @@ class TFormClients;
 namespace kb::ui {
 
 class DataSetTableModel;
+class PageGridModel;
 
 // The fields, buttons and grids of the client window's header and pages,
 // built from the window's field layout and bound to its presenter: what the
@@ -63,6 +64,9 @@ public:
     QList<QWidget*> editors(const QString& field) const;
     QPushButton* button(const QString& commandId) const { return m_buttons.value(commandId); }
     QTableView* grid(const QString& name) const { return m_grids.value(name); }
+    // After a new row was added to a page grid typed into in its cells: the
+    // cursor goes to it and its first cell opens.
+    void editCurrentRow(const QString& grid);
 
 signals:
     // A row of a page grid was double-clicked (0-based among its rows).
@@ -92,6 +96,9 @@ private:
     // commands, run after `before` (which may be empty).
     void addWeekdayPopUp(QWidget& owner, const std::array<QString, 3>& commands, const std::function<void()>& before);
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void bindCellEditing(QTableView& view, PageGridModel& model);
+    void showCurrentRow(QTableView& view, const QString& grid);
+    void cellRowsChanged(const QString& grid);
 
     TFormClients& m_presenter;
     SettingsFile& m_settings;
@@ -105,6 +112,7 @@ private:
     bool m_autoSizing = false;
     bool m_loading = false;
     bool m_alternate = false;
+    bool m_syncing = false; // while a grid's cursor is put on its data set's row
 };
 
 } // namespace kb::ui

@@ -19,7 +19,6 @@
 #include "bills/TFormClientBills.h"
 #include "clients/AppCommentsView.h"
 #include "clients/FundingSourcesView.h"
-#include "clients/PageRowDialog.h"
 #include "clients/SuspensionScreens.h"
 #include "clients/RelationshipScreens.h"
 #include "clientwindow/ClientFieldsView.h"
@@ -77,12 +76,14 @@
 #include "walkins/TFormCreditWalkIns.h"
 #include "window/ClientCommands.h"
 #include "window/ClientPageData.h"
+#include "window/PageGridEditing.h"
 #include "window/TFormClients.h"
 
 #include <QApplication>
 #include <QDesktopServices>
 #include <QMessageBox>
 #include <QTabWidget>
+#include <QTimer>
 
 namespace kb::ui {
 
@@ -185,29 +186,29 @@ void registerScheduleAndFundingScreens(MainWindow& window)
         view.exec();
     });
 
-    // A new row of a page grid opens in its form at once.
-    const auto rowForm = [w, &form](const QString& grid) {
-        if (!form.pageData().isOpen(grid) || form.pageData().query(grid).isEmpty()) return;
-        PageRowDialog dialog(form, grid, w);
-        dialog.exec();
+    // A new row of a page grid opens its first cell, once the window has
+    // drawn what the command changed.
+    const auto openNewRow = [w, &form](const QString& grid) {
+        if (form.pageGrids().rowCount(grid) == 0) return;
+        QTimer::singleShot(0, w, [w, grid] { w->fields()->editCurrentRow(grid); });
     };
-    on(cmd::AddFunding, [&form, rowForm] {
+    on(cmd::AddFunding, [&form, openNewRow] {
         form.funding().ActionAddFunding();
-        rowForm(QStringLiteral("QueryFundUses"));
+        openNewRow(QStringLiteral("QueryFundUses"));
     });
-    on(cmd::AddItemRate, [&form, rowForm] {
+    on(cmd::AddItemRate, [&form, openNewRow] {
         QueryDataSet& rates = form.pageData().query(QStringLiteral("QueryClientSpecificFundingRates"));
         form.funding().ActionAddItemRate();
         if (rates.state() == DataSet::State::Insert)
-            rowForm(QStringLiteral("QueryClientSpecificFundingRates"));
+            openNewRow(QStringLiteral("QueryClientSpecificFundingRates"));
     });
-    on(cmd::AddPledgeItem, [&form, rowForm] {
+    on(cmd::AddPledgeItem, [&form, openNewRow] {
         form.funding().ActionAddPledgeItem();
-        rowForm(QStringLiteral("QueryItemPledgeRates"));
+        openNewRow(QStringLiteral("QueryItemPledgeRates"));
     });
-    on(cmd::AddApplication, [&form, rowForm] {
+    on(cmd::AddApplication, [&form, openNewRow] {
         form.applications().ActionAddApplication();
-        rowForm(QStringLiteral("QueryServiceApps"));
+        openNewRow(QStringLiteral("QueryServiceApps"));
     });
     // The agency chooses which funding sheets show, and which first.
     if (auto* sheets = window.findChild<QTabWidget*>(QStringLiteral("Funding/Billing Sheets"));
@@ -217,18 +218,6 @@ void registerScheduleAndFundingScreens(MainWindow& window)
         sheets->setTabVisible(1, shown.pledges);
         sheets->setCurrentIndex(shown.pledgesFirst ? 1 : 0);
     }
-    QObject::connect(window.fields(), &ClientFieldsView::gridRowActivated, w,
-                     [w, &form](const QString& grid, int row) {
-                         if (!PageRowDialog::hasForm(grid) || !form.pageData().isOpen(grid)) return;
-                         QueryDataSet& set = form.pageData().query(grid);
-                         if (!form.module().services().guarded([&] { set.setRecNo(row + 1); })) return;
-                         {
-                             PageRowDialog dialog(form, grid, w);
-                             dialog.exec();
-                         }
-                         form.SetControlsState(true);
-                         emit form.rowChanged();
-                     });
 }
 
 } // namespace
