@@ -168,13 +168,17 @@ void HouseholdMembersView::fill()
 {
     m_filling = true;
     DataSet& set = m_presenter.members();
-    const int rows = set.isActive() ? set.recordCount() : 0;
+    // A member being added is not among the stored rows yet: it shows last.
+    const int stored = set.isActive() ? set.recordCount() : 0;
+    const int rows = stored + (m_presenter.personChoosable() ? 1 : 0);
     m_members->clearContents();
     m_members->setRowCount(rows);
     for (int c = 0; c < int(std::size(Columns)); ++c) {
         const int index = set.isActive() ? set.fieldIndex(QString::fromUtf16(Columns[c].field)) : -1;
         for (int r = 0; r < rows; ++r) {
-            const QVariant value = index >= 0 ? set.fieldValueAt(r, index) : QVariant();
+            const QVariant value = index < 0    ? QVariant()
+                                   : r < stored ? set.fieldValueAt(r, index)
+                                                : set.fieldValue(index);
             const QString text = value.metaType().id() == QMetaType::QDateTime
                                      ? value.toDateTime().toString(QStringLiteral("MM/dd/yyyy hh:mm AP"))
                                      : DataSetTableModel::displayText(value);
@@ -216,10 +220,8 @@ void HouseholdMembersView::findPeople()
     if (!found.isEmpty()) {
         m_people->setCurrentIndex(0);
         householdStep(m_services, m_ui, [this, &found] { m_presenter.setPerson(found.first().personId); });
-        const int row = m_presenter.members().recNo() - 1;
-        if (row >= 0 && row < m_members->rowCount())
-            m_members->setItem(
-                row, 0, new QTableWidgetItem(m_presenter.members().fieldValue(u"FullName").toString()));
+        fill();
+        return;
     }
     showState();
 }

@@ -33,7 +33,7 @@ const GridColumn HouseholdColumns[] = {{u"Household_Name", u"Household"},
 const GridColumn MemberColumns[] = {{u"FullName", u"Member"},
                                     {u"Client_ID", u"Client ID"},
                                     {u"Role", u"Role"},
-                                    {u"Head_of_Household", u"Head of Household"},
+                                    {u"Head_of_Household", u"Head"},
                                     {u"Person_ID", u"Person ID"}};
 
 QTableWidget* grid(const GridColumn* columns, int count, const QString& name)
