@@ -8,6 +8,7 @@
 #include "QtClientDialogs.h"
 #include "WidgetApplication.h"
 
+#include "clients/HouseholdWizardView.h"
 #include "clients/HouseholdsView.h"
 #include "clientwindow/MainWindow.h"
 #include "dataset/TableDataSet.h"
@@ -15,9 +16,12 @@
 #include "rules/ModuleClientRules.h"
 #include "session/TDataModule1.h"
 #include "window/ClientCommands.h"
+#include "window/ClientFieldLayout.h"
 #include "window/TFormClients.h"
 
 #include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTableWidget>
 #include <QTimer>
 
@@ -85,6 +89,10 @@ TEST_P(HouseholdWindow, TheJumpStaysOnTheHeadAndTheListOpensOnTheHousehold)
 
     ASSERT_TRUE(form->run(QStringLiteral("ActionJumpToHeadOfHousehold")));
     EXPECT_EQ(clients.fieldValue(u"PERSON_ID").toLongLong(), head);
+    EXPECT_EQ(form->value(client_field::HouseholdName),
+              db().execute(QStringLiteral("select Household_Name from Households where Household_ID = :H"),
+                           {{QStringLiteral("H"), household}})
+                  .value(0, 0));
 
     QString title;
     int members = -1;
@@ -103,6 +111,32 @@ TEST_P(HouseholdWindow, TheJumpStaysOnTheHeadAndTheListOpensOnTheHousehold)
                   .value(0, 0)
                   .toInt());
     EXPECT_EQ(clients.fieldValue(u"PERSON_ID").toLongLong(), head);
+
+    // The wizard puts a client of no household into a new one, and the
+    // client page names it at once.
+    const qint64 single =
+        db().execute(QStringLiteral("select min(Person_ID) from Clients where Household_ID is null "
+                                    "and (Org_Client is null or Org_Client <> 'Y')"))
+            .value(0, 0)
+            .toLongLong();
+    ASSERT_GT(single, 0);
+    ASSERT_TRUE(clients.locate(QStringLiteral("PERSON_ID"), single));
+    form->SetControlsState(true);
+    QString suggested;
+    QTimer::singleShot(0, [&] {
+        auto* view = qobject_cast<ui::HouseholdWizardView*>(QApplication::activeModalWidget());
+        if (!view) return;
+        view->nextButton()->click();
+        view->nextButton()->click();
+        suggested = view->nameEdit()->text();
+        view->nextButton()->click();
+        view->finishButton()->click();
+    });
+    ASSERT_TRUE(form->run(client_command::HouseholdWizard));
+    ASSERT_FALSE(suggested.isEmpty());
+    EXPECT_EQ(clients.fieldValue(u"PERSON_ID").toLongLong(), single);
+    EXPECT_GT(clients.fieldValue(u"HOUSEHOLD_ID").toLongLong(), 0);
+    EXPECT_EQ(form->value(client_field::HouseholdName).toString(), suggested);
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, HouseholdWindow, ::testing::Values(StoreKind::SQLite),

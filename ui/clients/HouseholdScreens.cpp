@@ -4,6 +4,7 @@
 #include "clients/HouseholdWizardView.h"
 #include "clients/HouseholdsView.h"
 #include "clientwindow/MainWindow.h"
+#include "dataset/QueryDataSet.h"
 #include "dataset/TableDataSet.h"
 #include "households/ClientLocator.h"
 #include "households/HeadOfHousehold.h"
@@ -34,6 +35,15 @@ struct HouseholdScreens
         : form(window), module(window.module()), ui(userInterface), locator(module.clients(), userInterface)
     {
         locator.setFilterOff([this] { form.statusFilterClosed(false); });
+    }
+
+    // After a screen: the households' names are read again (the client page
+    // shows the client's one), and the window stays on the client the
+    // screen left it on.
+    void screenClosed()
+    {
+        module.query(QStringLiteral("QueryHouseholdName")).refresh();
+        form.BookmarkClients();
     }
 
     qint64 currentPerson()
@@ -83,7 +93,7 @@ void registerHouseholdScreens(MainWindow& window)
             return;
         }
         screens->openMembers(household, screens->currentPerson(), w);
-        screens->form.BookmarkClients();
+        screens->screenClosed();
     });
     form.setHandler(cmd::Households, [screens, w] {
         TDataModule1& module = screens->module;
@@ -99,7 +109,7 @@ void registerHouseholdScreens(MainWindow& window)
         HouseholdsView view(presenter, module.services(), screens->ui, module.userSettings(), w);
         parent = &view;
         view.exec();
-        screens->form.BookmarkClients();
+        screens->screenClosed();
     });
     form.setHandler(cmd::HouseholdWizard, [screens, w] {
         TDataModule1& module = screens->module;
@@ -111,6 +121,7 @@ void registerHouseholdScreens(MainWindow& window)
         HouseholdWizardView view(presenter, module.services(), screens->ui, module.userSettings(),
                                  TFormHouseholdMembers::rememberedRoles(module.userSettings()), w);
         view.exec();
+        screens->screenClosed();
     });
     form.setHandler(JumpToHeadOfHousehold, [screens] {
         if (HeadOfHousehold::jump(screens->module.db(), screens->module.clients(), screens->ui,
