@@ -1,8 +1,8 @@
 #include "clients/HouseholdMembersView.h"
 
 #include "FormPlacement.h"
+#include "clients/HouseholdGrid.h"
 #include "clients/HouseholdStep.h"
-#include "clientwindow/DataSetTableModel.h"
 #include "households/TFormHouseholdMembers.h"
 #include "settings/SettingsFile.h"
 
@@ -26,37 +26,23 @@ const QString LocateCaption = QStringLiteral("&Locate Selected Household Member"
 const QString SaveCaption = QStringLiteral("&Save Member");
 const QString CancelCaption = QStringLiteral("Ca&ncel Changes");
 
-struct Column
-{
-    const char16_t* field;
-    const char16_t* title;
-};
-const Column Columns[] = {{u"FullName", u"Member"},
-                          {u"ClientID", u"Client ID"},
-                          {u"Role", u"Role"},
-                          {u"head_of_household", u"Head of Household"},
-                          {u"Last_Updated", u"Last Updated"}};
+const HouseholdGridColumn Columns[] = {{u"FullName", u"Member"},
+                                       {u"ClientID", u"Client ID"},
+                                       {u"Role", u"Role"},
+                                       {u"head_of_household", u"Head of Household"},
+                                       {u"Last_Updated", u"Last Updated"}};
 
 } // namespace
 
 HouseholdMembersView::HouseholdMembersView(TFormHouseholdMembers& presenter, RecordServices& services,
                                            UserInterface& ui, SettingsFile& settings, QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_services(services), m_ui(ui), m_settings(settings),
-      m_members(new QTableWidget(0, int(std::size(Columns)))), m_editor(new QWidget), m_search(new QLineEdit),
-      m_people(new QComboBox), m_role(new QComboBox),
+      m_members(householdGrid(Columns, QStringLiteral("Members"))), m_editor(new QWidget),
+      m_search(new QLineEdit), m_people(new QComboBox), m_role(new QComboBox),
       m_head(new QCheckBox(QStringLiteral("Head of Household")))
 {
     setObjectName(TFormHouseholdMembers::formName());
     setWindowTitle(presenter.windowCaption());
-    QStringList titles;
-    for (const Column& c : Columns)
-        titles << QString::fromUtf16(c.title);
-    m_members->setHorizontalHeaderLabels(titles);
-    m_members->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_members->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_members->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_members->verticalHeader()->hide();
-    m_members->horizontalHeader()->setStretchLastSection(true);
 
     m_search->setPlaceholderText(QStringLiteral("Last name or Client ID"));
     m_people->setMinimumContentsLength(40);
@@ -167,26 +153,7 @@ template <typename Work> void HouseholdMembersView::run(Work&& work)
 void HouseholdMembersView::fill()
 {
     m_filling = true;
-    DataSet& set = m_presenter.members();
-    // A member being added is not among the stored rows yet: it shows last.
-    const int stored = set.isActive() ? set.recordCount() : 0;
-    const int rows = stored + (m_presenter.personChoosable() ? 1 : 0);
-    m_members->clearContents();
-    m_members->setRowCount(rows);
-    for (int c = 0; c < int(std::size(Columns)); ++c) {
-        const int index = set.isActive() ? set.fieldIndex(QString::fromUtf16(Columns[c].field)) : -1;
-        for (int r = 0; r < rows; ++r) {
-            const QVariant value = index < 0    ? QVariant()
-                                   : r < stored ? set.fieldValueAt(r, index)
-                                                : set.fieldValue(index);
-            const QString text = value.metaType().id() == QMetaType::QDateTime
-                                     ? value.toDateTime().toString(QStringLiteral("MM/dd/yyyy hh:mm AP"))
-                                     : DataSetTableModel::displayText(value);
-            m_members->setItem(r, c, new QTableWidgetItem(text));
-        }
-    }
-    m_members->resizeColumnsToContents();
-    if (rows > 0) m_members->selectRow(set.recNo() - 1);
+    fillHouseholdGrid(*m_members, m_presenter.members(), Columns);
     m_filling = false;
     showMember();
 }

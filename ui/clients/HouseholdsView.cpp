@@ -1,8 +1,8 @@
 #include "clients/HouseholdsView.h"
 
 #include "FormPlacement.h"
+#include "clients/HouseholdGrid.h"
 #include "clients/HouseholdStep.h"
-#include "clientwindow/DataSetTableModel.h"
 #include "households/TFormHouseholds.h"
 #include "settings/SettingsFile.h"
 
@@ -20,57 +20,15 @@ namespace kb::ui {
 
 namespace {
 
-struct GridColumn
-{
-    const char16_t* field;
-    const char16_t* title;
-};
-
-const GridColumn HouseholdColumns[] = {{u"Household_Name", u"Household"},
-                                       {u"Create_Date", u"Created"},
-                                       {u"Last_Updated", u"Last Updated"},
-                                       {u"User", u"Updated By"}};
-const GridColumn MemberColumns[] = {{u"FullName", u"Member"},
-                                    {u"Client_ID", u"Client ID"},
-                                    {u"Role", u"Role"},
-                                    {u"Head_of_Household", u"Head"},
-                                    {u"Person_ID", u"Person ID"}};
-
-QTableWidget* grid(const GridColumn* columns, int count, const QString& name)
-{
-    auto* table = new QTableWidget(0, count);
-    table->setObjectName(name);
-    QStringList titles;
-    for (int c = 0; c < count; ++c)
-        titles << QString::fromUtf16(columns[c].title);
-    table->setHorizontalHeaderLabels(titles);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->verticalHeader()->hide();
-    table->horizontalHeader()->setStretchLastSection(true);
-    return table;
-}
-
-// Fills a grid with every row of the set; the set's own position is kept.
-void fillGrid(QTableWidget& table, DataSet& set, const GridColumn* columns, int count)
-{
-    const int rows = set.isActive() ? set.recordCount() : 0;
-    table.clearContents();
-    table.setRowCount(rows);
-    for (int c = 0; c < count; ++c) {
-        const int index = set.isActive() ? set.fieldIndex(QString::fromUtf16(columns[c].field)) : -1;
-        for (int r = 0; r < rows; ++r) {
-            const QVariant value = index >= 0 ? set.fieldValueAt(r, index) : QVariant();
-            const QString text = value.metaType().id() == QMetaType::QDateTime
-                                     ? value.toDateTime().toString(QStringLiteral("MM/dd/yyyy hh:mm AP"))
-                                     : DataSetTableModel::displayText(value);
-            table.setItem(r, c, new QTableWidgetItem(text));
-        }
-    }
-    table.resizeColumnsToContents();
-    if (set.isActive() && !set.isEmpty()) table.selectRow(set.recNo() - 1);
-}
+const HouseholdGridColumn HouseholdColumns[] = {{u"Household_Name", u"Household"},
+                                                {u"Create_Date", u"Created"},
+                                                {u"Last_Updated", u"Last Updated"},
+                                                {u"User", u"Updated By"}};
+const HouseholdGridColumn MemberColumns[] = {{u"FullName", u"Member"},
+                                             {u"Client_ID", u"Client ID"},
+                                             {u"Role", u"Role"},
+                                             {u"Head_of_Household", u"Head"},
+                                             {u"Person_ID", u"Person ID"}};
 
 } // namespace
 
@@ -78,8 +36,8 @@ HouseholdsView::HouseholdsView(TFormHouseholds& presenter, RecordServices& servi
                                SettingsFile& settings, QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_services(services), m_ui(ui), m_settings(settings),
       m_search(new QLineEdit), m_name(new QLineEdit),
-      m_households(grid(HouseholdColumns, int(std::size(HouseholdColumns)), QStringLiteral("Households"))),
-      m_members(grid(MemberColumns, int(std::size(MemberColumns)), QStringLiteral("Members"))),
+      m_households(householdGrid(HouseholdColumns, QStringLiteral("Households"))),
+      m_members(householdGrid(MemberColumns, QStringLiteral("Members"))),
       m_splitter(new QSplitter(Qt::Horizontal))
 {
     setObjectName(TFormHouseholds::formName());
@@ -176,7 +134,7 @@ template <typename Work> void HouseholdsView::run(Work&& work)
 void HouseholdsView::fill()
 {
     m_filling = true;
-    fillGrid(*m_households, m_presenter.households(), HouseholdColumns, int(std::size(HouseholdColumns)));
+    fillHouseholdGrid(*m_households, m_presenter.households(), HouseholdColumns);
     m_filling = false;
     fillMembers();
 }
@@ -184,7 +142,7 @@ void HouseholdsView::fill()
 void HouseholdsView::fillMembers()
 {
     m_filling = true;
-    fillGrid(*m_members, m_presenter.members(), MemberColumns, int(std::size(MemberColumns)));
+    fillHouseholdGrid(*m_members, m_presenter.members(), MemberColumns);
     m_name->setText(m_presenter.currentHouseholdName());
     m_filling = false;
     showState();
