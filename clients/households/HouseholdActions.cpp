@@ -109,9 +109,19 @@ bool HouseholdActions::addCurrentClient(qint64 householdId)
         {});
 }
 
+void HouseholdActions::claimCurrentClient()
+{
+    const qint64 personId = m_clients.fieldValue(u"PERSON_ID").toLongLong();
+    m_services.db().execute(
+        QStringLiteral("Update Clients set Household_ID = Household_ID where Person_ID = :Person_ID"),
+        {{QStringLiteral("Person_ID"), personId}});
+    rereadClient(personId);
+}
+
 bool HouseholdActions::insertCurrentMember(qint64 householdId, const QString& statement, const Params& values)
 {
     m_clients.checkBrowseMode();
+    claimCurrentClient();
     if (m_clients.fieldValue(u"HOUSEHOLD_ID").toLongLong() > 0) {
         m_ui.warning(alreadyMemberText());
         return false;
@@ -136,6 +146,7 @@ bool HouseholdActions::removeCurrentClient()
 {
     m_clients.checkBrowseMode();
     const qint64 personId = m_clients.fieldValue(u"PERSON_ID").toLongLong();
+    claimCurrentClient();
     if (m_clients.fieldValue(u"HOUSEHOLD_ID").toLongLong() <= 0) return false;
     Database& db = m_services.db();
     db.execute(QStringLiteral("Delete from Household_Members where Person_ID = :Person_ID"),

@@ -90,6 +90,11 @@ public:
 private:
     // The current client's row read again after a statement changed it.
     void rereadClient(qint64 personId);
+    // The client's row is taken for the rest of the caller's transaction
+    // and read as it stands: two workstations putting one client into a
+    // household at once then go one after the other, and the second sees
+    // the first's household and is refused.
+    void claimCurrentClient();
     // The checks and the member row of both ways of adding; false when refused.
     bool insertCurrentMember(qint64 householdId, const QString& statement, const Params& values);
 
