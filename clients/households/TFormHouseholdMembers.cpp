@@ -211,6 +211,11 @@ void TFormHouseholdMembers::beforePost(DataSet& set)
         m_ui.warning(alreadyHereText());
         throw Abort();
     }
+    // The person's row is taken for the rest of the save before it is read,
+    // so two workstations adding one person to two households go one after
+    // the other and the second is refused.
+    db.execute(QStringLiteral("Update Clients set Household_ID = Household_ID where Person_ID = :Person_ID"),
+               {{QStringLiteral("Person_ID"), person}});
     const ResultSet own =
         db.execute(QStringLiteral("Select Household_ID from Clients where Person_ID = :Person_ID"),
                    {{QStringLiteral("Person_ID"), person}});
