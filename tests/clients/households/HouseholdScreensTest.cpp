@@ -256,7 +256,7 @@ TEST_P(HouseholdScreens, MembersAreAddedAndRemovedInStepWithTheirClients)
     standOn(1);
     clients().edit();
     clients().setFieldValue(u"PHONE", QStringLiteral("555-0199"));
-    ASSERT_TRUE(members->members().locate(QStringLiteral("Person_ID"), 1));
+    ASSERT_TRUE(members->members().locate(QStringLiteral("Person_ID"), 99));
     ui().answerNext(Answer::Yes);
     ui().answerNext(Answer::Yes);
     ASSERT_TRUE(members->ActionRemoveSelected());
@@ -359,6 +359,30 @@ TEST_P(HouseholdScreens, JumpToHeadOfHousehold)
     standOn(4);
     EXPECT_FALSE(HeadOfHousehold::jump(db(), clients(), ui(), locator));
     EXPECT_EQ(told(), QStringList{HeadOfHousehold::notInHouseholdText()});
+}
+
+TEST_P(HouseholdScreens, LocateSelectedMemberMovesTheClientsOrSaysItCouldNot)
+{
+    const qint64 id = household(QStringLiteral("Ames on Elm"), {{1, true}, {3, false}});
+    ClientLocator locator(clients(), ui());
+    standOn(4);
+    insertRow(db(), QStringLiteral("Household_Members"),
+              {{QStringLiteral("Household_ID"), id}, {QStringLiteral("Person_ID"), 99}});
+    auto members = membersOf(id, 3);
+    members->setLocator(&locator);
+    ASSERT_TRUE(members->FormShow());
+    clients().setFilter([](const DataSet& set) { return set.fieldValue(u"PERSON_ID").toInt() == 4; });
+    clients().setFiltered(true);
+    ASSERT_TRUE(members->ActionLocateSelected());
+    EXPECT_EQ(clients().fieldValue(u"PERSON_ID").toInt(), 3);
+    EXPECT_EQ(told(), QStringList{TFormHouseholdMembers::locateFilterNotice()});
+
+    // A member row whose person is not among the clients.
+    ui().clear();
+    ASSERT_TRUE(members->members().locate(QStringLiteral("Person_ID"), 99));
+    EXPECT_FALSE(members->ActionLocateSelected());
+    EXPECT_EQ(told(), QStringList{TFormHouseholdMembers::locateFailedText()});
+    EXPECT_EQ(clients().fieldValue(u"PERSON_ID").toInt(), 3);
 }
 
 TEST_P(HouseholdScreens, PendingClientEditBeforeAScreen)
