@@ -256,7 +256,7 @@ TEST_P(HouseholdScreens, MembersAreAddedAndRemovedInStepWithTheirClients)
     standOn(1);
     clients().edit();
     clients().setFieldValue(u"PHONE", QStringLiteral("555-0199"));
-    ASSERT_TRUE(members->members().locate(QStringLiteral("Person_ID"), 99));
+    ASSERT_TRUE(members->members().locate(QStringLiteral("Person_ID"), 1));
     ui().answerNext(Answer::Yes);
     ui().answerNext(Answer::Yes);
     ASSERT_TRUE(members->ActionRemoveSelected());
