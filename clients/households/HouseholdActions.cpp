@@ -31,7 +31,10 @@ QString HouseholdActions::suggestedName() const
 qint64 HouseholdActions::createHousehold(const QString& name)
 {
     Database& db = m_services.db();
-    const QDateTime now = m_clock.now();
+    // The row is found again by its Last_Updated, so the time is one every
+    // store keeps exactly: whole seconds (a server rounds away the rest).
+    QDateTime now = m_clock.now();
+    now.setTime(QTime(now.time().hour(), now.time().minute(), now.time().second()));
     const Params values{{QStringLiteral("Household_Name"), name},
                         {QStringLiteral("Create_Date"), now.date()},
                         {QStringLiteral("Last_Updated"), now},
@@ -85,25 +88,53 @@ QList<HouseholdActions::Member> HouseholdActions::members(qint64 householdId) co
 
 bool HouseholdActions::addCurrentClient(qint64 householdId, const QString& role, bool head)
 {
+    return insertCurrentMember(
+        householdId,
+        QStringLiteral(
+            "Insert into Household_Members fields ( Household_ID, Person_ID, Role, Head_of_Household, "
+            "Create_Date, Last_Updated, User ) values ( :Household_ID, :Person_ID, :Role, "
+            ":Head_of_Household,:Create_Date, :Last_Updated, :User );"),
+        {{QStringLiteral("Role"), role.isEmpty() ? QVariant() : QVariant(role)},
+         {QStringLiteral("Head_of_Household"), head}});
+}
+
+bool HouseholdActions::addCurrentClient(qint64 householdId)
+{
+    return insertCurrentMember(
+        householdId,
+        QStringLiteral(
+            "Insert into Household_Members fields ( Household_ID, Person_ID, Create_Date, "
+            "Last_Updated, User ) values ( :Household_ID, :Person_ID, :Create_Date, :Last_Updated, "
+            ":User );"),
+        {});
+}
+
+void HouseholdActions::claimCurrentClient()
+{
+    const qint64 personId = m_clients.fieldValue(u"PERSON_ID").toLongLong();
+    m_services.db().execute(
+        QStringLiteral("Update Clients set Household_ID = Household_ID where Person_ID = :Person_ID"),
+        {{QStringLiteral("Person_ID"), personId}});
+    rereadClient(personId);
+}
+
+bool HouseholdActions::insertCurrentMember(qint64 householdId, const QString& statement, const Params& values)
+{
     m_clients.checkBrowseMode();
+    claimCurrentClient();
     if (m_clients.fieldValue(u"HOUSEHOLD_ID").toLongLong() > 0) {
         m_ui.warning(alreadyMemberText());
         return false;
     }
     if (householdId <= 0 || !householdExists(householdId)) throw MessageError(notCreatedText());
     const QDateTime now = m_clock.now();
-    m_services.db().execute(
-        QStringLiteral(
-            "Insert into Household_Members fields ( Household_ID, Person_ID, Role, Head_of_Household, "
-            "Create_Date, Last_Updated, User ) values ( :Household_ID, :Person_ID, :Role, "
-            ":Head_of_Household,:Create_Date, :Last_Updated, :User );"),
-        {{QStringLiteral("Household_ID"), householdId},
-         {QStringLiteral("Person_ID"), m_clients.fieldValue(u"PERSON_ID")},
-         {QStringLiteral("Role"), role.isEmpty() ? QVariant() : QVariant(role)},
-         {QStringLiteral("Head_of_Household"), head},
-         {QStringLiteral("Create_Date"), now.date()},
-         {QStringLiteral("Last_Updated"), now},
-         {QStringLiteral("User"), m_session.userFullName}});
+    Params params{{QStringLiteral("Household_ID"), householdId},
+                  {QStringLiteral("Person_ID"), m_clients.fieldValue(u"PERSON_ID")},
+                  {QStringLiteral("Create_Date"), now.date()},
+                  {QStringLiteral("Last_Updated"), now},
+                  {QStringLiteral("User"), m_session.userFullName}};
+    params.insert(params.end(), values.begin(), values.end());
+    m_services.db().execute(statement, params);
     m_clients.edit();
     m_clients.setFieldValue(u"HOUSEHOLD_ID", householdId);
     m_clients.post();
@@ -115,6 +146,7 @@ bool HouseholdActions::removeCurrentClient()
 {
     m_clients.checkBrowseMode();
     const qint64 personId = m_clients.fieldValue(u"PERSON_ID").toLongLong();
+    claimCurrentClient();
     if (m_clients.fieldValue(u"HOUSEHOLD_ID").toLongLong() <= 0) return false;
     Database& db = m_services.db();
     db.execute(QStringLiteral("Delete from Household_Members where Person_ID = :Person_ID"),

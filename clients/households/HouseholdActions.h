@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/Database.h"
+
 #include <QList>
 #include <QString>
 
@@ -66,10 +68,14 @@ public:
     bool householdExists(qint64 householdId, QString* name = nullptr) const;
     QList<Member> members(qint64 householdId) const;
 
-    // Adds the current client to the household (wizard, "Add Person to"):
-    // refused, and told, for a client already in a household. A pending
-    // edit of the client is posted first. False when refused.
-    bool addCurrentClient(qint64 householdId, const QString& role = {}, bool head = false);
+    // Adds the current client to the household with a role and whether they
+    // head it (the wizard): refused, and told, for a client already in a
+    // household. A pending edit of the client is posted first. False when
+    // refused.
+    bool addCurrentClient(qint64 householdId, const QString& role, bool head);
+    // The same from the households list ("Add Person to"), whose member row
+    // carries no role and no head mark yet.
+    bool addCurrentClient(qint64 householdId);
     // Takes the current client out of their household (the member row
     // deleted, Household_ID cleared). False when not in one.
     bool removeCurrentClient();
@@ -84,6 +90,13 @@ public:
 private:
     // The current client's row read again after a statement changed it.
     void rereadClient(qint64 personId);
+    // The client's row is taken for the rest of the caller's transaction
+    // and read as it stands: two workstations putting one client into a
+    // household at once then go one after the other, and the second sees
+    // the first's household and is refused.
+    void claimCurrentClient();
+    // The checks and the member row of both ways of adding; false when refused.
+    bool insertCurrentMember(qint64 householdId, const QString& statement, const Params& values);
 
     RecordServices& m_services;
     UserInterface& m_ui;

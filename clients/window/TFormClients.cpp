@@ -623,8 +623,11 @@ QVariant TFormClients::value(const QString& field) const
     if (!set.isActive() || (set.isEmpty() && set.state() != DataSet::State::Insert)) return {};
     if (field == client_field::Age) return m_controls.ageText;
     if (field == client_field::HouseholdName) {
-        QueryDataSet& households = m_module.query(QStringLiteral("QueryHouseholdName"));
-        return households.isEmpty() ? QVariant() : households.fieldValue(u"Household_Name");
+        // The query holds every household: the client's is looked up by its number.
+        const QVariant household = set.fieldValue(u"HOUSEHOLD_ID");
+        if (household.isNull()) return {};
+        return m_module.query(QStringLiteral("QueryHouseholdName"))
+            .lookup({QStringLiteral("Household_ID")}, {household}, QStringLiteral("Household_Name"));
     }
     if (set.fieldIndex(field) < 0) return {};
     return set.fieldValue(field);

@@ -10,11 +10,13 @@
 #include "dataset/TableDataSet.h"
 #include "dated/DatedDeliveries.h"
 #include "dialogs/GivenRunDialogs.h"
+#include "households/HouseholdActions.h"
 #include "individuals/TFormIndividual.h"
 #include "individuals/TFormRelationship.h"
 #include "missed/MissRecorder.h"
 #include "records/History.h"
 #include "records/RecordServices.h"
+#include "session/SessionState.h"
 #include "session/TDataModule1.h"
 #include "store/Database.h"
 #include "store/DbError.h"
@@ -284,6 +286,51 @@ void relateClient(StressWorker& w)
     w.journal({QStringLiteral("relate"), QString::number(person), token});
 }
 
+// A client of the pool moved into one of a few households, or taken out of
+// theirs, as the household screens do it: the member row and the client's
+// Household_ID in one transaction. Workers moving the same client at once
+// must never leave the two disagreeing.
+void moveHousehold(StressWorker& w)
+{
+    TableDataSet& clients = w.clients();
+    const int person = w.pickClient();
+    if (!clients.locate(QStringLiteral("PERSON_ID"), person))
+        throw std::runtime_error("a client of the pool is missing");
+    clients.refreshRecord();
+    SessionState session;
+    session.userFullName = w.userFullName();
+    const SystemClock clock;
+    HouseholdActions households(w.services(), w.ui(), session, clock, clients);
+    QString done;
+    try {
+        TransactionGuard transaction(w.db());
+        if (clients.fieldValue(u"HOUSEHOLD_ID").toLongLong() > 0) {
+            households.removeCurrentClient();
+            done = QStringLiteral("out");
+        } else {
+            const ResultSet existing =
+                w.db().execute(QStringLiteral("Select Household_ID from Households order by Household_ID"));
+            const qint64 household =
+                existing.rowCount() < 3 ? households.createHousehold(QStringLiteral("stress household"))
+                                        : existing.value(w.random().bounded(int(existing.rowCount())), 0).toLongLong();
+            if (!households.addCurrentClient(household)) return;
+            done = QString::number(household);
+        }
+        transaction.commit();
+    } catch (const Abort&) {
+        if (clients.state() != DataSet::State::Browse) clients.cancel();
+        w.conflict(QStringLiteral("household"));
+        return;
+    } catch (const DbError& e) {
+        if (clients.state() != DataSet::State::Browse) clients.cancel();
+        if (!e.isLockConflict())
+            throw;
+        w.conflict(QStringLiteral("household"));
+        return;
+    }
+    w.journal({QStringLiteral("household"), QString::number(person), done});
+}
+
 // A screen reading while others write.
 void readClients(StressWorker& w)
 {
@@ -307,6 +354,7 @@ const std::vector<StressOperation>& stressOperations()
         {QStringLiteral("save"), 4, saveRun},
         {QStringLiteral("suspend"), 8, addSuspension},
         {QStringLiteral("relate"), 5, relateClient},
+        {QStringLiteral("household"), 10, moveHousehold},
     };
     return operations;
 }

@@ -8,6 +8,7 @@
 
 #include "missed/MissEventText.h"
 
+#include <QMap>
 #include <QSet>
 
 namespace kb::stress {
@@ -268,6 +269,30 @@ void checkRelationships(Database& db, const QList<QStringList>& related, int unj
             << QStringLiteral("%1 relationships are in the data that no worker journaled").arg(seen.size());
 }
 
+// Every client's Household_ID has its one member row, and every member row
+// its client's Household_ID: the household moves change both or neither.
+void checkHouseholds(Database& db, QStringList& problems)
+{
+    QMap<qint64, qint64> linked; // Person_ID: Household_ID of Clients
+    const ResultSet clients =
+        db.execute(QStringLiteral("select Person_ID, Household_ID from Clients where Household_ID > 0"));
+    for (qsizetype r = 0; r < clients.rowCount(); ++r)
+        linked.insert(clients.value(r, 0).toLongLong(), clients.value(r, 1).toLongLong());
+    QMap<qint64, QList<qint64>> rows; // Person_ID: Household_IDs of Household_Members
+    const ResultSet members = db.execute(QStringLiteral("select Person_ID, Household_ID from Household_Members"));
+    for (qsizetype r = 0; r < members.rowCount(); ++r)
+        rows[members.value(r, 0).toLongLong()].append(members.value(r, 1).toLongLong());
+    for (auto it = linked.cbegin(); it != linked.cend(); ++it)
+        if (rows.value(it.key()) != QList<qint64>{it.value()})
+            problems << QStringLiteral("client %1 is in household %2 but has the member rows of %3 household(s)")
+                            .arg(it.key())
+                            .arg(it.value())
+                            .arg(rows.value(it.key()).size());
+    for (auto it = rows.cbegin(); it != rows.cend(); ++it)
+        if (!linked.contains(it.key()))
+            problems << QStringLiteral("client %1 has a member row but no Household_ID").arg(it.key());
+}
+
 // Whatever the workers held must be free: every row of the pool and of
 // IDNOS can be locked, and the tables opened exclusively.
 void checkLocksFree(Database& db, QStringList& problems)
@@ -392,6 +417,7 @@ StressVerdict StressVerdict::check(Database& db, const QList<QList<QStringList>>
     checkSaves(db, byOperation.value(QStringLiteral("save")), unjournaled, verdict.problems);
     checkSuspensions(db, byOperation.value(QStringLiteral("suspend")), unjournaled, verdict.problems);
     checkRelationships(db, byOperation.value(QStringLiteral("relate")), unjournaled, verdict.problems);
+    checkHouseholds(db, verdict.problems);
     checkLocksFree(db, verdict.problems);
     return verdict;
 }

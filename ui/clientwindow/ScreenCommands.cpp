@@ -19,6 +19,7 @@
 #include "bills/TFormClientBills.h"
 #include "clients/AppCommentsView.h"
 #include "clients/FundingSourcesView.h"
+#include "clients/HouseholdScreens.h"
 #include "clients/SuspensionScreens.h"
 #include "clients/RelationshipScreens.h"
 #include "clientwindow/ClientFieldsView.h"
@@ -423,6 +424,8 @@ void registerScreenCommands(MainWindow& window)
 
     // Suspensions, and the stop and inactivation utilities
     registerSuspensionScreens(window);
+    // Households: the wizard, the members, the households list, the head's jump
+    registerHouseholdScreens(window);
 
     // Missed deliveries of the current client, and what happened after a run
     const auto currentMissedClient = [&module]() -> std::optional<MissedClient> {
