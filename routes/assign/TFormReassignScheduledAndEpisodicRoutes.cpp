@@ -15,11 +15,13 @@ TFormReassignScheduledAndEpisodicRoutes::TFormReassignScheduledAndEpisodicRoutes
     for (qsizetype r = 0; r < routes.rowCount(); ++r)
         m_routes << routes.value(r, 0).toString().trimmed() + QStringLiteral(" - ") + routes.value(r, 1).toString().trimmed();
     const ResultSet client = db.execute(
-        QStringLiteral("Select First_Name, Last_Name, Def_Rte, Mon_Rte, Tue_Rte, Wed_Rte, Thu_Rte, Fri_Rte, Sat_Rte, "
-                       "Sun_Rte from Clients where Person_ID = :Person_ID"),
+        QStringLiteral(
+            "Select First_Name, Last_Name, Def_Rte, Mon_Rte, Tue_Rte, Wed_Rte, Thu_Rte, Fri_Rte, Sat_Rte, "
+            "Sun_Rte from Clients where Person_ID = :Person_ID"),
         {{QStringLiteral("Person_ID"), personId}});
     if (!client.isEmpty()) {
-        m_clientName = (client.value(0, 0).toString().trimmed() + QLatin1Char(' ') + client.value(0, 1).toString().trimmed())
+        m_clientName = (client.value(0, 0).toString().trimmed() + QLatin1Char(' ') +
+                        client.value(0, 1).toString().trimmed())
                            .trimmed();
         m_defaultRoute = client.value(0, 2).toString().trimmed();
         for (int d = 0; d < 7; ++d)

@@ -16,18 +16,17 @@
 #include "items/TFormSetEpisodicItems.h"
 #include "records/RecordServices.h"
 #include "recurrence/TFormRecurrence.h"
+#include "routes/ReassignRoutesView.h"
 #include "schedule/SetEpisodicItemsView.h"
 #include "schedule/dated/AssignDeliveriesToNewDateView.h"
 #include "schedule/dated/ClientEpisodicItemsView.h"
 #include "schedule/dated/DatedDeliveriesView.h"
 #include "schedule/dated/RecurrenceView.h"
-#include "routes/ReassignRoutesView.h"
 #include "settings/SettingsFile.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QCheckBox>
-#include <QTimer>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QListWidget>
@@ -37,6 +36,7 @@
 #include <QTableView>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -253,8 +253,9 @@ TEST_F(DatedDeliveriesScreens, TheItemsColumnAndReassignRoutesOfFutureDeliveries
 {
     SettingsFile settings(appData.path());
     for (const auto& [id, name] : {std::pair{7, "Hot Meal"}, std::pair{8, "Milk"}})
-        insertRow(data.db(), QStringLiteral("Items"),
-                  {{QStringLiteral("Item_ID"), id}, {QStringLiteral("Meal_Item"), QString::fromLatin1(name)}});
+        insertRow(
+            data.db(), QStringLiteral("Items"),
+            {{QStringLiteral("Item_ID"), id}, {QStringLiteral("Meal_Item"), QString::fromLatin1(name)}});
     insertRow(data.db(), QStringLiteral("Defdels"),
               {{QStringLiteral("Person_ID"), 0},
                {QStringLiteral("Service_ID"), 1},
@@ -284,9 +285,11 @@ TEST_F(DatedDeliveriesScreens, TheItemsColumnAndReassignRoutesOfFutureDeliveries
     for (int r = 0; r < grid->rowCount(); ++r)
         shown << grid->index(r, items).data().toString();
     // Newest first: a Monday with the default, the Tuesday's own lines, two Mondays.
-    EXPECT_EQ(shown, (QStringList{QStringLiteral("1 \u00d7 Hot Meal"), QStringLiteral("2 \u00d7 Hot Meal, 1 \u00d7 Milk"),
+    EXPECT_EQ(shown, (QStringList{QStringLiteral("1 \u00d7 Hot Meal"),
+                                  QStringLiteral("2 \u00d7 Hot Meal, 1 \u00d7 Milk"),
                                   QStringLiteral("1 \u00d7 Hot Meal"), QStringLiteral("1 \u00d7 Hot Meal")}));
-    EXPECT_TRUE(grid->index(0, items).data(Qt::ToolTipRole).toString().contains(QStringLiteral("for Monday")));
+    EXPECT_TRUE(
+        grid->index(0, items).data(Qt::ToolTipRole).toString().contains(QStringLiteral("for Monday")));
     keepPicture(view, QStringLiteral("TFormEditScheduledDeliveriesItems"));
 
     // Reassign Routes: Mondays from today on go to R2; the past Monday and the Tuesday stay.
