@@ -30,6 +30,7 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -304,6 +305,10 @@ TEST_F(DatedDeliveriesScreens, TheItemsColumnAndReassignRoutesOfFutureDeliveries
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Reassign Routes of Future Deliveries"));
         EXPECT_EQ(dialog->routeList()->currentText(), QStringLiteral("R1 - Route R1"));
         EXPECT_FALSE(dialog->okButton()->isEnabled());
+        dialog->dayMenu()->actions().at(3)->trigger(); // "Check Weekend Days"
+        EXPECT_TRUE(dialog->dayBox(5)->isChecked() && dialog->dayBox(6)->isChecked());
+        dialog->dayMenu()->actions().at(0)->trigger(); // "Uncheck All Days"
+        EXPECT_FALSE(dialog->dayBox(5)->isChecked());
         dialog->dayBox(0)->setChecked(true);
         dialog->routeList()->setCurrentText(QStringLiteral("R2 - Route R2"));
         EXPECT_TRUE(dialog->okButton()->isEnabled());

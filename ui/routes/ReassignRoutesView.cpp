@@ -16,6 +16,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace kb::ui {
 
 namespace {
@@ -57,26 +59,18 @@ ReassignRoutesView::ReassignRoutesView(TFormReassignScheduledAndEpisodicRoutes& 
         layout->addWidget(dayRoutes);
     }
 
-    m_menu->addAction(QStringLiteral("Uncheck All Days"), this, [this] {
-        m_presenter.uncheckAllDays();
-        showDays();
-    });
-    m_menu->addAction(QStringLiteral("Check All Days"), this, [this] {
-        m_presenter.checkAllDays();
-        showDays();
-    });
-    m_menu->addAction(QStringLiteral("Check All Weekdays"), this, [this] {
-        m_presenter.checkAllWeekdays();
-        showDays();
-    });
-    m_menu->addAction(QStringLiteral("Check Weekend Days"), this, [this] {
-        m_presenter.checkWeekendDays();
-        showDays();
-    });
-    m_menu->addAction(QStringLiteral("Reverse Checkmarks"), this, [this] {
-        m_presenter.reverseCheckmarks();
-        showDays();
-    });
+    using DayCommand = void (TFormReassignScheduledAndEpisodicRoutes::*)();
+    const std::pair<const char*, DayCommand> dayCommands[] = {
+        {"Uncheck All Days", &TFormReassignScheduledAndEpisodicRoutes::uncheckAllDays},
+        {"Check All Days", &TFormReassignScheduledAndEpisodicRoutes::checkAllDays},
+        {"Check All Weekdays", &TFormReassignScheduledAndEpisodicRoutes::checkAllWeekdays},
+        {"Check Weekend Days", &TFormReassignScheduledAndEpisodicRoutes::checkWeekendDays},
+        {"Reverse Checkmarks", &TFormReassignScheduledAndEpisodicRoutes::reverseCheckmarks}};
+    for (const auto& [text, command] : dayCommands)
+        m_menu->addAction(QString::fromLatin1(text), this, [this, command = command] {
+            (m_presenter.*command)();
+            showDays();
+        });
     auto* days = new QGroupBox(QStringLiteral("Delivery Days to be Reassigned"), this);
     days->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(days, &QWidget::customContextMenuRequested, this,
@@ -116,6 +110,7 @@ ReassignRoutesView::ReassignRoutesView(TFormReassignScheduledAndEpisodicRoutes& 
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
     showDays();
+    setMinimumWidth(360);
     keepPlacement(*this, settings, QStringLiteral("TFormReassignScheduledAndEpisodicRoutes"), QSize());
 }
 
