@@ -14,9 +14,20 @@ TFormReassignScheduledAndEpisodicRoutes::TFormReassignScheduledAndEpisodicRoutes
     const ResultSet routes = db.execute(QStringLiteral("Select Route_ID, Route_Desc from Routes order by Route_ID"));
     for (qsizetype r = 0; r < routes.rowCount(); ++r)
         m_routes << routes.value(r, 0).toString().trimmed() + QStringLiteral(" - ") + routes.value(r, 1).toString().trimmed();
-    const ResultSet client = db.execute(QStringLiteral("Select Def_Rte from Clients where Person_ID = :Person_ID"),
-                                        {{QStringLiteral("Person_ID"), personId}});
-    const QString defaultRoute = client.isEmpty() ? QString() : client.value(0, 0).toString().trimmed();
+    const ResultSet client = db.execute(
+        QStringLiteral(
+            "Select First_Name, Last_Name, Def_Rte, Mon_Rte, Tue_Rte, Wed_Rte, Thu_Rte, Fri_Rte, Sat_Rte, "
+            "Sun_Rte from Clients where Person_ID = :Person_ID"),
+        {{QStringLiteral("Person_ID"), personId}});
+    if (!client.isEmpty()) {
+        m_clientName = (client.value(0, 0).toString().trimmed() + QLatin1Char(' ') +
+                        client.value(0, 1).toString().trimmed())
+                           .trimmed();
+        m_defaultRoute = client.value(0, 2).toString().trimmed();
+        for (int d = 0; d < 7; ++d)
+            m_dayRoutes[size_t(d)] = client.value(0, 3 + d).toString().trimmed();
+    }
+    const QString& defaultRoute = m_defaultRoute;
     for (const QString& entry : m_routes)
         if (entry.section(QLatin1Char('-'), 0, 0).trimmed() == defaultRoute)
             m_routeEntry = entry;

@@ -18,6 +18,13 @@ public:
     TFormReassignScheduledAndEpisodicRoutes(Database& db, qint64 personId, QString clientDeliveryType);
 
     static QString caption() { return QStringLiteral("Reassign Routes of Future Deliveries"); }
+    // "Default route for " and the client's name, and that route's code.
+    QString defaultRouteCaption() const { return QStringLiteral("Default route for ") + m_clientName; }
+    QString defaultRoute() const { return m_defaultRoute; }
+    // "Day-Specific Routes" are shown for an ongoing client only; the route
+    // of Monday 0 ... Sunday 6, empty where the day has none of its own.
+    bool showsDayRoutes() const { return m_scheduleType == QLatin1String("S"); }
+    QString dayRoute(int day) const { return m_dayRoutes[size_t(day)]; }
     // The route list: code, " - ", description.
     const QStringList& routeEntries() const { return m_routes; }
     QString routeEntry() const { return m_routeEntry; }
@@ -45,6 +52,9 @@ private:
     QString m_scheduleType;
     QStringList m_routes;
     QString m_routeEntry;
+    QString m_clientName;
+    QString m_defaultRoute;
+    std::array<QString, 7> m_dayRoutes;
     std::array<bool, 7> m_days{};
 };
 

@@ -117,8 +117,23 @@ bool TFormEditEpisodicDeliveries::deleteEnabled() const
     return m_set->isActive() && !m_set->isEmpty();
 }
 
+bool TFormEditEpisodicDeliveries::reassignRoutesEnabled() const
+{
+    return m_set->isActive() && m_db.mayWrite();
+}
+
+const DatedRowItems& TFormEditEpisodicDeliveries::itemsAt(int row)
+{
+    static const DatedRowItems none;
+    if (!m_items) m_items = DatedRowItems::read(m_db, m_client.personId, m_kind);
+    if (row < 0 || row >= m_set->recordCount()) return none;
+    const auto it = m_items->constFind(m_set->fieldValueAt(row, m_set->fieldIndex(u"RecordID")).toLongLong());
+    return it == m_items->constEnd() ? none : *it;
+}
+
 void TFormEditEpisodicDeliveries::reopen(qint64 recordId)
 {
+    m_items.reset();
     m_set->close();
     m_set->open();
     if (recordId > 0) m_set->locate(QStringLiteral("RecordID"), recordId);
@@ -173,6 +188,7 @@ bool TFormEditEpisodicDeliveries::setRowValue(const QString& column, const QVari
         if (m_set->state() == DataSet::State::Browse) m_set->edit();
         m_set->setFieldValue(column, value);
         m_set->post();
+        m_items.reset(); // a new date or service can change the standing items
         return true;
     } catch (const Abort&) {
         return false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dated/DatedDeliveries.h"
+#include "dated/DatedRowItems.h"
 
 #include <QDate>
 #include <QSet>
@@ -59,6 +60,14 @@ public:
 
     bool setItemsEnabled() const; // "Set Delivery Items", "Address Overrides"
     bool deleteEnabled() const;   // "Delete "
+    // "Reassign Routes": the client's future rows can be moved to another
+    // route whenever the session may change data.
+    bool reassignRoutesEnabled() const;
+
+    // The grid's Items column: what the row at `row` (0-based, in the
+    // set's order) brings, its own lines or the standing items of its
+    // weekday. Read for all rows at once and again after any change.
+    const DatedRowItems& itemsAt(int row);
 
     // "Add Delivery": a row on the calendar date, or without one on today
     // (the start date, with the user told, when today is before it). The
@@ -97,6 +106,7 @@ private:
     DatedClient m_client;
     DatedDeliveries m_rules;
     std::unique_ptr<QueryDataSet> m_set;
+    std::optional<QHash<qint64, DatedRowItems>> m_items; // by RecordID, read when first wanted
 };
 
 // "Maintain Scheduled Deliveries for <name>".

@@ -140,6 +140,9 @@ TEST_P(RouteAssignment, ReassigningMovesFutureDeliveriesOfTheCheckedDaysOnly)
     addDated(1, QDate(2024, 3, 16), QStringLiteral("E"));                                     // Saturday, episodic
     TFormReassignScheduledAndEpisodicRoutes form(db(), 1, QStringLiteral("O"));
     EXPECT_EQ(form.routeEntry(), "R1 - Route R1");
+    EXPECT_EQ(form.defaultRoute(), "R1");
+    EXPECT_TRUE(form.showsDayRoutes()) << "an ongoing client";
+    EXPECT_FALSE(TFormReassignScheduledAndEpisodicRoutes(db(), 1, QStringLiteral("E")).showsDayRoutes());
     EXPECT_FALSE(form.okEnabled());
     form.checkAllDays();
     form.checkAllWeekdays();

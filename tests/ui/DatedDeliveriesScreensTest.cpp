@@ -16,6 +16,7 @@
 #include "items/TFormSetEpisodicItems.h"
 #include "records/RecordServices.h"
 #include "recurrence/TFormRecurrence.h"
+#include "routes/ReassignRoutesView.h"
 #include "schedule/SetEpisodicItemsView.h"
 #include "schedule/dated/AssignDeliveriesToNewDateView.h"
 #include "schedule/dated/ClientEpisodicItemsView.h"
@@ -23,16 +24,20 @@
 #include "schedule/dated/RecurrenceView.h"
 #include "settings/SettingsFile.h"
 
+#include <QApplication>
 #include <QCalendarWidget>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -243,6 +248,81 @@ TEST_F(DatedDeliveriesScreens, SetDeliveryItemsOpensTheRowsOwnList)
         EXPECT_FALSE(readOnly.button(QString::fromLatin1(command))->isVisibleTo(&readOnly)) << command;
     EXPECT_TRUE(readOnly.button(QStringLiteral("Close"))->isVisibleTo(&readOnly));
     data.db().setWriteRefusal({});
+}
+
+TEST_F(DatedDeliveriesScreens, TheItemsColumnAndReassignRoutesOfFutureDeliveries)
+{
+    SettingsFile settings(appData.path());
+    for (const auto& [id, name] : {std::pair{7, "Hot Meal"}, std::pair{8, "Milk"}})
+        insertRow(
+            data.db(), QStringLiteral("Items"),
+            {{QStringLiteral("Item_ID"), id}, {QStringLiteral("Meal_Item"), QString::fromLatin1(name)}});
+    insertRow(data.db(), QStringLiteral("Defdels"),
+              {{QStringLiteral("Person_ID"), 0},
+               {QStringLiteral("Service_ID"), 1},
+               {QStringLiteral("Del_Day"), QStringLiteral("MON")},
+               {QStringLiteral("Item_ID"), 7},
+               {QStringLiteral("Quantity"), 1},
+               {QStringLiteral("Sort_Order"), 1}});
+    TFormEditScheduledDeliveries dated(data.db(), ui, QStringLiteral("Pat Tester"), 10);
+    for (const QDate& d : {QDate(2024, 3, 4), QDate(2024, 3, 11), QDate(2024, 3, 12), QDate(2024, 3, 18)})
+        dated.ActionAddDelivery(d);
+    ASSERT_TRUE(dated.locateDate(QDate(2024, 3, 12)));
+    for (const auto& [item, quantity] : {std::pair{7, 2}, std::pair{8, 1}})
+        insertRow(data.db(), QStringLiteral("Defdels"),
+                  {{QStringLiteral("Person_ID"), 10},
+                   {QStringLiteral("Service_ID"), 1},
+                   {QStringLiteral("Del_Day"), QStringLiteral("TUE")},
+                   {QStringLiteral("Item_ID"), item},
+                   {QStringLiteral("Quantity"), quantity},
+                   {QStringLiteral("Sort_Order"), item},
+                   {QStringLiteral("Deliv_ID"), dated.dataSet().fieldValue(u"RecordID")}});
+    dated.reload();
+    ui::DatedDeliveriesView view(dated, data.db(), ui, settings, QStringLiteral("Pat Tester"));
+    QAbstractItemModel* grid = view.grid()->model();
+    const int items = grid->columnCount() - 1;
+    EXPECT_EQ(grid->headerData(items, Qt::Horizontal).toString(), QStringLiteral("Items"));
+    QStringList shown;
+    for (int r = 0; r < grid->rowCount(); ++r)
+        shown << grid->index(r, items).data().toString();
+    // Newest first: a Monday with the default, the Tuesday's own lines, two Mondays.
+    EXPECT_EQ(shown, (QStringList{QStringLiteral("1 \u00d7 Hot Meal"),
+                                  QStringLiteral("2 \u00d7 Hot Meal, 1 \u00d7 Milk"),
+                                  QStringLiteral("1 \u00d7 Hot Meal"), QStringLiteral("1 \u00d7 Hot Meal")}));
+    EXPECT_TRUE(
+        grid->index(0, items).data(Qt::ToolTipRole).toString().contains(QStringLiteral("for Monday")));
+    keepPicture(view, QStringLiteral("TFormEditScheduledDeliveriesItems"));
+
+    // Reassign Routes: Mondays from today on go to R2; the past Monday and the Tuesday stay.
+    QPushButton* reassign = view.button(QStringLiteral("Reassign Routes"));
+    ASSERT_TRUE(reassign);
+    EXPECT_TRUE(reassign->isEnabled());
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<ui::ReassignRoutesView*>(QApplication::activeModalWidget());
+        if (!dialog) return;
+        seen = true;
+        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Reassign Routes of Future Deliveries"));
+        EXPECT_EQ(dialog->routeList()->currentText(), QStringLiteral("R1 - Route R1"));
+        EXPECT_FALSE(dialog->okButton()->isEnabled());
+        dialog->dayMenu()->actions().at(3)->trigger(); // "Check Weekend Days"
+        EXPECT_TRUE(dialog->dayBox(5)->isChecked() && dialog->dayBox(6)->isChecked());
+        dialog->dayMenu()->actions().at(0)->trigger(); // "Uncheck All Days"
+        EXPECT_FALSE(dialog->dayBox(5)->isChecked());
+        dialog->dayBox(0)->setChecked(true);
+        dialog->routeList()->setCurrentText(QStringLiteral("R2 - Route R2"));
+        EXPECT_TRUE(dialog->okButton()->isEnabled());
+        keepPicture(*dialog, QStringLiteral("TFormReassignScheduledAndEpisodicRoutes"));
+        dialog->okButton()->click();
+    });
+    reassign->click();
+    EXPECT_TRUE(seen);
+    QStringList routes;
+    const int routeColumn = 2;
+    EXPECT_EQ(grid->headerData(routeColumn, Qt::Horizontal).toString(), QStringLiteral("Route"));
+    for (int r = 0; r < grid->rowCount(); ++r)
+        routes << grid->index(r, routeColumn).data().toString().trimmed();
+    EXPECT_EQ(routes, (QStringList{"R2", "R1", "R2", "R1"})) << "the grid shows the moved rows";
 }
 
 } // namespace

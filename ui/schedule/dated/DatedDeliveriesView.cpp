@@ -2,7 +2,7 @@
 
 #include "FormPlacement.h"
 #include "UserInterface.h"
-#include "clientwindow/DataSetTableModel.h"
+#include "assign/TFormReassignScheduledAndEpisodicRoutes.h"
 #include "dataset/Abort.h"
 #include "dataset/QueryDataSet.h"
 #include "dated/TFormClientEpisodicItems.h"
@@ -10,8 +10,10 @@
 #include "items/TFormSetEpisodicItems.h"
 #include "records/RecordServices.h"
 #include "recurrence/TFormRecurrence.h"
+#include "routes/ReassignRoutesView.h"
 #include "schedule/SetEpisodicItemsView.h"
 #include "schedule/dated/ClientEpisodicItemsView.h"
+#include "schedule/dated/DatedGridModel.h"
 #include "schedule/dated/DeliveryDeletionOptionsDialog.h"
 #include "schedule/dated/RecurrenceView.h"
 #include "settings/SettingsFile.h"
@@ -61,7 +63,7 @@ DatedDeliveriesView::DatedDeliveriesView(TFormEditEpisodicDeliveries& presenter,
                                          QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_db(db), m_ui(ui), m_settings(settings),
       m_userName(std::move(userName)), m_calendar(new QCalendarWidget(this)), m_grid(new QTableView(this)),
-      m_model(new DataSetTableModel(this)),
+      m_model(new DatedGridModel(presenter, this)),
       m_bold(new QCheckBox(QStringLiteral("Bold calendar dates with deliveries"), this)),
       m_date(new QDateEdit(this)), m_service(new QComboBox(this)), m_route(new QComboBox(this)),
       m_stop(new QDoubleSpinBox(this)), m_type(new QComboBox(this))
@@ -121,6 +123,7 @@ DatedDeliveriesView::DatedDeliveriesView(TFormEditEpisodicDeliveries& presenter,
     commands->addWidget(addButton(QStringLiteral("Address Overrides"), QStringLiteral("Ctrl+O"), [this] {
         if (m_addressOverrides) m_addressOverrides();
     }));
+    commands->addWidget(addButton(QStringLiteral("Reassign Routes"), {}, [this] { reassignRoutes(); }));
     commands->addStretch();
     commands->addWidget(addButton(QStringLiteral("Close"), QStringLiteral("Ctrl+S"), [this] { accept(); }));
 
@@ -230,6 +233,7 @@ void DatedDeliveriesView::showRow()
     m_buttons.value(QStringLiteral("Set Delivery Items"))->setEnabled(editable);
     m_buttons.value(QStringLiteral("Address Overrides"))
         ->setEnabled(editable && m_addressOverrides != nullptr);
+    m_buttons.value(QStringLiteral("Reassign Routes"))->setEnabled(m_presenter.reassignRoutesEnabled());
     m_showing = false;
 }
 
@@ -269,6 +273,18 @@ void DatedDeliveriesView::setItems()
     if (!items) return;
     SetEpisodicItemsView view(*items, m_settings, this);
     view.exec();
+    m_presenter.reload(); // the Items column shows the new lines
+    reload();
+}
+
+void DatedDeliveriesView::reassignRoutes()
+{
+    TFormReassignScheduledAndEpisodicRoutes reassign(m_db, m_presenter.client().personId,
+                                                     m_presenter.client().deliveryType);
+    ReassignRoutesView view(reassign, m_ui, m_settings, this);
+    if (view.exec() != QDialog::Accepted) return;
+    m_presenter.reload();
+    reload();
 }
 
 void DatedDeliveriesView::autoSchedule()

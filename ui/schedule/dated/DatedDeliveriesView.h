@@ -22,7 +22,7 @@ class UserInterface;
 
 namespace kb::ui {
 
-class DataSetTableModel;
+class DatedGridModel;
 
 // "Maintain Episodic Deliveries for ..." and "Maintain Scheduled Deliveries
 // for ...": the calendar and the grid of the client's dated deliveries, the
@@ -58,6 +58,7 @@ private:
     void itemsView();
     void setItems();
     void remove();
+    void reassignRoutes();
 
     TFormEditEpisodicDeliveries& m_presenter;
     Database& m_db;
@@ -66,7 +67,7 @@ private:
     QString m_userName;
     QCalendarWidget* m_calendar;
     QTableView* m_grid;
-    DataSetTableModel* m_model;
+    DatedGridModel* m_model;
     QCheckBox* m_bold;
     QDateEdit* m_date;
     QComboBox* m_service;
