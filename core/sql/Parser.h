@@ -14,6 +14,8 @@ namespace kb::sql {
 inline constexpr int MaxNesting = 128;
 // The longest statement text read, in characters.
 inline constexpr qsizetype MaxStatementLength = 4 * 1024 * 1024;
+// The longest store text one statement may translate to.
+inline constexpr qsizetype MaxTranslatedLength = 1024 * 1024;
 
 // Reads the statement dialect into syntax trees. A text may hold several
 // statements separated by ";"; empty statements are skipped.

@@ -347,6 +347,13 @@ private:
         }
         Tx t = translateExpr(*e, ctx);
         --m_depth;
+        // Some conversions repeat their operand (a float shown as text names
+        // it four times), so nesting them grows the text geometrically; a
+        // hostile statement must meet a bound, not exhaust memory and time.
+        if (t.sql.size() > MaxTranslatedLength) {
+            m_depth = 0;
+            syntax(QStringLiteral("The statement is too large to translate"));
+        }
         return t;
     }
 
