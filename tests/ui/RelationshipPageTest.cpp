@@ -2,10 +2,8 @@
 // user's level, and the individual chosen in the "All Individuals" grid is
 // the one the commands work on.
 
+#include "ClientWindowViewFixture.h"
 #include "InsertRow.h"
-#include "ModuleFixture.h"
-#include "QtClientDialogs.h"
-#include "WidgetApplication.h"
 
 #include "clientwindow/ClientFieldsView.h"
 #include "clientwindow/MainWindow.h"
@@ -32,14 +30,12 @@ namespace cmd = client_command;
 
 namespace {
 
-class RelationshipPage : public ModuleFixture
+class RelationshipPage : public ClientWindowViewFixture
 {
 protected:
-    static void SetUpTestSuite() { ensureWidgetApplication(); }
-
     void SetUp() override
     {
-        ModuleFixture::SetUp();
+        ClientWindowViewFixture::SetUp();
         if (!data) return;
         insertRow(db(), QStringLiteral("Clients"),
                   {{QStringLiteral("Person_ID"), 1},
@@ -61,32 +57,12 @@ protected:
                    {QStringLiteral("Indiv_ID"), 901},
                    {QStringLiteral("Relationship"), QStringLiteral("Daughter")}});
     }
-    void beforeStart(TDataModule1& m) override { rules = std::make_unique<ModuleClientRules>(m); }
-    void TearDown() override
+    ui::MainWindow& openRelationships(const QString& user)
     {
-        window.reset();
-        form.reset();
-        if (module) module->shutdown();
-        dialogs.reset();
-        rules.reset();
-        module.reset();
-    }
-
-    ui::MainWindow& openWindow(const QString& user)
-    {
-        signIn(user);
-        dialogs = std::make_unique<ui::QtClientDialogs>(nullptr, module->userSettings());
-        rules->setDialogs(dialogs.get());
-        form = std::make_unique<TFormClients>(*module, ui, rules->rules());
-        form->create();
-        window = std::make_unique<ui::MainWindow>(*form, ui);
-        window->resize(1366, 768);
-        window->show();
-        form->firstShow();
-        window->showUser();
-        window->notebook()->setCurrentIndex(window->tabOfPage(client_page::Relationships));
+        ui::MainWindow& w = openWindow(user);
+        w.notebook()->setCurrentIndex(w.tabOfPage(client_page::Relationships));
         QApplication::processEvents();
-        return *window;
+        return w;
     }
     // Chooses the individual in the "All Individuals" grid.
     void choose(ui::MainWindow& w, int indivId)
@@ -98,17 +74,11 @@ protected:
         grid->setCurrentIndex(grid->model()->index(individuals.recNo() - 1, 0));
         individuals.first(); // the command must take the grid's row, not the set's
     }
-    int count(const QString& sql) { return db().execute(sql).value(0, 0).toInt(); }
-
-    std::unique_ptr<ModuleClientRules> rules;
-    std::unique_ptr<ui::QtClientDialogs> dialogs;
-    std::unique_ptr<TFormClients> form;
-    std::unique_ptr<ui::MainWindow> window;
 };
 
 TEST_P(RelationshipPage, TheCommandsWorkOnTheIndividualChosenInTheGrid)
 {
-    ui::MainWindow& w = openWindow(QStringLiteral("userW"));
+    ui::MainWindow& w = openRelationships(QStringLiteral("userW"));
     EXPECT_EQ(w.findChild<QTableView*>(QStringLiteral("QueryRelationships"))->model()->rowCount(), 1);
     for (const QString& id :
          {cmd::AddRelationship, cmd::EditRelationship, cmd::DeleteRelationship, cmd::AddIndividual,
@@ -143,7 +113,7 @@ TEST_P(RelationshipPage, TheCommandsWorkOnTheIndividualChosenInTheGrid)
 
 TEST_P(RelationshipPage, AReadOnlyUserSeesTheRelationshipsWithoutTheirChangingButtons)
 {
-    ui::MainWindow& w = openWindow(QStringLiteral("userR"));
+    ui::MainWindow& w = openRelationships(QStringLiteral("userR"));
     EXPECT_FALSE(w.fields()->button(cmd::AddRelationship)->isVisibleTo(&w));
     EXPECT_FALSE(w.fields()->button(cmd::DeleteIndividual)->isVisibleTo(&w));
     EXPECT_FALSE(form->run(cmd::DeleteIndividual));

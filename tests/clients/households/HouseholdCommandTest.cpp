@@ -2,7 +2,7 @@
 // adding people to households and moving them between households through
 // the client rules, all or nothing, and refusing with nothing changed.
 
-#include "ClientRulesFixture.h"
+#include "ClientCommandFixture.h"
 #include "RunCommand.h"
 
 #include <QTemporaryDir>
@@ -11,32 +11,19 @@ namespace kb::test {
 
 namespace {
 
-class HouseholdCommand : public ClientRulesFixture
+class HouseholdCommand : public ClientCommandFixture
 {
 protected:
     void SetUp() override
     {
-        ClientRulesFixture::SetUp();
+        ClientCommandFixture::SetUp();
         if (IsSkipped()) return;
-        qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toLocal8Bit());
-        qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toLocal8Bit());
-        int id = 3;
-        for (const char* level : {"W", "R"})
-            insertRow(db(), QStringLiteral("Staff"),
-                      {{QStringLiteral("Staff_ID"), id++},
-                       {QStringLiteral("User_ID"), QStringLiteral("user") + QLatin1String(level)},
-                       {QStringLiteral("Staff_Name"), QStringLiteral("Level %1").arg(QLatin1String(level))},
-                       {QStringLiteral("Access_Level"), QString::fromLatin1(level)},
-                       {QStringLiteral("Active"), true}});
         for (int person : {1, 2, 3, 4})
             addClient(person);
     }
     CommandResult run(const QStringList& words, const QString& user = QStringLiteral("userW"))
     {
-        return runKettlebrook(data->commandLocation() +
-                              QStringList{QStringLiteral("--today"), QStringLiteral("2024-03-06"),
-                                          QStringLiteral("--user"), user, QStringLiteral("household")} +
-                              words);
+        return runAs(user, QStringList{QStringLiteral("household")} + words);
     }
     // Everything the command may change, as one text: the households, the
     // member rows and every client's Household_ID.
@@ -79,7 +66,6 @@ protected:
         EXPECT_EQ(state(), before) << words.join(QLatin1Char(' ')).toStdString();
     }
 
-    QTemporaryDir home;
 };
 
 } // namespace

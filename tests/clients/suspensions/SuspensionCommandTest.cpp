@@ -1,7 +1,7 @@
 // The suspension and status commands end to end: the real executable on
 // real data, through the same rules as the client window, all or nothing.
 
-#include "ClientRulesFixture.h"
+#include "ClientCommandFixture.h"
 #include "ClientStatuses.h"
 #include "RunCommand.h"
 
@@ -11,30 +11,12 @@ namespace kb::test {
 
 namespace {
 
-class SuspensionCommands : public ClientRulesFixture
+class SuspensionCommands : public ClientCommandFixture
 {
 protected:
-    void SetUp() override
-    {
-        ClientRulesFixture::SetUp();
-        if (IsSkipped()) return;
-        qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toLocal8Bit());
-        qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toLocal8Bit());
-        int id = 3;
-        for (const char* level : {"W", "R"})
-            insertRow(db(), QStringLiteral("Staff"),
-                      {{QStringLiteral("Staff_ID"), id++},
-                       {QStringLiteral("User_ID"), QStringLiteral("user") + QLatin1String(level)},
-                       {QStringLiteral("Staff_Name"), QStringLiteral("Level %1").arg(QLatin1String(level))},
-                       {QStringLiteral("Access_Level"), QString::fromLatin1(level)},
-                       {QStringLiteral("Active"), true}});
-    }
     CommandResult run(const QStringList& words, const QString& user = QStringLiteral("userW"))
     {
-        return runKettlebrook(data->commandLocation() +
-                              QStringList{QStringLiteral("--today"), QStringLiteral("2024-03-06"),
-                                          QStringLiteral("--user"), user} +
-                              words);
+        return runAs(user, words);
     }
     int count(const QString& table)
     {
@@ -42,7 +24,6 @@ protected:
     }
     QString statuses() { return clientStatuses(db()); }
 
-    QTemporaryDir home;
 };
 
 } // namespace
