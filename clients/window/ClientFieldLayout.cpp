@@ -404,8 +404,8 @@ QStringList clientEditedFields()
     QStringList fields;
     for (const ClientFieldGroup& group : clientFieldGroups())
         for (const ClientFieldInfo& field : group.fields)
-            if (group.row.isEmpty() && field.kind != ClientFieldKind::Display && !field.field.startsWith(QLatin1Char('#')) &&
-                !fields.contains(field.field))
+            if (group.row.isEmpty() && field.kind != ClientFieldKind::Display &&
+                !field.field.startsWith(QLatin1Char('#')) && !fields.contains(field.field))
                 fields.append(field.field);
     return fields;
 }

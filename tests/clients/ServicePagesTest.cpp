@@ -424,8 +424,8 @@ TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
     moveToPerson(3);
     EXPECT_TRUE(timeShown());
     EXPECT_FALSE(itemsShown());
-    EXPECT_DOUBLE_EQ(grids.editValue(uses, grids.currentRow(uses), QStringLiteral("Reimbursement_Rate")).toDouble(),
-                     2.0);
+    EXPECT_DOUBLE_EQ(
+        grids.editValue(uses, grids.currentRow(uses), QStringLiteral("Reimbursement_Rate")).toDouble(), 2.0);
     moveToPerson(4);
     EXPECT_FALSE(timeShown());
     EXPECT_FALSE(itemsShown());
@@ -479,9 +479,10 @@ TEST_P(ServicePages, TheTimeRateTypedBesideTheGridIsSavedThroughTheFundingUseRul
     EXPECT_EQ(set.state(), DataSet::State::Edit);
     ASSERT_TRUE(grids.setCell(uses, row, rate, 8.5));
     ASSERT_TRUE(grids.postRow(uses));
-    EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Person_ID = 1 and Reimbursement_Method = "
-                                   "'T' and Reimbursement_Period = 'D' and Reimbursement_Rate = 8.5")),
-              1);
+    EXPECT_EQ(
+        count(QStringLiteral("select count(*) from FundUses where Person_ID = 1 and Reimbursement_Method = "
+                             "'T' and Reimbursement_Period = 'D' and Reimbursement_Rate = 8.5")),
+        1);
     EXPECT_EQ(grids.shownValue(uses, row, period).toString(), "Day");
 
     // Cleared, the period is refused again when the row is saved.
@@ -489,7 +490,8 @@ TEST_P(ServicePages, TheTimeRateTypedBesideTheGridIsSavedThroughTheFundingUseRul
     ui.clear();
     EXPECT_FALSE(grids.postRow(uses));
     ASSERT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning).size(), 1);
-    EXPECT_TRUE(ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Period blank")));
+    EXPECT_TRUE(
+        ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Period blank")));
     grids.cancelRow(uses);
     EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Reimbursement_Period = 'D'")), 1);
 }

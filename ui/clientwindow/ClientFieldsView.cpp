@@ -275,10 +275,9 @@ void ClientFieldsView::showRowField(Bound& bound)
     const bool readOnly = !editing.isEditable(bound.row, row, bound.info.field);
     if (auto* line = qobject_cast<QLineEdit*>(bound.editor)) {
         if (line != m_typingIn) {
-            const QString text =
-                value.isNull() ? QString()
-                : bound.info.kind == K::Money ? QString::number(value.toDouble(), 'f', 2)
-                                              : DataSetTableModel::displayText(value);
+            const QString text = value.isNull()                ? QString()
+                                 : bound.info.kind == K::Money ? QString::number(value.toDouble(), 'f', 2)
+                                                               : DataSetTableModel::displayText(value);
             if (line->text() != text) line->setText(text);
         }
         line->setReadOnly(readOnly);
