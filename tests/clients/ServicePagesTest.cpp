@@ -70,6 +70,29 @@ protected:
         return list;
     }
     QueryDataSet& page(const QString& name) { return form->pageData().query(name); }
+    // The window on the first client's "Funding/Billing" page.
+    TFormClients& openFunding()
+    {
+        TFormClients& f = open(QStringLiteral("userW"));
+        moveToPerson(1);
+        f.changePage(client_page::FundingBilling);
+        return f;
+    }
+    // A funding use of a person on one weekday: paid by items, or by the day at `rate`.
+    void addFundUse(int person, int service, const char* fund, const char* day, double rate = 0)
+    {
+        Params values{
+            {QStringLiteral("Person_ID"), person},
+            {QStringLiteral("Service_ID"), service},
+            {QStringLiteral("Fund_CD"), QString::fromLatin1(fund)},
+            {QString::fromLatin1(day), true},
+            {QStringLiteral("Reimbursement_Method"), rate > 0 ? QStringLiteral("T") : QStringLiteral("I")}};
+        if (rate > 0) {
+            values.emplace_back(QStringLiteral("Reimbursement_Rate"), rate);
+            values.emplace_back(QStringLiteral("Reimbursement_Period"), QStringLiteral("D"));
+        }
+        insertRow(db(), QStringLiteral("FundUses"), values);
+    }
     void set(DataSet& s, const QString& field, const QVariant& value)
     {
         if (s.state() == DataSet::State::Browse) s.edit();
@@ -342,20 +365,8 @@ TEST_P(ServicePages, WeekdayCommandsInvertEachBoxOfTheClient)
 
 TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
 {
-    insertRow(db(), QStringLiteral("FundUses"),
-              {{QStringLiteral("Person_ID"), 1},
-               {QStringLiteral("Service_ID"), 1},
-               {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
-               {QStringLiteral("Monday"), true},
-               {QStringLiteral("Reimbursement_Method"), QStringLiteral("I")}});
-    insertRow(db(), QStringLiteral("FundUses"),
-              {{QStringLiteral("Person_ID"), 1},
-               {QStringLiteral("Service_ID"), 2},
-               {QStringLiteral("Fund_CD"), QStringLiteral("T3")},
-               {QStringLiteral("Tuesday"), true},
-               {QStringLiteral("Reimbursement_Method"), QStringLiteral("T")},
-               {QStringLiteral("Reimbursement_Rate"), 5.5},
-               {QStringLiteral("Reimbursement_Period"), QStringLiteral("D")}});
+    addFundUse(1, 1, "MOW", "Monday");
+    addFundUse(1, 2, "T3", "Tuesday", 5.5);
     TFormClients& f = open(QStringLiteral("userW"));
     int redraws = 0;
     QObject::connect(&f, &TFormClients::pageGroupsChanged, [&] { ++redraws; });
@@ -413,14 +424,7 @@ TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
 
     // Another client's funding rows: the groups follow his row, and a client
     // without funding shows none.
-    insertRow(db(), QStringLiteral("FundUses"),
-              {{QStringLiteral("Person_ID"), 3},
-               {QStringLiteral("Service_ID"), 1},
-               {QStringLiteral("Fund_CD"), QStringLiteral("T3")},
-               {QStringLiteral("Friday"), true},
-               {QStringLiteral("Reimbursement_Method"), QStringLiteral("T")},
-               {QStringLiteral("Reimbursement_Rate"), 2.0},
-               {QStringLiteral("Reimbursement_Period"), QStringLiteral("D")}});
+    addFundUse(3, 1, "T3", "Friday", 2.0);
     moveToPerson(3);
     EXPECT_TRUE(timeShown());
     EXPECT_FALSE(itemsShown());
@@ -433,15 +437,8 @@ TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
 
 TEST_P(ServicePages, TheTimeRateTypedBesideTheGridIsSavedThroughTheFundingUseRules)
 {
-    insertRow(db(), QStringLiteral("FundUses"),
-              {{QStringLiteral("Person_ID"), 1},
-               {QStringLiteral("Service_ID"), 1},
-               {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
-               {QStringLiteral("Monday"), true},
-               {QStringLiteral("Reimbursement_Method"), QStringLiteral("I")}});
-    TFormClients& f = open(QStringLiteral("userW"));
-    moveToPerson(1);
-    f.changePage(client_page::FundingBilling);
+    addFundUse(1, 1, "MOW", "Monday");
+    TFormClients& f = openFunding();
     PageGridEditing& grids = f.pageGrids();
     const QString uses = QStringLiteral("QueryFundUses");
     QueryDataSet& set = page(uses);
@@ -520,9 +517,7 @@ TEST_P(ServicePages, ThePledgeMethodBringsUpItsPledgeGroupAsClientsMove)
 
 TEST_P(ServicePages, CellsTypedIntoAFundingUseGoThroughItsRulesWhenTheRowIsLeft)
 {
-    TFormClients& f = open(QStringLiteral("userW"));
-    moveToPerson(1);
-    f.changePage(client_page::FundingBilling);
+    TFormClients& f = openFunding();
     PageGridEditing& grids = f.pageGrids();
     const QString uses = QStringLiteral("QueryFundUses");
     QueryDataSet& set = page(uses);
