@@ -251,9 +251,15 @@ void EditBaseView::showGrid()
 
 void EditBaseView::showFields()
 {
+    bool rowsChanged = false;
     for (const EditorField& field : m_presenter.fields()) {
         QWidget* editor = m_editors.value(field.name.toUpper());
-        m_form->setRowVisible(editor, m_presenter.isFieldVisible(field.name));
+        const bool visible = m_presenter.isFieldVisible(field.name);
+        if (editor->isHidden() == visible) {
+            // Label and field go together, and the rows below move up.
+            m_form->setRowVisible(editor, visible);
+            rowsChanged = true;
+        }
         const QVariant value = m_presenter.value(field.name);
         if (auto* box = qobject_cast<QCheckBox*>(editor)) {
             box->setChecked(value.toBool());
@@ -272,6 +278,9 @@ void EditBaseView::showFields()
             if (line->text() != value.toString()) line->setText(value.toString());
         }
     }
+    // The form closes up now, not at the next pass of the event loop, so no
+    // stale gap is ever drawn where a hidden row stood.
+    if (rowsChanged) m_form->activate();
 }
 
 void EditBaseView::chooseMissingCombinations()

@@ -166,6 +166,18 @@ const std::vector<ClientFieldGroup>& clientFieldGroups()
           QStringLiteral("Period_Text=Period"), QStringLiteral("Monday=Mon"),
           QStringLiteral("Tuesday=Tue"), QStringLiteral("Wednesday=Wed"), QStringLiteral("Thursday=Thu"),
           QStringLiteral("Friday=Fri"), QStringLiteral("Saturday=Sat"), QStringLiteral("Sunday=Sun")}},
+        // The time method is paid by the rate and period of the funding row.
+        {client_page::FundingBilling,
+         QStringLiteral("Funding"),
+         TimeRatesGroup,
+         {f("Reimbursement_Rate", "Reimbursement Rate", K::Money),
+          f("Period_Text", "Reimbursement Period", K::Choice)},
+         {},
+         {},
+         {},
+         true,
+         {},
+         QStringLiteral("QueryFundUses")},
         {client_page::FundingBilling,
          QStringLiteral("Funding"),
          QStringLiteral("Client-Specific Rates"),
@@ -392,8 +404,8 @@ QStringList clientEditedFields()
     QStringList fields;
     for (const ClientFieldGroup& group : clientFieldGroups())
         for (const ClientFieldInfo& field : group.fields)
-            if (field.kind != ClientFieldKind::Display && !field.field.startsWith(QLatin1Char('#')) &&
-                !fields.contains(field.field))
+            if (group.row.isEmpty() && field.kind != ClientFieldKind::Display &&
+                !field.field.startsWith(QLatin1Char('#')) && !fields.contains(field.field))
                 fields.append(field.field);
     return fields;
 }

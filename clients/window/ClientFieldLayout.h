@@ -49,6 +49,10 @@ struct ClientFieldGroup
     bool editable = true;
     // The grid's columns as "FIELD=Title"; empty: every field but the keys.
     QStringList columns = {};
+    // A page grid whose current row the fields edit, named as its columns
+    // are (the cells of that row, under the same rules); empty: the fields
+    // are the client's.
+    QString row = {};
 };
 
 // Names of what the window shows that is no column of Clients.

@@ -919,6 +919,7 @@ void TFormClients::computeControls()
 void TFormClients::setFundingRateGroups(ClientControls& c)
 {
     const FundingRateGroups groups = m_funding->rateGroups();
+    c.visible.insert(TimeRatesGroup, groups.timeRates);
     c.visible.insert(ClientRatesGroup, groups.itemRates);
     c.visible.insert(ResultingRatesGroup, groups.itemRates);
 }

@@ -14,6 +14,7 @@
 #include "dataset/RecordLocks.h"
 #include "funding/FundingTerms.h"
 #include "funding/FundingUses.h"
+#include "window/ClientFieldLayout.h"
 #include "window/ClientPageData.h"
 #include "window/ClientPages.h"
 #include "window/PageGridEditing.h"
@@ -69,6 +70,29 @@ protected:
         return list;
     }
     QueryDataSet& page(const QString& name) { return form->pageData().query(name); }
+    // The window on the first client's "Funding/Billing" page.
+    TFormClients& openFunding()
+    {
+        TFormClients& f = open(QStringLiteral("userW"));
+        moveToPerson(1);
+        f.changePage(client_page::FundingBilling);
+        return f;
+    }
+    // A funding use of a person on one weekday: paid by items, or by the day at `rate`.
+    void addFundUse(int person, int service, const char* fund, const char* day, double rate = 0)
+    {
+        Params values{
+            {QStringLiteral("Person_ID"), person},
+            {QStringLiteral("Service_ID"), service},
+            {QStringLiteral("Fund_CD"), QString::fromLatin1(fund)},
+            {QString::fromLatin1(day), true},
+            {QStringLiteral("Reimbursement_Method"), rate > 0 ? QStringLiteral("T") : QStringLiteral("I")}};
+        if (rate > 0) {
+            values.emplace_back(QStringLiteral("Reimbursement_Rate"), rate);
+            values.emplace_back(QStringLiteral("Reimbursement_Period"), QStringLiteral("D"));
+        }
+        insertRow(db(), QStringLiteral("FundUses"), values);
+    }
     void set(DataSet& s, const QString& field, const QVariant& value)
     {
         if (s.state() == DataSet::State::Browse) s.edit();
@@ -341,20 +365,8 @@ TEST_P(ServicePages, WeekdayCommandsInvertEachBoxOfTheClient)
 
 TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
 {
-    insertRow(db(), QStringLiteral("FundUses"),
-              {{QStringLiteral("Person_ID"), 1},
-               {QStringLiteral("Service_ID"), 1},
-               {QStringLiteral("Fund_CD"), QStringLiteral("MOW")},
-               {QStringLiteral("Monday"), true},
-               {QStringLiteral("Reimbursement_Method"), QStringLiteral("I")}});
-    insertRow(db(), QStringLiteral("FundUses"),
-              {{QStringLiteral("Person_ID"), 1},
-               {QStringLiteral("Service_ID"), 2},
-               {QStringLiteral("Fund_CD"), QStringLiteral("T3")},
-               {QStringLiteral("Tuesday"), true},
-               {QStringLiteral("Reimbursement_Method"), QStringLiteral("T")},
-               {QStringLiteral("Reimbursement_Rate"), 5.5},
-               {QStringLiteral("Reimbursement_Period"), QStringLiteral("D")}});
+    addFundUse(1, 1, "MOW", "Monday");
+    addFundUse(1, 2, "T3", "Tuesday", 5.5);
     TFormClients& f = open(QStringLiteral("userW"));
     int redraws = 0;
     QObject::connect(&f, &TFormClients::pageGroupsChanged, [&] { ++redraws; });
@@ -370,9 +382,11 @@ TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
         EXPECT_EQ(f.controls().isVisible(ClientRatesGroup), f.controls().isVisible(ResultingRatesGroup));
         return f.controls().isVisible(ClientRatesGroup);
     };
+    const auto timeShown = [&] { return f.controls().isVisible(TimeRatesGroup); };
 
     ASSERT_TRUE(grids.moveTo(uses, items));
     EXPECT_TRUE(itemsShown());
+    EXPECT_FALSE(timeShown());
     EXPECT_FALSE(f.funding().rateGroups().timeRates);
     EXPECT_FALSE(grids.isEditable(uses, items, QStringLiteral("Reimbursement_Rate")));
     EXPECT_TRUE(grids.isEditable(uses, time, QStringLiteral("Reimbursement_Rate")));
@@ -385,6 +399,7 @@ TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
     ASSERT_TRUE(grids.moveTo(uses, time));
     EXPECT_GT(redraws, before);
     EXPECT_FALSE(itemsShown());
+    EXPECT_TRUE(timeShown());
     EXPECT_TRUE(f.funding().rateGroups().timeRates);
     // The client's rates follow the row: none for this source.
     EXPECT_EQ(page(QStringLiteral("QueryClientSpecificFundingRates")).recordCount(), 0);
@@ -393,23 +408,116 @@ TEST_P(ServicePages, TheFundingUsesMethodBringsUpItsRateGroupsAsTheRowMoves)
     ASSERT_TRUE(grids.setCell(uses, time, QStringLiteral("Method_Text"), QStringLiteral("I")));
     EXPECT_EQ(page(uses).state(), DataSet::State::Edit);
     EXPECT_TRUE(itemsShown());
+    EXPECT_FALSE(timeShown());
     EXPECT_EQ(grids.editValue(uses, time, QStringLiteral("Method_Text")).toString(), "I");
     grids.cancelRow(uses);
     EXPECT_FALSE(itemsShown());
+    EXPECT_TRUE(timeShown());
     EXPECT_EQ(page(uses).fieldValue(u"Method_Text").toString(), "Time Period");
 
     // A row with no method shows neither.
     ASSERT_TRUE(f.run(cmd::AddFunding));
     EXPECT_FALSE(itemsShown());
+    EXPECT_FALSE(timeShown());
     EXPECT_FALSE(f.funding().rateGroups().timeRates);
     grids.cancelRow(uses);
+
+    // Another client's funding rows: the groups follow his row, and a client
+    // without funding shows none.
+    addFundUse(3, 1, "T3", "Friday", 2.0);
+    moveToPerson(3);
+    EXPECT_TRUE(timeShown());
+    EXPECT_FALSE(itemsShown());
+    EXPECT_DOUBLE_EQ(
+        grids.editValue(uses, grids.currentRow(uses), QStringLiteral("Reimbursement_Rate")).toDouble(), 2.0);
+    moveToPerson(4);
+    EXPECT_FALSE(timeShown());
+    EXPECT_FALSE(itemsShown());
+}
+
+TEST_P(ServicePages, TheTimeRateTypedBesideTheGridIsSavedThroughTheFundingUseRules)
+{
+    addFundUse(1, 1, "MOW", "Monday");
+    TFormClients& f = openFunding();
+    PageGridEditing& grids = f.pageGrids();
+    const QString uses = QStringLiteral("QueryFundUses");
+    QueryDataSet& set = page(uses);
+
+    // The group's fields are cells of the funding row, as its grid names them.
+    const ClientFieldGroup* group = nullptr;
+    for (const ClientFieldGroup& g : clientFieldGroups())
+        if (g.caption == TimeRatesGroup) group = &g;
+    ASSERT_NE(group, nullptr);
+    EXPECT_EQ(group->row, uses);
+    ASSERT_EQ(group->fields.size(), 2u);
+    EXPECT_EQ(grids.cell(uses, group->fields[0].field).field, "Reimbursement_Rate");
+    EXPECT_EQ(grids.cell(uses, group->fields[1].field).field, "Reimbursement_Period");
+    EXPECT_FALSE(clientEditedFields().contains(group->fields[0].field));
+    const QString rate = group->fields[0].field;
+    const QString period = group->fields[1].field;
+
+    // Paid by items, the row takes no time rate.
+    const int row = grids.currentRow(uses);
+    ASSERT_EQ(row, 0);
+    EXPECT_FALSE(grids.isEditable(uses, row, rate));
+    EXPECT_FALSE(grids.setCell(uses, row, rate, 4.0));
+    EXPECT_EQ(set.state(), DataSet::State::Browse);
+
+    // Switched to time: a zero rate is refused with the rule's words and the
+    // row stays in edit; a rate and a period save it.
+    ASSERT_TRUE(grids.setCell(uses, row, QStringLiteral("Method_Text"), QStringLiteral("T")));
+    EXPECT_TRUE(f.controls().isVisible(TimeRatesGroup));
+    ASSERT_TRUE(grids.setCell(uses, row, period, QStringLiteral("D")));
+    ASSERT_TRUE(grids.setCell(uses, row, rate, 0.0));
+    ui.clear();
+    EXPECT_FALSE(grids.postRow(uses));
+    EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning),
+              QStringList{timeMethodProblem(QStringLiteral("T"), QStringLiteral("D"), 0)});
+    EXPECT_EQ(set.state(), DataSet::State::Edit);
+    ASSERT_TRUE(grids.setCell(uses, row, rate, 8.5));
+    ASSERT_TRUE(grids.postRow(uses));
+    EXPECT_EQ(
+        count(QStringLiteral("select count(*) from FundUses where Person_ID = 1 and Reimbursement_Method = "
+                             "'T' and Reimbursement_Period = 'D' and Reimbursement_Rate = 8.5")),
+        1);
+    EXPECT_EQ(grids.shownValue(uses, row, period).toString(), "Day");
+
+    // Cleared, the period is refused again when the row is saved.
+    ASSERT_TRUE(grids.setCell(uses, row, period, QVariant()));
+    ui.clear();
+    EXPECT_FALSE(grids.postRow(uses));
+    ASSERT_EQ(ui.texts(ScriptedUserInterface::Kind::Warning).size(), 1);
+    EXPECT_TRUE(
+        ui.texts(ScriptedUserInterface::Kind::Warning).front().contains(QStringLiteral("Period blank")));
+    grids.cancelRow(uses);
+    EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Reimbursement_Period = 'D'")), 1);
+}
+
+TEST_P(ServicePages, ThePledgeMethodBringsUpItsPledgeGroupAsClientsMove)
+{
+    db().execute(QStringLiteral("Update Clients set Pledge_Method = 'I' where Person_ID = 1"));
+    db().execute(QStringLiteral("Update Clients set Pledge_Method = 'T' where Person_ID = 3"));
+    TFormClients& f = open(QStringLiteral("userW"));
+    const auto amountShown = [&] {
+        EXPECT_NE(f.controls().isVisible(PledgedAmountGroup), f.controls().isVisible(PledgeItemsGroup));
+        return f.controls().isVisible(PledgedAmountGroup);
+    };
+    moveToPerson(1);
+    EXPECT_FALSE(amountShown());
+    moveToPerson(3);
+    EXPECT_TRUE(amountShown());
+    // Chosen in the record, the method brings its group up before the save.
+    ASSERT_TRUE(f.setValue(QStringLiteral("PLEDGE_METHOD"), QStringLiteral("I")));
+    EXPECT_FALSE(amountShown());
+    f.cancel();
+    EXPECT_TRUE(amountShown());
+    moveToPerson(1);
+    EXPECT_FALSE(amountShown());
 }
 
 TEST_P(ServicePages, CellsTypedIntoAFundingUseGoThroughItsRulesWhenTheRowIsLeft)
 {
-    TFormClients& f = open(QStringLiteral("userW"));
-    moveToPerson(1);
-    f.changePage(client_page::FundingBilling);
+    TFormClients& f = openFunding();
     PageGridEditing& grids = f.pageGrids();
     const QString uses = QStringLiteral("QueryFundUses");
     QueryDataSet& set = page(uses);

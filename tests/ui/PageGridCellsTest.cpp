@@ -1,7 +1,8 @@
 // The page grids of the client window typed into in their cells, offscreen
 // over the real window and page queries: a funding use chosen in its cell
 // and saved with Enter, its method bringing up the item rate groups, and a
-// second source on the same days refused with the cursor kept on it.
+// second source on the same days refused with the cursor kept on it, and
+// the time method's rate and period typed in their group beside the grid.
 
 #include "ClientWindowViewFixture.h"
 
@@ -24,6 +25,7 @@
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -187,28 +189,55 @@ TEST_P(PageGridCells, AFundingUseIsChosenInItsCellsAndItsRulesDecideWhenItIsSave
     for (int c = 0; c < model->columnCount(); ++c)
         if (model->flags(model->index(1, c)) & Qt::ItemIsUserCheckable)
             model->setData(model->index(1, c), c == sunday ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+    auto* timeRates = w.findChild<QGroupBox*>(TimeRatesGroup);
+    ASSERT_NE(timeRates, nullptr);
+    EXPECT_TRUE(timeRates->isHidden());
     openCell(grid, 1, QStringLiteral("Method_Text"));
     choose(grid, QStringLiteral("Time Period"));
     EXPECT_TRUE(clientRates->isHidden());
-    openCell(grid, 1, QStringLiteral("Period_Text"));
-    choose(grid, QStringLiteral("Day"));
+    EXPECT_FALSE(timeRates->isHidden());
+    // The rate and period are typed in their group, into the same row.
+    auto* period = timeRates->findChild<QComboBox*>(QStringLiteral("Period_Text"));
+    auto* rate = timeRates->findChild<QLineEdit*>(QStringLiteral("Reimbursement_Rate"));
+    ASSERT_NE(period, nullptr);
+    ASSERT_NE(rate, nullptr);
+    EXPECT_FALSE(rate->isReadOnly());
+    period->setCurrentIndex(period->findText(QStringLiteral("Day")));
+    emit period->activated(period->currentIndex());
+    EXPECT_EQ(uses.fieldValue(u"Reimbursement_Period").toString(), "D");
+    rate->setFocus();
+    for (const QChar c : QStringLiteral("6.75")) {
+        QKeyEvent key(QEvent::KeyPress, c == QLatin1Char('.') ? Qt::Key_Period : Qt::Key_0 + c.digitValue(),
+                      Qt::NoModifier, QString(c));
+        QApplication::sendEvent(rate, &key);
+    }
+    EXPECT_EQ(rate->text(), "6.75");
+    EXPECT_EQ(uses.state(), DataSet::State::Insert);
+    EXPECT_EQ(grid->model()->index(1, 3).data().toString(), "6.75");
+    press(rate, Qt::Key_Return);
+    EXPECT_EQ(uses.state(), DataSet::State::Browse);
+    EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Fund_CD = 'T3' and Sunday = True and "
+                                   "Monday = False and Reimbursement_Rate = 6.75 and Reimbursement_Period = "
+                                   "'D'")),
+              1);
+    shoot(w, QStringLiteral("funding-time.png"));
+    // The grid's cell edits the same rate.
     openCell(grid, 1, QStringLiteral("Reimbursement_Rate"));
     auto* money = openEditor<QDoubleSpinBox>(grid);
     ASSERT_NE(money, nullptr);
-    money->setValue(6.75);
-    press(money, Qt::Key_Return);
-    grid->setFocus();
-    press(grid, Qt::Key_Return);
-    EXPECT_EQ(uses.state(), DataSet::State::Browse);
-    EXPECT_EQ(count(QStringLiteral("select count(*) from FundUses where Fund_CD = 'T3' and Sunday = True and "
-                                   "Monday = False and Reimbursement_Rate = 6.75")),
-              1);
-    shoot(w, QStringLiteral("funding-time.png"));
-    // Back on the first row, its item rates come back.
+    EXPECT_DOUBLE_EQ(money->value(), 6.75);
+    press(money, Qt::Key_Escape);
+    // Back on the first row, its item rates come back and the time rate goes.
     grid->selectionModel()->setCurrentIndex(model->index(0, 0),
                                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     QApplication::processEvents();
     EXPECT_FALSE(clientRates->isHidden());
+    EXPECT_TRUE(timeRates->isHidden());
+    grid->selectionModel()->setCurrentIndex(model->index(1, 0),
+                                            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    QApplication::processEvents();
+    EXPECT_FALSE(timeRates->isHidden());
+    EXPECT_EQ(rate->text(), "6.75");
 }
 
 TEST_P(PageGridCells, AnApplicationsStatusIsChosenInItsCell)

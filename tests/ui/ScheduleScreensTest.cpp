@@ -162,6 +162,10 @@ TEST_F(ScheduleScreens, FundingSourcesShowTheirRatesBehindViewRates)
     EXPECT_EQ(presenter.editor().value(QStringLiteral("BILLED_PARTY")).toString(), "N");
     EXPECT_FALSE(method->isVisible());
     EXPECT_FALSE(view.ratesBox()->isVisible());
+    // The rows below close up at once: no gap where the method stood.
+    QWidget* below = view.editor(QStringLiteral("BS1_CUSTOMERNO"));
+    ASSERT_NE(below, nullptr);
+    EXPECT_LT(below->geometry().top() - billed->geometry().bottom(), billed->height() / 2);
     picture(view, "funding-sources-edit.png");
     presenter.editor().run(TFormEditBase::Command::Cancel);
 }

@@ -28,9 +28,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpressionValidator>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -217,6 +219,75 @@ QWidget* ClientFieldsView::makeEditor(const ClientFieldInfo& info, QWidget* pare
     return new QWidget(parent);
 }
 
+QWidget* ClientFieldsView::makeRowEditor(const ClientFieldInfo& info, const QString& grid, QWidget* parent)
+{
+    const QString field = info.field;
+    if (info.kind == K::Choice) {
+        auto* list = new QComboBox(parent);
+        list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+        connect(list, &QComboBox::activated, this,
+                [this, grid, field, list](int i) { rowEdited(grid, field, list->itemData(i), list); });
+        return list;
+    }
+    auto* line = new QLineEdit(parent);
+    line->setMaximumWidth(characterWidth(line, 12));
+    const bool amount = info.kind == K::Money || info.kind == K::Number;
+    if (amount)
+        line->setValidator(new QRegularExpressionValidator(
+            QRegularExpression(QStringLiteral("\\d{0,9}([.]\\d{0,4})?")), line));
+    connect(line, &QLineEdit::textEdited, this, [this, grid, field, line, amount](const QString& text) {
+        if (!amount || text.trimmed().isEmpty()) {
+            rowEdited(grid, field, text.trimmed().isEmpty() ? QVariant() : QVariant(text), line);
+            return;
+        }
+        bool ok = false;
+        const double number = QLocale::c().toDouble(text, &ok);
+        if (ok) rowEdited(grid, field, number, line);
+    });
+    // Enter saves the row through its rules, as it does in the grid.
+    connect(line, &QLineEdit::returnPressed, this, [this, grid] {
+        m_presenter.pageGrids().postRow(grid);
+        refresh();
+        cellRowsChanged(grid);
+    });
+    return line;
+}
+
+// What is typed beside a grid goes into its current row as a cell would:
+// the row goes into edit and is saved, through its rules, when it is left.
+void ClientFieldsView::rowEdited(const QString& grid, const QString& field, const QVariant& value,
+                                 QWidget* editor)
+{
+    if (m_loading) return;
+    PageGridEditing& editing = m_presenter.pageGrids();
+    m_typingIn = editor;
+    const bool done = editing.setCell(grid, editing.currentRow(grid), field, value);
+    m_typingIn = nullptr;
+    if (!done) refresh(); // refused: the field shows the row again
+    cellRowsChanged(grid);
+}
+
+void ClientFieldsView::showRowField(Bound& bound)
+{
+    const PageGridEditing& editing = m_presenter.pageGrids();
+    const int row = editing.currentRow(bound.row);
+    const QVariant value = editing.editValue(bound.row, row, bound.info.field);
+    const bool readOnly = !editing.isEditable(bound.row, row, bound.info.field);
+    if (auto* line = qobject_cast<QLineEdit*>(bound.editor)) {
+        if (line != m_typingIn) {
+            const QString text = value.isNull()                ? QString()
+                                 : bound.info.kind == K::Money ? QString::number(value.toDouble(), 'f', 2)
+                                                               : DataSetTableModel::displayText(value);
+            if (line->text() != text) line->setText(text);
+        }
+        line->setReadOnly(readOnly);
+    } else if (auto* combo = qobject_cast<QComboBox*>(bound.editor)) {
+        const int index = value.isNull() ? 0 : combo->findData(value.toString().trimmed());
+        combo->setCurrentIndex(std::max(0, index));
+        combo->setEnabled(!readOnly);
+    }
+}
+
 void ClientFieldsView::bindCellEditing(QTableView& view, PageGridModel& model)
 {
     PageGridEditing& editing = m_presenter.pageGrids();
@@ -382,7 +453,8 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
             int row = 0;
             int column = 0;
             for (const ClientFieldInfo& info : group.fields) {
-                QWidget* editor = makeEditor(info, box);
+                QWidget* editor =
+                    group.row.isEmpty() ? makeEditor(info, box) : makeRowEditor(info, group.row, box);
                 editor->setObjectName(info.field);
                 QWidget* cell = editor;
                 if (!info.command.isEmpty()) {
@@ -424,14 +496,15 @@ QGroupBox* ClientFieldsView::buildGroup(const ClientFieldGroup& group, QWidget* 
                     if (label) grid->addWidget(label, row, column * 2);
                     // Short entries keep to the left of their cell.
                     const bool narrow = info.kind == K::Number || info.kind == K::Money ||
-                                        info.kind == K::Display || info.kind == K::YesNo;
+                                        info.kind == K::Display || info.kind == K::YesNo ||
+                                        !group.row.isEmpty();
                     grid->addWidget(cell, row, column * 2 + 1, narrow ? Qt::AlignLeft : Qt::Alignment());
                     if (++column == columns) {
                         column = 0;
                         ++row;
                     }
                 }
-                m_bound.append({info, editor, label});
+                m_bound.append({info, editor, label, group.row});
             }
             for (int c = 0; c < columns; ++c)
                 grid->setColumnStretch(c * 2 + 1, 1);
@@ -512,7 +585,10 @@ void ClientFieldsView::fillList(Bound& bound)
     m_loading = true;
     if (auto* combo = qobject_cast<QComboBox*>(bound.editor)) {
         combo->clear();
-        if (info.kind == K::History) {
+        if (!bound.row.isEmpty()) {
+            for (const ClientListEntry& e : m_presenter.pageGrids().choices(bound.row, info.field))
+                combo->addItem(e.text, e.value);
+        } else if (info.kind == K::History) {
             for (const ClientListEntry& e : lists.list(info.list))
                 combo->addItem(e.text);
         } else if (info.field != QLatin1String("STATUS")) {
@@ -563,6 +639,10 @@ void ClientFieldsView::refreshLists()
 
 void ClientFieldsView::show(Bound& bound)
 {
+    if (!bound.row.isEmpty()) {
+        showRowField(bound);
+        return;
+    }
     const ClientFieldInfo& info = bound.info;
     const ClientControls& controls = m_presenter.controls();
     const QVariant value = shownValue(info);

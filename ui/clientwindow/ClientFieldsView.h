@@ -78,6 +78,7 @@ private:
         ClientFieldInfo info;
         QWidget* editor = nullptr;
         QLabel* label = nullptr;
+        QString row = {}; // the page grid whose current row the field edits; empty: the client's
     };
     struct Group
     {
@@ -86,6 +87,10 @@ private:
     };
 
     QWidget* makeEditor(const ClientFieldInfo& info, QWidget* parent);
+    // An editor of a cell of a page grid's current row, shown beside the grid.
+    QWidget* makeRowEditor(const ClientFieldInfo& info, const QString& grid, QWidget* parent);
+    void rowEdited(const QString& grid, const QString& field, const QVariant& value, QWidget* editor);
+    void showRowField(Bound& bound);
     void fillList(Bound& bound);
     void show(Bound& bound);
     QVariant shownValue(const ClientFieldInfo& info) const;
@@ -113,6 +118,7 @@ private:
     bool m_loading = false;
     bool m_alternate = false;
     bool m_syncing = false; // while a grid's cursor is put on its data set's row
+    QWidget* m_typingIn = nullptr; // a row field whose typed text is not redrawn while it is typed
 };
 
 } // namespace kb::ui

@@ -368,6 +368,11 @@ QWidget* MainWindow::buildPage(int page)
         for (const ClientFieldGroup& group : clientFieldGroups()) {
             if (group.page != page || group.sheet != sheet) continue;
             QGroupBox* box = m_fields->buildGroup(group, holder);
+            // Fields of a grid's current row stand among the grids, in order.
+            if (!group.row.isEmpty()) {
+                sheetLayout->addWidget(box);
+                continue;
+            }
             if (!group.grid.isEmpty()) {
                 sheetLayout->addWidget(box, 1);
                 grids = true;
