@@ -39,6 +39,18 @@ protected:
     }
 };
 
+// Mapping with the order read back, from the kitchen at 1 Main St.
+MapPointOptions optimisedFromTheKitchen(int labelOption)
+{
+    MapPointOptions options;
+    options.includeStarting = true;
+    options.location = {QStringLiteral("Kitchen"), QStringLiteral("1 Main St"), QStringLiteral("Springfield"),
+                        QStringLiteral("PA"), QStringLiteral("19000")};
+    options.optimizeAndRetrieve = true;
+    options.labelOption = labelOption;
+    return options;
+}
+
 TEST(StopNumbering, KeepsTheDecimalsOfTheOldStopAsText)
 {
     EXPECT_EQ(StopNumbering::atPosition(7, 12.5), 7.5);
@@ -121,12 +133,7 @@ TEST_P(OrderRoutesOptimise, TheMapServersOrderIsReadBackFromAStartLocation)
 {
     addScrambledRoute();
     retrieve(QStringLiteral("R1"));
-    MapPointOptions options;
-    options.includeStarting = true;
-    options.location = {QStringLiteral("Kitchen"), QStringLiteral("1 Main St"), QStringLiteral("Springfield"),
-                        QStringLiteral("PA"), QStringLiteral("19000")};
-    options.optimizeAndRetrieve = true;
-    options.labelOption = 6;
+    MapPointOptions options = optimisedFromTheKitchen(6);
     form().setMapServerFactory(
         [&]() -> std::unique_ptr<map::MapServer> { return std::make_unique<map::LocalMapServer>(agencyGeocoder(db())); });
     form().ActionSendToMapping(options);
@@ -158,12 +165,7 @@ TEST_P(OrderRoutesOptimise, TheOrderTheUserGaveOnTheMapIsReadBack)
 {
     addScrambledRoute();
     retrieve(QStringLiteral("R1"));
-    MapPointOptions options;
-    options.includeStarting = true;
-    options.location = {QStringLiteral("Kitchen"), QStringLiteral("1 Main St"), QStringLiteral("Springfield"),
-                        QStringLiteral("PA"), QStringLiteral("19000")};
-    options.optimizeAndRetrieve = true;
-    options.labelOption = 8; // the client number alone
+    MapPointOptions options = optimisedFromTheKitchen(8); // the client number alone
     const auto server = std::make_shared<map::LocalMapServer>(agencyGeocoder(db()));
     form().setMapServerFactory([&] { return server; });
 
