@@ -10,6 +10,7 @@
 #include "TFormMapPointOptionsOrderRoutes.h"
 #include "TFormOrderRoutes.h"
 #include "UserInterface.h"
+#include "routes/MapWindow.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -129,6 +130,8 @@ OrderRoutesView::OrderRoutesView(TFormOrderRoutes& presenter, Database& db, cons
     connect(m_active, &QCheckBox::toggled, &m_presenter, &TFormOrderRoutes::setActiveOnly);
     connect(m_includeEpisodics, &QAction::toggled, &m_presenter, &TFormOrderRoutes::setIncludeEpisodics);
     connect(&m_presenter, &TFormOrderRoutes::changed, this, &OrderRoutesView::showState);
+    // The user may change the route's order on the map before it is read back.
+    m_presenter.setMapPause([this](const QString& text) { MapWindow::waitWithMapInUse(this, text); });
     connect(m_grid->horizontalHeader(), &QHeaderView::sectionClicked, this,
             [this](int section) { m_presenter.sortByColumn(m_model->field(section)); });
     connect(m_grid, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {

@@ -7,6 +7,7 @@
 #include "RoutingError.h"
 #include "StopOrderer.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace kb::map {
@@ -80,6 +81,7 @@ void LocalMapServer::clearRoute()
 {
     requireConnected();
     m_waypoints.clear();
+    m_fixed = {};
     m_calculated = false;
     m_showingRoute = false;
     changed();
@@ -160,6 +162,7 @@ std::optional<RouteSummary> LocalMapServer::routeSummary() const
 void LocalMapServer::optimizeWaypoints(FixedEnds fixed)
 {
     requireConnected();
+    m_fixed = fixed;
     // With two waypoints or fewer every order is the same drive.
     if (m_waypoints.size() < 3) return;
     std::vector<routes::GeoPoint> points;
@@ -183,6 +186,39 @@ void LocalMapServer::optimizeWaypoints(FixedEnds fixed)
     } catch (const routes::RoutingError& e) {
         throw MapServerError(
             QStringLiteral("The route could not be optimised: %1").arg(QString::fromStdString(e.what())));
+    }
+    m_calculated = false;
+    changed();
+}
+
+bool LocalMapServer::isFixedWaypoint(int position) const
+{
+    const int count = int(m_waypoints.size());
+    return (m_fixed.start && position == 1) || (m_fixed.end && position == count);
+}
+
+bool LocalMapServer::canMoveWaypoint(int from, int to) const
+{
+    const int count = int(m_waypoints.size());
+    if (!m_connected || from < 1 || from > count || to < 1 || to > count || from == to) return false;
+    return !isFixedWaypoint(from) && !isFixedWaypoint(to);
+}
+
+void LocalMapServer::moveWaypoint(int from, int to)
+{
+    waypoint(from);
+    waypoint(to);
+    if (from == to) return;
+    if (!canMoveWaypoint(from, to))
+        throw MapServerError(QStringLiteral("The start and end of the route stay where they are."));
+    const auto at = [this](int position) { return m_waypoints.begin() + (position - 1); };
+    if (from < to)
+        std::rotate(at(from), at(from) + 1, at(to) + 1);
+    else
+        std::rotate(at(to), at(from), at(from) + 1);
+    if (m_calculated && m_waypoints.size() >= 2) {
+        calculateRoute();
+        return;
     }
     m_calculated = false;
     changed();

@@ -55,6 +55,16 @@ public:
     // The route as last calculated; none while the waypoints changed since.
     std::optional<RouteSummary> routeSummary() const;
 
+    // The user's own order: the waypoint at `from` goes to `to` (both from 1)
+    // and the others close up. The ends the last optimisation kept in place
+    // stay there, so a start or end location is never moved nor passed; a
+    // route that was calculated is calculated again, so its line and length
+    // follow the new order. Throws MapServerError for a move that is refused.
+    void moveWaypoint(int from, int to);
+    bool canMoveWaypoint(int from, int to) const;
+    // Whether the waypoint at `position` is a fixed start or end.
+    bool isFixedWaypoint(int position) const;
+
     // Called after every change of what a display of the map shows.
     void setOnChanged(std::function<void()> onChanged) { m_onChanged = std::move(onChanged); }
 
@@ -80,6 +90,7 @@ private:
     bool m_saved = false;
     bool m_calculated = false;
     bool m_showingRoute = false;
+    FixedEnds m_fixed;
     std::vector<std::shared_ptr<Pushpin>> m_pushpins;
     std::vector<Waypoint> m_waypoints;
     RouteSummary m_summary;

@@ -282,6 +282,7 @@ void OrderRoutesMapping::drive(OrderRoutesWorkingSet& rows, const Request& reque
     server.deletePushpins();
 
     const map::Country country = map::countryForPostalFormat(request.postalFormat);
+    map::FixedEnds pinned;
     for (const MappingRow& m : mappingRows(m_db)) {
         const QString street = streetToMap(m.address1, m.address2);
         const QString name = m.label(o.labelOption);
@@ -304,27 +305,39 @@ void OrderRoutesMapping::drive(OrderRoutesWorkingSet& rows, const Request& reque
                                     m.isClient() ? name + QStringLiteral(" / ") + m.routeStop : m.name);
         }
         server.addWaypoint(*pin);
+        // The start and end rows are the ones without a client.
+        if (m.personId.isNull() && m.stop == startStop)
+            pinned.start = true;
+        else if (m.personId.isNull() && m.stop == endStop)
+            pinned.end = true;
     }
     if (server.waypointCount() > 1) {
         server.calculateRoute();
         server.goToRoute();
     }
     if (o.optimizeAndRetrieve && request.selectedKeys.empty() && server.waypointCount() > 1) {
-        server.optimizeWaypoints({o.includeStarting, o.includeEnding});
+        // Only the ends that are really on the route stay in place; with a
+        // start that was not found, the first client moves like any other.
+        server.optimizeWaypoints(pinned);
         server.calculateRoute();
-        m_ui.information(QStringLiteral("Click OK when ready to retrieve the optimization from MapPoint."));
-        readBack(rows, request, server);
+        const QString ready =
+            QStringLiteral("Click OK when ready to retrieve the optimization from MapPoint.");
+        if (m_pause)
+            m_pause(ready);
+        else
+            m_ui.information(ready);
+        readBack(rows, request, server, pinned);
     }
     server.setSaved(true);
 }
 
-void OrderRoutesMapping::readBack(OrderRoutesWorkingSet& rows, const Request& request, map::MapServer& server)
+void OrderRoutesMapping::readBack(OrderRoutesWorkingSet& rows, const Request& request, map::MapServer& server,
+                                  map::FixedEnds pinned)
 {
     const MapPointOptions& o = request.options;
     const int count = server.waypointCount();
     for (int i = 1; i <= count; ++i) {
-        if ((i == 1 && o.includeStarting) || (i == count && o.includeEnding))
-            continue;
+        if ((i == 1 && pinned.start) || (i == count && pinned.end)) continue;
         const WaypointName w = WaypointName::parse(server.waypointName(i));
         const QString client = PushpinLabels::clientNumber(o.labelOption, w.label);
         int found = -1;
@@ -341,7 +354,7 @@ void OrderRoutesMapping::readBack(OrderRoutesWorkingSet& rows, const Request& re
             continue;
         }
         // Clients who share a whole stop number with one already placed go with it.
-        int n = (o.includeStarting ? i - 1 : i);
+        int n = (pinned.start ? i - 1 : i);
         for (int pos = 0; pos < rows.count(); ++pos) {
             const OrderRoutesRow& r = rows.rowAt(pos);
             if (r.stop > 0 && StopNumbering::wholePart(r.stop) == StopNumbering::wholePart(w.stop) && r.newStop > 0) {

@@ -2,7 +2,11 @@
 
 #include "MapPointOptions.h"
 
+#include "map/FixedEnds.h"
+
 #include <QString>
+
+#include <functional>
 
 #include <vector>
 
@@ -41,7 +45,15 @@ public:
 
     static QString tableName() { return QStringLiteral("MemMappingData"); }
 
+    // Holds the read-back until the user has looked at the optimised route
+    // and perhaps changed its order on the map; the map must stay usable
+    // while it waits. Returns when the user says the route is ready.
+    using Pause = std::function<void(const QString& text)>;
+
     OrderRoutesMapping(Database& db, UserInterface& ui);
+
+    // Without one the user interface's information message holds it.
+    void setPause(Pause pause) { m_pause = std::move(pause); }
 
     // Throws map::MapServerError or MessageError; the caller shows it.
     void run(OrderRoutesWorkingSet& rows, const Request& request, map::MapServer* server);
@@ -53,10 +65,14 @@ private:
     void fill(const OrderRoutesWorkingSet& rows, const Request& request);
     void exportFile(const Request& request);
     void drive(OrderRoutesWorkingSet& rows, const Request& request, map::MapServer& server);
-    void readBack(OrderRoutesWorkingSet& rows, const Request& request, map::MapServer& server);
+    // `pinned` says which ends of the route really hold a start or end pin:
+    // a location that could not be found is not on the route at all.
+    void readBack(OrderRoutesWorkingSet& rows, const Request& request, map::MapServer& server,
+                  map::FixedEnds pinned);
 
     Database& m_db;
     UserInterface& m_ui;
+    Pause m_pause;
 };
 
 } // namespace kb

@@ -418,7 +418,9 @@ void TFormOrderRoutes::ActionSendToMapping(const MapPointOptions& options)
         std::shared_ptr<map::MapServer> server;
         if (request.options.action == MappingAction::Integrate)
             server = makeMapServer();
-        OrderRoutesMapping(m_db, m_ui).run(m_set, request, server.get());
+        OrderRoutesMapping mapping(m_db, m_ui);
+        mapping.setPause(m_mapPause);
+        mapping.run(m_set, request, server.get());
     } catch (const std::exception& e) {
         m_ui.error(QString::fromUtf8(e.what()));
     }

@@ -3,6 +3,7 @@
 #include "GridExport.h"
 #include "MapPointOptions.h"
 #include "OrderRoutesAction.h"
+#include "OrderRoutesMapping.h"
 #include "OrderRoutesWorkingSet.h"
 #include "RouteListing.h"
 #include "RouteOptimisation.h"
@@ -127,6 +128,10 @@ public:
 
     // The map server that "Send to Mapping" drives; our own by default.
     void setMapServerFactory(MapServerFactory factory) { m_mapServerFactory = std::move(factory); }
+    // How the question before the map's order is read back is shown: the
+    // desktop leaves the map window usable while it waits, so the user can
+    // change the order there first.
+    void setMapPause(OrderRoutesMapping::Pause pause) { m_mapPause = std::move(pause); }
 
 signals:
     // Rows, the current row, the selection or the commands' state changed.
@@ -166,6 +171,7 @@ private:
     std::optional<PendingEdit> m_pending;
     std::array<bool, orderRoutesActionCount> m_enabled{};
     MapServerFactory m_mapServerFactory;
+    OrderRoutesMapping::Pause m_mapPause;
     RouteListPrinter m_listingPrinter;
 };
 

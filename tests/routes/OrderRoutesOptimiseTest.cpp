@@ -4,11 +4,12 @@
 
 #include "OrderRoutesFixture.h"
 
-#include "geocode/AgencyGeocoder.h"
-#include "map/LocalMapServer.h"
 #include "PushpinLabels.h"
 #include "StopNumbering.h"
 #include "WaypointName.h"
+#include "geocode/AgencyGeocoder.h"
+#include "map/LocalMapServer.h"
+#include "map/MapServerError.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -37,6 +38,18 @@ protected:
                                {QStringLiteral("Address1"), QStringLiteral("35 Main St")}});
     }
 };
+
+// Mapping with the order read back, from the kitchen at 1 Main St.
+MapPointOptions optimisedFromTheKitchen(int labelOption)
+{
+    MapPointOptions options;
+    options.includeStarting = true;
+    options.location = {QStringLiteral("Kitchen"), QStringLiteral("1 Main St"), QStringLiteral("Springfield"),
+                        QStringLiteral("PA"), QStringLiteral("19000")};
+    options.optimizeAndRetrieve = true;
+    options.labelOption = labelOption;
+    return options;
+}
 
 TEST(StopNumbering, KeepsTheDecimalsOfTheOldStopAsText)
 {
@@ -120,12 +133,7 @@ TEST_P(OrderRoutesOptimise, TheMapServersOrderIsReadBackFromAStartLocation)
 {
     addScrambledRoute();
     retrieve(QStringLiteral("R1"));
-    MapPointOptions options;
-    options.includeStarting = true;
-    options.location = {QStringLiteral("Kitchen"), QStringLiteral("1 Main St"), QStringLiteral("Springfield"),
-                        QStringLiteral("PA"), QStringLiteral("19000")};
-    options.optimizeAndRetrieve = true;
-    options.labelOption = 6;
+    MapPointOptions options = optimisedFromTheKitchen(6);
     form().setMapServerFactory(
         [&]() -> std::unique_ptr<map::MapServer> { return std::make_unique<map::LocalMapServer>(agencyGeocoder(db())); });
     form().ActionSendToMapping(options);
@@ -141,6 +149,113 @@ TEST_P(OrderRoutesOptimise, TheMapServersOrderIsReadBackFromAStartLocation)
     EXPECT_EQ(StopNumbering::wholePart(stopOf(8)), StopNumbering::wholePart(stopOf(9)));
     EXPECT_NEAR(stopOf(9) - stopOf(8), 0.1, 1e-9);
     EXPECT_FALSE(db().memoryTable(QStringLiteral("MemMappingData")));
+}
+
+// The route as the map shows it while the read-back waits: the pins' labels
+// without their route and stop.
+QStringList waypointLabels(const map::LocalMapServer& server)
+{
+    QStringList labels;
+    for (int i = 1; i <= server.waypointCount(); ++i)
+        labels << WaypointName::parse(server.waypointName(i)).label;
+    return labels;
+}
+
+TEST_P(OrderRoutesOptimise, TheOrderTheUserGaveOnTheMapIsReadBack)
+{
+    addScrambledRoute();
+    retrieve(QStringLiteral("R1"));
+    MapPointOptions options = optimisedFromTheKitchen(8); // the client number alone
+    const auto server = std::make_shared<map::LocalMapServer>(agencyGeocoder(db()));
+    form().setMapServerFactory([&] { return server; });
+
+    QStringList shown;
+    ui.whileInformed([&](const QString& text) {
+        if (!text.startsWith("Click OK when ready")) return;
+        // The start stays first: nothing moves it or passes it.
+        ASSERT_EQ(server->waypointCount(), 10);
+        EXPECT_EQ(waypointLabels(*server).value(0), "Kitchen");
+        EXPECT_TRUE(server->isFixedWaypoint(1));
+        EXPECT_FALSE(server->canMoveWaypoint(1, 2));
+        EXPECT_FALSE(server->canMoveWaypoint(2, 1));
+        EXPECT_THROW(server->moveWaypoint(3, 1), map::MapServerError);
+        const double optimised = server->routeSummary()->straightLineMetres;
+        // The user drives to client 6 first and to client 1 last.
+        server->moveWaypoint(int(waypointLabels(*server).indexOf("C006")) + 1, 2);
+        server->moveWaypoint(int(waypointLabels(*server).indexOf("C001")) + 1, 10);
+        shown = waypointLabels(*server);
+        // The route line and its length follow the new order at once.
+        ASSERT_TRUE(server->routeSummary());
+        EXPECT_GT(server->routeSummary()->straightLineMetres, optimised);
+    });
+    form().ActionSendToMapping(options);
+    ASSERT_EQ(shown.size(), 10);
+    EXPECT_EQ(shown.value(1), "C006");
+    EXPECT_EQ(shown.value(9), "C001");
+    EXPECT_EQ(stopOf(6), 1.0);
+    EXPECT_EQ(stopOf(1), 9.0);
+    // Every client between them has the whole stop of his place on the
+    // route behind the start (list index = stop); a household shares one.
+    for (int index = 2; index < 9; ++index) {
+        const int person = shown[index].mid(1).toInt();
+        if (person == 8 || person == 9) continue;
+        EXPECT_EQ(StopNumbering::wholePart(stopOf(person)), index) << person;
+    }
+    EXPECT_EQ(StopNumbering::wholePart(stopOf(8)), StopNumbering::wholePart(stopOf(9)));
+    EXPECT_EQ(persons().first(), 6);
+    EXPECT_EQ(persons().last(), 1);
+    EXPECT_TRUE(form().hasChanges());
+}
+
+// Finds every address but the agency's kitchen.
+class WithoutTheKitchen final : public map::Geocoder
+{
+public:
+    explicit WithoutTheKitchen(std::shared_ptr<const map::Geocoder> others) : m_others(std::move(others)) {}
+    map::AddressMatches find(const map::AddressQuery& query) const override
+    {
+        if (query.street == "1 Nowhere Rd") return {map::MatchQuality::NotFound, {}};
+        return m_others->find(query);
+    }
+
+private:
+    std::shared_ptr<const map::Geocoder> m_others;
+};
+
+TEST_P(OrderRoutesOptimise, AStartOrEndThatIsNotFoundLosesNoClient)
+{
+    addScrambledRoute();
+    retrieve(QStringLiteral("R1"));
+    MapPointOptions options;
+    options.includeStarting = options.includeEnding = true;
+    options.location = {QStringLiteral("Kitchen"), QStringLiteral("1 Nowhere Rd"), QStringLiteral("Nowhere"),
+                        QStringLiteral("PA"), QStringLiteral("99999")};
+    options.optimizeAndRetrieve = true;
+    options.labelOption = 6;
+    const auto server =
+        std::make_shared<map::LocalMapServer>(std::make_shared<WithoutTheKitchen>(agencyGeocoder(db())));
+    form().setMapServerFactory([&] { return server; });
+    QStringList shown;
+    ui.whileInformed([&](const QString&) {
+        shown = waypointLabels(*server);
+        // No end of the route is held in place: neither is on it.
+        EXPECT_FALSE(server->isFixedWaypoint(1));
+        EXPECT_FALSE(server->isFixedWaypoint(server->waypointCount()));
+    });
+    form().ActionSendToMapping(options);
+    // Neither the start nor the end is on the route: all nine clients are.
+    ASSERT_EQ(shown.size(), 9);
+    EXPECT_FALSE(shown.contains("Kitchen"));
+    EXPECT_TRUE(ui.texts(Kind::Error).filter("Route optimization was not retrieved").isEmpty());
+    // Every client has the whole stop of his place on the route, from 1:
+    // nothing is skipped for an end that is not there.
+    for (int position = 1; position <= 9; ++position) {
+        const int person = PushpinLabels::clientNumber(6, shown[position - 1]).mid(1).toInt();
+        if (person == 9 || person == 8) continue;
+        EXPECT_EQ(StopNumbering::wholePart(stopOf(person)), position) << person;
+    }
+    EXPECT_EQ(StopNumbering::wholePart(stopOf(8)), StopNumbering::wholePart(stopOf(9)));
+    EXPECT_EQ(persons().size(), 9);
 }
 
 TEST_P(OrderRoutesOptimise, MappingOnlyTheSelectionReadsNothingBack)

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
 namespace kb::test {
 
 // A user who answers questions from a script and remembers every message,
@@ -28,7 +30,15 @@ public:
     void clear() { m_messages.clear(); }
     int busyDepth() const { return m_busy; }
 
-    void information(const QString& text) override { m_messages.append({Kind::Information, text}); }
+    // What the user does while an information message is up, before
+    // pressing OK (looking at and changing something in another window).
+    void whileInformed(std::function<void(const QString&)> act) { m_whileInformed = std::move(act); }
+
+    void information(const QString& text) override
+    {
+        m_messages.append({Kind::Information, text});
+        if (m_whileInformed) m_whileInformed(text);
+    }
     void warning(const QString& text) override { m_messages.append({Kind::Warning, text}); }
     void error(const QString& text) override { m_messages.append({Kind::Error, text}); }
     Answer question(const QString& text, Buttons buttons) override;
@@ -41,6 +51,7 @@ private:
     QList<Answer> m_answers;
     QList<Message> m_messages;
     int m_busy = 0;
+    std::function<void(const QString&)> m_whileInformed;
 };
 
 } // namespace kb::test

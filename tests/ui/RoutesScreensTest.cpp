@@ -6,30 +6,35 @@
 #include "DemoAgency.h"
 #include "GeocodingView.h"
 #include "MappingOptionsDialog.h"
+#include "OrderRoutesView.h"
+#include "PushpinLabels.h"
+#include "ScriptedUserInterface.h"
+#include "StopNumbering.h"
+#include "TFormGeocodeAddresses.h"
 #include "TFormMapPointOptionsOrderRoutes.h"
+#include "TFormOrderRoutes.h"
+#include "TempDataDir.h"
+#include "WaypointName.h"
+#include "WidgetApplication.h"
 #include "geocode/AgencyGeocoder.h"
 #include "map/LocalMapServer.h"
 #include "routes/MapCanvas.h"
 #include "routes/MapWindow.h"
-#include "OrderRoutesView.h"
-#include "ScriptedUserInterface.h"
 #include "session/SessionState.h"
 #include "settings/SettingsFile.h"
-#include "TempDataDir.h"
-#include "TFormGeocodeAddresses.h"
-#include "TFormOrderRoutes.h"
-#include "WidgetApplication.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QListWidget>
-#include <QWheelEvent>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -172,6 +177,82 @@ TEST_F(RoutesScreens, TheDesktopsMapOutlivesTheScreenThatOpenedIt)
     EXPECT_EQ(window->server().pushpins().size(), 1u);
     // The next run finds the same map.
     EXPECT_EQ(ui::MapWindow::desktopServer(data.db(), settings, &main), server);
+}
+
+TEST_F(RoutesScreens, TheRoutesOrderIsChangedOnTheMapWhileTheReadBackWaits)
+{
+    SettingsFile settings(appData.path());
+    TFormOrderRoutes presenter(data.db(), session, ui);
+    ui::OrderRoutesView view(presenter, data.db(), session, ui);
+    presenter.setMapServerFactory([&] { return ui::MapWindow::desktopServer(data.db(), settings, &view); });
+    ASSERT_TRUE(presenter.setRoute(QStringLiteral("R01")));
+    presenter.ActionRetrieve();
+    ASSERT_GT(presenter.rows().count(), 3);
+    MapPointOptions options;
+    options.labelOption = 6;
+    options.optimizeAndRetrieve = true;
+
+    QStringList shownWhileWaiting;
+    bool waited = false;
+    QTimer::singleShot(0, [&] {
+        ui::MapWindow* window = ui::MapWindow::desktopWindow();
+        QMessageBox* message = window ? window->waitingMessage() : nullptr;
+        if (!message) {
+            // Not the wait this test is about: end whatever holds the run.
+            if (QWidget* modal = QApplication::activeModalWidget()) modal->close();
+            return;
+        }
+        waited = true;
+        EXPECT_EQ(message->text(), "Click OK when ready to retrieve the optimization from MapPoint.");
+        // The screen is held, the map is not.
+        EXPECT_FALSE(view.isEnabled());
+        EXPECT_TRUE(window->isEnabled());
+        EXPECT_TRUE(window->isVisible());
+        map::LocalMapServer& server = window->server();
+        const QString first = server.waypointName(1);
+        const QString fourth = server.waypointName(4);
+        const double optimised = server.routeSummary()->straightLineMetres;
+
+        // Move Down takes the first stop to the second place.
+        window->waypointList()->setCurrentRow(0);
+        EXPECT_FALSE(window->moveUpButton()->isEnabled());
+        ASSERT_TRUE(window->moveDownButton()->isEnabled());
+        window->moveDownButton()->click();
+        EXPECT_EQ(server.waypointName(2), first);
+        EXPECT_EQ(window->waypointList()->currentRow(), 1);
+        EXPECT_TRUE(window->moveUpButton()->isEnabled());
+        // Dragging the fourth stop to the top of the list makes it the first.
+        window->waypointList()->model()->moveRow(QModelIndex(), 3, QModelIndex(), 0);
+        QApplication::processEvents();
+        EXPECT_EQ(server.waypointName(1), fourth);
+        EXPECT_TRUE(window->waypointList()->item(0)->text().startsWith("1. "));
+        EXPECT_TRUE(window->waypointList()->item(0)->text().contains(fourth));
+        ASSERT_TRUE(server.routeSummary());
+        EXPECT_NE(server.routeSummary()->straightLineMetres, optimised);
+        EXPECT_TRUE(window->status()->text().contains("km by road"));
+        for (int i = 1; i <= server.waypointCount(); ++i)
+            shownWhileWaiting << server.waypointName(i);
+        keepScreenshot(*window, QStringLiteral("map-window-reorder"));
+        message->button(QMessageBox::Ok)->click();
+    });
+    presenter.ActionSendToMapping(options);
+    ASSERT_TRUE(waited);
+    EXPECT_TRUE(view.isEnabled());
+    ASSERT_EQ(shownWhileWaiting.size(), presenter.rows().count());
+
+    // The user's first stop is stop 1, and the one moved down follows it.
+    const auto rowOf = [&](const QString& waypoint) {
+        const QString client = PushpinLabels::clientNumber(6, WaypointName::parse(waypoint).label);
+        for (int p = 0; p < presenter.rows().count(); ++p)
+            if (presenter.rows().rowAt(p).clientId.trimmed() == client) return presenter.rows().rowAt(p);
+        ADD_FAILURE() << client.toStdString();
+        return OrderRoutesRow();
+    };
+    EXPECT_EQ(StopNumbering::wholePart(rowOf(shownWhileWaiting[0]).stop), 1);
+    EXPECT_LE(StopNumbering::wholePart(rowOf(shownWhileWaiting[1]).stop), 2);
+    EXPECT_TRUE(presenter.hasChanges());
+    ui.answerNext(Answer::No);
+    presenter.FormClose();
 }
 
 TEST_F(RoutesScreens, MappingOptionsOfferTheMapOnlyWhenTheAgencyMapsWithIt)
