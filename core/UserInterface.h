@@ -30,6 +30,14 @@ public:
 
     // The wait cursor while long work blocks the window.
     virtual void setBusy(bool busy) = 0;
+
+    // The program cannot go on: the user is told why and the program is
+    // asked to end in order. The desktop leaves its event loop, so the
+    // windows close and the session shuts down as on a normal exit. The
+    // caller still stops its own work and returns; where nothing can end
+    // (a headless command, a benchmark) the text is told as an error and
+    // the caller's refusal ends the work.
+    virtual void terminate(const QString& text) { error(text); }
 };
 
 // Shows the wait cursor for as long as it lives, also when an error unwinds.

@@ -6,6 +6,7 @@
 #include "DemoContext.h"
 #include "DemoPeople.h"
 #include "DemoReference.h"
+#include "DemoRelations.h"
 #include "DemoRouting.h"
 #include "DemoRuns.h"
 #include "DemoScheduleTables.h"
@@ -61,6 +62,7 @@ DemoSummary generateDemoAgency(Database& db, const DemoOptions& options)
     demo::writeSchedules(ctx);
     demo::writeRuns(ctx, runs);
     demo::writeApplications(ctx);
+    demo::writeRelations(ctx); // draws last: the rest stays as it was
     writeCounters(ctx);
     if (transaction)
         transaction->commit();

@@ -55,7 +55,7 @@ QPixmap splashPicture()
 int fail(UserInterface& ui, const QString& message)
 {
     std::fputs((message + QLatin1Char('\n')).toLocal8Bit().constData(), stderr);
-    ui.error(message);
+    ui.terminate(message);
     return 1;
 }
 

@@ -65,6 +65,12 @@ void QtUserInterface::progressEnd()
         m_progress->hide();
 }
 
+void QtUserInterface::terminate(const QString& text)
+{
+    error(text);
+    QApplication::exit(1);
+}
+
 void QtUserInterface::setBusy(bool busy)
 {
     if (busy)

@@ -26,6 +26,9 @@ public:
     void progressStep(int percent) override;
     void progressEnd() override;
     void setBusy(bool busy) override;
+    // Tells the text, then every event loop of the program ends, modal
+    // screens' ones included, and the program returns 1.
+    void terminate(const QString& text) override;
 
 private:
     QPointer<QWidget> m_parent;

@@ -9,16 +9,13 @@
 #include "households/PendingClientEdit.h"
 #include "records/RecordServices.h"
 #include "session/SessionState.h"
-#include "settings/SettingsFile.h"
 #include "store/Database.h"
 
-#include <algorithm>
 
 namespace kb {
 
 namespace {
 
-constexpr int MaxRememberedRoles = 20;
 constexpr int MaxCandidates = 100;
 
 QString fullName(const QVariant& first, const QVariant& last)
@@ -55,11 +52,7 @@ QString TFormHouseholdMembers::membersStatement()
 
 bool TFormHouseholdMembers::FormShow()
 {
-    if (!AccessLevel::isKnown(m_session.accessLevel)) {
-        m_endsApplication = true;
-        m_ui.error(terminateText());
-        return false;
-    }
+    if (!AccessLevel::admitScreen(m_session.accessLevel, m_ui)) return false;
     m_editing = m_session.access().mayChangeData();
     const ResultSet name = m_services.db().execute(
         QStringLiteral("Select Household_Name from Households where Household_ID = :Household_ID"),
@@ -239,7 +232,7 @@ void TFormHouseholdMembers::afterPost(DataSet& set)
         {{QStringLiteral("Create_Date"), m_clock.today()},
          {QStringLiteral("User"), m_session.userFullName},
          {QStringLiteral("RecordID"), set.fieldValue(u"RecordID")}});
-    rememberRole(set.fieldValue(u"Role").toString());
+    m_roles.remember(set.fieldValue(u"Role").toString());
     rereadClient(m_postedPerson);
 }
 
@@ -295,44 +288,6 @@ bool TFormHouseholdMembers::ActionLocateSelected()
     if (m_locator->moveTo(m_members.fieldValue(u"Person_ID").toLongLong(), locateFilterNotice())) return true;
     m_ui.error(locateFailedText());
     return false;
-}
-
-QStringList TFormHouseholdMembers::rememberedRoles(const SettingsFile& settings)
-{
-    QStringList keys = settings.readSection(rolesSection());
-    std::sort(keys.begin(), keys.end(),
-              [](const QString& a, const QString& b) { return a.mid(4).toInt() < b.mid(4).toInt(); });
-    QStringList roles;
-    for (const QString& key : keys) {
-        const QString role = settings.readString(rolesSection(), key).trimmed();
-        if (!role.isEmpty() && !roles.contains(role, Qt::CaseInsensitive)) roles.append(role);
-    }
-    return roles;
-}
-
-void TFormHouseholdMembers::setSettings(SettingsFile* settings)
-{
-    m_settings = settings;
-    m_roles = m_settings ? rememberedRoles(*m_settings) : QStringList();
-}
-
-void TFormHouseholdMembers::rememberRole(const QString& role)
-{
-    const QString text = role.trimmed();
-    if (text.isEmpty()) return;
-    for (qsizetype i = 0; i < m_roles.size(); ++i)
-        if (m_roles[i].compare(text, Qt::CaseInsensitive) == 0) {
-            if (i == 0 && m_roles[i] == text) return;
-            m_roles.removeAt(i);
-            break;
-        }
-    m_roles.prepend(text);
-    while (m_roles.size() > MaxRememberedRoles)
-        m_roles.removeLast();
-    if (!m_settings) return;
-    m_settings->eraseSection(rolesSection());
-    for (qsizetype i = 0; i < m_roles.size(); ++i)
-        m_settings->writeString(rolesSection(), QStringLiteral("Item%1").arg(i), m_roles[i]);
 }
 
 void TFormHouseholdMembers::rereadClient(qint64 personId)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "dataset/QueryDataSet.h"
+#include "households/RememberedRoles.h"
+#include "session/AccessLevel.h"
 
 #include <QHash>
 #include <QList>
@@ -42,10 +44,7 @@ public:
     static QString caption() { return QStringLiteral("Household Members"); }
     static QString formName() { return QStringLiteral("TFormHouseholdMembers"); }
     static QString membersStatement();
-    static QString terminateText()
-    {
-        return QStringLiteral("An unanticipated error has occurred... the application will now terminate.");
-    }
+    static QString terminateText() { return AccessLevel::screenFaultText(); }
     static QString removeQuestion()
     {
         return QStringLiteral("Remove the selected individual from the household?");
@@ -70,14 +69,11 @@ public:
     {
         return QStringLiteral("This person is already a member of this household.");
     }
-    // The section of the per-user settings that remembers typed roles.
-    static QString rolesSection() { return QStringLiteral("wwDBComboBoxRole"); }
 
     // Checks the user's level and opens the members. False when the level
-    // is none the program knows: the user is told and the application must
-    // end (endsApplication).
+    // is none the program knows: the user is told and the program is asked
+    // to end.
     bool FormShow();
-    bool endsApplication() const { return m_endsApplication; }
     // A pending edit is asked about; member rows left without a person are
     // deleted. False when the user wants to stay (a refused save).
     bool FormClose();
@@ -116,17 +112,16 @@ public:
     // "&Locate Selected Household Member": the client window moves there.
     bool ActionLocateSelected();
 
-    // The roles typed before, most recent first.
-    const QStringList& roles() const { return m_roles; }
-    static QStringList rememberedRoles(const SettingsFile& settings);
-    void setSettings(SettingsFile* settings);
+    // The roles typed before, most recent first; each saved row's role
+    // joins them.
+    const QStringList& roles() const { return m_roles.roles(); }
+    void setSettings(SettingsFile* settings) { m_roles = RememberedRoles(settings); }
     void setLocator(ClientLocator* locator) { m_locator = locator; }
 
 private:
     void beforePost(DataSet& set);
     void afterPost(DataSet& set);
     void readNames();
-    void rememberRole(const QString& role);
     void rereadClient(qint64 personId);
     qint64 currentClient() const;
 
@@ -140,12 +135,10 @@ private:
     QString m_householdName;
     QueryDataSet m_members;
     QHash<qint64, QPair<QString, QString>> m_names; // Person_ID: full name, Client_ID
-    QStringList m_roles;
-    SettingsFile* m_settings = nullptr;
+    RememberedRoles m_roles;
     ClientLocator* m_locator = nullptr;
     qint64 m_postedPerson = 0;
     bool m_editing = false;
-    bool m_endsApplication = false;
 };
 
 } // namespace kb

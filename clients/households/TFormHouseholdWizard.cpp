@@ -117,6 +117,7 @@ bool TFormHouseholdWizard::Finish()
     if (!m_actions.addCurrentClient(household, m_role, m_head)) return false;
     transaction.commit();
     m_joined = household;
+    m_roles.remember(m_role);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "households/HouseholdActions.h"
+#include "households/RememberedRoles.h"
 
 #include <QList>
 #include <QString>
@@ -11,6 +12,7 @@ namespace kb {
 class Clock;
 class DataSet;
 class RecordServices;
+class SettingsFile;
 class UserInterface;
 struct SessionState;
 
@@ -95,6 +97,10 @@ public:
 
     const QString& role() const { return m_role; }
     void setRole(const QString& role) { m_role = role.trimmed().left(50); }
+    // The roles typed before, offered for the role; the role of a finished
+    // wizard joins them, as on the members screen.
+    const QStringList& roles() const { return m_roles.roles(); }
+    void setSettings(SettingsFile* settings) { m_roles = RememberedRoles(settings); }
     bool head() const { return m_head; }
     void setHead(bool head) { m_head = head; }
 
@@ -118,6 +124,7 @@ private:
     QList<Household> m_found;
     qint64 m_chosen = 0;
     QString m_role;
+    RememberedRoles m_roles;
     bool m_head = false;
     qint64 m_joined = 0;
 };

@@ -34,11 +34,7 @@ TFormListMembership::TFormListMembership(RecordServices& services, UserInterface
 
 bool TFormListMembership::FormShow()
 {
-    static const QString Known = QStringLiteral("AWRO");
-    if (m_level.size() != 1 || !Known.contains(m_level)) {
-        m_ui.error(badLevelText());
-        return false;
-    }
+    if (!AccessLevel::admitScreen(m_level, m_ui)) return false;
     if (!listsVisible()) return true;
     m_members.setRequestLive(mayChange());
     m_members.setReadOnly(!mayChange());

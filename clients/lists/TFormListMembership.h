@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dataset/QueryDataSet.h"
+#include "session/AccessLevel.h"
 
 #include <QString>
 
@@ -34,13 +35,10 @@ public:
         return QStringLiteral(
             "There are either no lists defined or this client is a member of all available lists");
     }
-    static QString badLevelText()
-    {
-        return QStringLiteral("An unanticipated error has occurred... the application will now terminate.");
-    }
+    static QString badLevelText() { return AccessLevel::screenFaultText(); }
 
     // Opens the two lists as the level allows. False, after badLevelText(),
-    // for a level outside "AWRO": the application then ends.
+    // for a level outside "AWRO", with the program asked to end.
     bool FormShow();
     bool listsVisible() const { return m_level != QLatin1String("O"); }
     bool mayChange() const { return m_level == QLatin1String("W") || m_level == QLatin1String("A"); }

@@ -1,6 +1,7 @@
 #include "session/AccessLevel.h"
 
 #include "MessageError.h"
+#include "UserInterface.h"
 #include "store/Database.h"
 
 namespace kb {
@@ -8,6 +9,13 @@ namespace kb {
 bool AccessLevel::isKnown(const QString& code)
 {
     return code.size() == 1 && QStringLiteral("AWRO").contains(code);
+}
+
+bool AccessLevel::admitScreen(const QString& code, UserInterface& ui)
+{
+    if (isKnown(code)) return true;
+    ui.terminate(screenFaultText());
+    return false;
 }
 
 AccessLevel AccessLevel::fromCode(const QString& code)

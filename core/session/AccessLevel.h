@@ -5,6 +5,7 @@
 namespace kb {
 
 class Database;
+class UserInterface;
 
 // Staff.Access_Level as the program applies it. "W" and "A" have full use
 // ("A" without the route editor of the main window), "R" may look at
@@ -28,6 +29,16 @@ public:
     static bool isKnown(const QString& code);
     // Throws MessageError for a code outside "AWRO".
     static AccessLevel fromCode(const QString& code);
+
+    // For the screens that test the level themselves as they open: a level
+    // outside "AWRO" means the session is damaged, so the user is told
+    // screenFaultText() and the program is asked to end (UserInterface::
+    // terminate). False then, and the screen must not open.
+    static bool admitScreen(const QString& code, UserInterface& ui);
+    static QString screenFaultText()
+    {
+        return QStringLiteral("An unanticipated error has occurred... the application will now terminate.");
+    }
 
     Level level() const { return m_level; }
     QString code() const;

@@ -50,6 +50,9 @@ QString fingerprint(Database& db)
            dump(db, QStringLiteral("select * from Address_Overrides order by RecordID")) + u'\n' +
            dump(db, QStringLiteral("select * from Defdels order by RecordID")) + u'\n' +
            dump(db, QStringLiteral("select count(*) from History")) + u'\n' +
+           dump(db, QStringLiteral("select * from Individuals order by INDIV_ID")) + u'\n' +
+           dump(db, QStringLiteral("select * from Relationships order by RecordID")) + u'\n' +
+           dump(db, QStringLiteral("select * from List_Members order by List_ID, Person_ID")) + u'\n' +
            dump(db, QStringLiteral("select * from IDNOS"));
 }
 
@@ -252,6 +255,85 @@ TEST_F(DemoAgencyTest, HouseholdMembersShareAWholeStop)
     }
     EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Clients where Household_ID > 0")),
               members.rowCount());
+}
+
+TEST_F(DemoAgencyTest, HouseholdsHaveOneHeadAndEachClientOneHousehold)
+{
+    EXPECT_GT(count(db(), QStringLiteral("select count(*) from Households")), 0);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Households h where (select count(*) from "
+                                         "Household_Members m where m.Household_ID = h.Household_ID) < 2")),
+              0);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Households h where (select count(*) from "
+                                         "Household_Members m where m.Household_ID = h.Household_ID and "
+                                         "m.Head_of_Household = True) <> 1")),
+              0);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Household_Members m where (select count(*) from "
+                                         "Household_Members o where o.Person_ID = m.Person_ID) > 1")),
+              0);
+    // Members of one household live at one address.
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Household_Members m join Clients c on "
+                                         "m.Person_ID = c.Person_ID join Household_Members hm on "
+                                         "hm.Household_ID = m.Household_ID and hm.Head_of_Household = True "
+                                         "join Clients h on h.Person_ID = hm.Person_ID where "
+                                         "c.Address1 <> h.Address1")),
+              0);
+}
+
+TEST_F(DemoAgencyTest, IndividualsRelationshipsAndListsHoldTogether)
+{
+    const qint64 individuals = count(db(), QStringLiteral("select count(*) from Individuals"));
+    const qint64 relationships = count(db(), QStringLiteral("select count(*) from Relationships"));
+    // Of 1000 clients, about half have someone around them.
+    EXPECT_GT(individuals, 200);
+    EXPECT_GT(relationships, 400);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Relationships r where not exists (select 1 from "
+                                         "Individuals i where i.Indiv_ID = r.Indiv_ID)")),
+              0);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Relationships r where not exists (select 1 from "
+                                         "Clients c where c.Person_ID = r.Person_ID)")),
+              0);
+    // Nobody is kept who is related to no client.
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Individuals i where not exists (select 1 from "
+                                         "Relationships r where r.Indiv_ID = i.Indiv_ID)")),
+              0);
+    // Every name is one the agency configured.
+    const QStringList configured =
+        scalar(db(), QStringLiteral("select Relationship_List from Config")).toString().split(u'\n');
+    const kb::ResultSet names =
+        db().execute(QStringLiteral("select distinct Relationship from Relationships order by Relationship"));
+    QStringList used;
+    for (qsizetype r = 0; r < names.rowCount(); ++r)
+        used << names.value(r, 0).toString();
+    for (const QString& name : used)
+        EXPECT_TRUE(configured.contains(name)) << name.toStdString();
+    for (const char* name : {"Daughter", "Son", "Physician", "Case Worker", "Bill-To"})
+        EXPECT_TRUE(used.contains(QString::fromLatin1(name))) << name;
+    // A physician sees many of the agency's clients.
+    EXPECT_GT(count(db(), QStringLiteral("select max(n) from (select count(*) as n from Relationships where "
+                                         "Relationship = 'Physician' group by Indiv_ID) t")),
+              3);
+    // A bill goes to at most one person, who is also a relative.
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from (select Person_ID from Relationships where "
+                                         "Relationship = 'Bill-To' group by Person_ID having count(*) > 1) t")),
+              0);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from Relationships b where b.Relationship = 'Bill-To' "
+                                         "and not exists (select 1 from Relationships r where r.Person_ID = "
+                                         "b.Person_ID and r.Indiv_ID = b.Indiv_ID and r.Relationship <> "
+                                         "'Bill-To')")),
+              0);
+
+    EXPECT_GE(count(db(), QStringLiteral("select count(*) from Lists where Reason = 'LST'")), 3);
+    EXPECT_GT(count(db(), QStringLiteral("select count(*) from List_Members")), 300);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from List_Members m where not exists (select 1 from "
+                                         "Lists l where l.Record_ID = m.List_ID)")),
+              0);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from List_Members m where not exists (select 1 from "
+                                         "Clients c where c.Person_ID = m.Person_ID and c.Client_ID = "
+                                         "m.Client_ID)")),
+              0);
+    EXPECT_EQ(count(db(), QStringLiteral("select count(*) from (select List_ID, Person_ID from List_Members "
+                                         "group by List_ID, Person_ID having count(*) > 1) t")),
+              0);
 }
 
 TEST_F(DemoAgencyTest, EachOverrideTypeAndFrequencyIsPresent)

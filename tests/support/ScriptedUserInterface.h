@@ -27,7 +27,11 @@ public:
 
     const QList<Message>& messages() const { return m_messages; }
     QStringList texts(Kind kind) const;
-    void clear() { m_messages.clear(); }
+    void clear()
+    {
+        m_messages.clear();
+        m_terminations = 0;
+    }
     int busyDepth() const { return m_busy; }
 
     // What the user does while an information message is up, before
@@ -46,12 +50,20 @@ public:
     void progressStep(int) override {}
     void progressEnd() override {}
     void setBusy(bool busy) override { m_busy += busy ? 1 : -1; }
+    // The text is kept as an error; the request to end is counted.
+    void terminate(const QString& text) override
+    {
+        error(text);
+        ++m_terminations;
+    }
+    int terminationRequests() const { return m_terminations; }
 
 private:
     QList<Answer> m_answers;
     QList<Message> m_messages;
     int m_busy = 0;
     std::function<void(const QString&)> m_whileInformed;
+    int m_terminations = 0;
 };
 
 } // namespace kb::test

@@ -13,6 +13,7 @@
 #include "clients/HouseholdWizardView.h"
 #include "clients/HouseholdsView.h"
 #include "dataset/TableDataSet.h"
+#include "households/RememberedRoles.h"
 #include "households/TFormHouseholdMembers.h"
 #include "households/TFormHouseholdWizard.h"
 #include "households/TFormHouseholds.h"
@@ -96,7 +97,9 @@ TEST_F(HouseholdScreensViewTest, TheWizardWalksToANewHousehold)
 {
     ASSERT_TRUE(clients.locate(QStringLiteral("PERSON_ID"), 1));
     TFormHouseholdWizard wizard(services, ui, session, data.clock(), clients);
-    ui::HouseholdWizardView view(wizard, services, ui, settings, {QStringLiteral("Mother")});
+    settings.writeString(RememberedRoles::section(), QStringLiteral("Item0"), QStringLiteral("Mother"));
+    wizard.setSettings(&settings);
+    ui::HouseholdWizardView view(wizard, services, ui, settings);
     view.show();
     EXPECT_EQ(view.windowTitle(), "Household Wizard");
     EXPECT_FALSE(view.backButton()->isEnabled());
@@ -124,7 +127,7 @@ TEST_F(HouseholdScreensViewTest, TheWizardWalksToANewHousehold)
     // A second client finds it among the existing households.
     ASSERT_TRUE(clients.locate(QStringLiteral("PERSON_ID"), 2));
     TFormHouseholdWizard second(services, ui, session, data.clock(), clients);
-    ui::HouseholdWizardView secondView(second, services, ui, settings, {});
+    ui::HouseholdWizardView secondView(second, services, ui, settings);
     secondView.show();
     secondView.nextButton()->click();
     ASSERT_TRUE(secondView.existingChoice()->isEnabled());

@@ -58,10 +58,7 @@ struct HouseholdScreens
                                         module.clients(), householdId, personId);
         presenter.setSettings(&module.userSettings());
         presenter.setLocator(&locator);
-        if (!presenter.FormShow()) {
-            if (presenter.endsApplication()) emit form.closeRequested();
-            return;
-        }
+        if (!presenter.FormShow()) return;
         HouseholdMembersView view(presenter, module.services(), ui, module.userSettings(), parent);
         view.exec();
     }
@@ -118,8 +115,8 @@ void registerHouseholdScreens(MainWindow& window)
             return;
         TFormHouseholdWizard presenter(module.services(), screens->ui, module.session(), module.clock(),
                                        module.clients());
-        HouseholdWizardView view(presenter, module.services(), screens->ui, module.userSettings(),
-                                 TFormHouseholdMembers::rememberedRoles(module.userSettings()), w);
+        presenter.setSettings(&module.userSettings());
+        HouseholdWizardView view(presenter, module.services(), screens->ui, module.userSettings(), w);
         view.exec();
         screens->screenClosed();
     });

@@ -47,7 +47,7 @@ QWidget* page(std::initializer_list<QWidget*> widgets)
 } // namespace
 
 HouseholdWizardView::HouseholdWizardView(TFormHouseholdWizard& presenter, RecordServices& services,
-                                         UserInterface& ui, SettingsFile& settings, const QStringList& roles,
+                                         UserInterface& ui, SettingsFile& settings,
                                          QWidget* parent)
     : QDialog(parent), m_presenter(presenter), m_services(services), m_ui(ui), m_pages(new QStackedWidget),
       m_new(new QRadioButton(TFormHouseholdWizard::newChoiceText())),
@@ -66,7 +66,7 @@ HouseholdWizardView::HouseholdWizardView(TFormHouseholdWizard& presenter, Record
     m_role->setEditable(true);
     m_role->setInsertPolicy(QComboBox::NoInsert);
     m_role->lineEdit()->setMaxLength(50);
-    m_role->addItems(roles);
+    m_role->addItems(m_presenter.roles());
     m_role->setCurrentText(QString());
 
     auto* start = new QLabel(TFormHouseholdWizard::startText());

@@ -26,9 +26,9 @@ class HouseholdWizardView : public QDialog
     Q_OBJECT
 
 public:
-    // roles: the roles typed before, offered in the role list.
+    // The role list offers the presenter's remembered roles.
     HouseholdWizardView(TFormHouseholdWizard& presenter, RecordServices& services, UserInterface& ui,
-                        SettingsFile& settings, const QStringList& roles, QWidget* parent = nullptr);
+                        SettingsFile& settings, QWidget* parent = nullptr);
 
     QPushButton* backButton() const { return m_back; }
     QPushButton* nextButton() const { return m_next; }

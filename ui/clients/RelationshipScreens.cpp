@@ -249,11 +249,7 @@ void registerRelationshipScreens(MainWindow& window)
                                        clients.fieldValue(u"CLIENT_ID").toString(), name});
         bool shown = false;
         if (!module.services().guarded([&] { shown = presenter.FormShow(); })) return;
-        if (!shown) {
-            // A level the program does not know: nothing may go on.
-            QApplication::exit(1);
-            return;
-        }
+        if (!shown) return; // a level the program does not know: it is ending
         ListMembershipView view(presenter, module.services(), module.userSettings(), w);
         view.exec();
     });

@@ -148,6 +148,8 @@ TEST_P(ListMemberships, TheAccessLevelDecidesWhatTheScreenOffers)
     auto unknown = form(QStringLiteral("Z"));
     EXPECT_FALSE(unknown->FormShow());
     EXPECT_EQ(ui().texts(Kind::Error), QStringList{TFormListMembership::badLevelText()});
+    EXPECT_EQ(ui().terminationRequests(), 1);
+    EXPECT_FALSE(unknown->members().isActive());
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, ListMemberships, ::testing::Values(StoreKind::SQLite, StoreKind::PostgreSQL),
