@@ -1,7 +1,7 @@
 // The screens of a client's save, offscreen, over real presenters: the
 // household list migrates the chosen member, the reset screen hands back
 // the dates on OK only, and both keep their places in the per-user ini.
-// With KB_SCREENSHOT_DIR set, each view is also saved there as a picture.
+// With KB_SCREENSHOTS set, each view is also saved there as a picture.
 
 #include "InsertRow.h"
 #include "ResetStartDateView.h"
@@ -35,7 +35,7 @@ namespace {
 
 void screenshot(QWidget& view, const QString& name)
 {
-    const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+    const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
     if (!dir.isEmpty()) view.grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
 }
 

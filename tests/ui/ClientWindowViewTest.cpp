@@ -3,7 +3,7 @@
 // through clients from the navigator and the list, the search, a page change,
 // the status filter, and a client edited and posted through the rules. One
 // test grabs the window as a picture, to check it renders with data (saved
-// in KB_SCREENSHOT_DIR when that is set).
+// in KB_SCREENSHOTS when that is set).
 
 #include "ClientWindowViewFixture.h"
 #include "DemoAgency.h"
@@ -310,7 +310,7 @@ TEST_P(ClientWindowView, AReadOnlyUserSeesTheClientButChangesNothingAndReportsOn
 }
 
 // The window rendered with data, as a picture: a check that it draws, and
-// the README's picture when KB_SCREENSHOT_DIR is set.
+// the README's picture when KB_SCREENSHOTS is set.
 TEST_P(ClientWindowView, TheWindowRendersWithData)
 {
     ui::MainWindow& w = openWindow();
@@ -327,7 +327,7 @@ TEST_P(ClientWindowView, TheWindowRendersWithData)
     EXPECT_GT(colours.size(), 30);
     EXPECT_GT(w.clientList()->model()->rowCount(), 0);
     EXPECT_FALSE(shownText(w.fields()->editor(QStringLiteral("LAST_NAME"))).isEmpty());
-    const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+    const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
     if (!dir.isEmpty() && GetParam() == StoreKind::SQLite) {
         picture.save(QDir(dir).filePath(QStringLiteral("client-window.png")));
         for (int page = 0; page < client_page::Count; ++page) {

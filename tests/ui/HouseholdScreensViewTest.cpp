@@ -2,7 +2,7 @@
 // its pages to a new household, the members screen adds a member from its
 // person search and hides its editing commands from read-only users, and
 // the households list shows the chosen household's members. With
-// KB_SCREENSHOT_DIR set, each view is also saved there as a picture.
+// KB_SCREENSHOTS set, each view is also saved there as a picture.
 
 #include "InsertRow.h"
 #include "ScriptedUserInterface.h"
@@ -40,7 +40,7 @@ namespace {
 
 void screenshot(QWidget& view, const QString& name)
 {
-    const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+    const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
     if (!dir.isEmpty()) view.grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
 }
 

@@ -108,7 +108,7 @@ protected:
     }
     void shoot(ui::MainWindow& w, const QString& name)
     {
-        const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+        const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
         if (dir.isEmpty() || GetParam() != StoreKind::SQLite) return;
         QApplication::processEvents();
         w.grab().save(QDir(dir).filePath(name));

@@ -88,7 +88,7 @@ TEST_P(RelationshipPage, TheCommandsWorkOnTheIndividualChosenInTheGrid)
         EXPECT_TRUE(form->hasHandler(id)) << id.toStdString();
     }
 
-    if (const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+    if (const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
         !dir.isEmpty() && GetParam() == StoreKind::SQLite)
         w.grab().save(QDir(dir).filePath(QStringLiteral("client-window-relationships.png")));
 

@@ -1,6 +1,6 @@
 // The individual, relationship, related clients, list membership and
 // recent stops screens offscreen, over real presenters. With
-// KB_SCREENSHOT_DIR set, each view is also saved there as a picture.
+// KB_SCREENSHOTS set, each view is also saved there as a picture.
 
 #include "InsertRow.h"
 #include "ScriptedUserInterface.h"
@@ -41,7 +41,7 @@ namespace {
 
 void screenshot(QWidget& view, const QString& name)
 {
-    const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+    const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
     if (!dir.isEmpty()) view.grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
 }
 

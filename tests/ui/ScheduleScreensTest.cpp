@@ -34,10 +34,10 @@ using namespace kb::test;
 
 namespace {
 
-// Saves a picture of a screen when KB_SCREENSHOT_DIR is set, for looking at it.
+// Saves a picture of a screen when KB_SCREENSHOTS is set, for looking at it.
 void picture(QWidget& screen, const char* name)
 {
-    const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+    const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
     if (!dir.isEmpty()) screen.grab().save(QDir(dir).filePath(QString::fromLatin1(name)));
 }
 

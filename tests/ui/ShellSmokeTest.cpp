@@ -122,8 +122,8 @@ TEST_F(Shell, RunScreenPreparesARun)
         EXPECT_EQ(ui.texts(ScriptedUserInterface::Kind::Information).size(), 1);
         EXPECT_EQ(module->db().execute(QStringLiteral("select count(*) from Memory MemTableDeliveries")).value(0, 0).toInt(),
                   rows);
-        // The README's picture of the run screen, when KB_SCREENSHOT_DIR is set.
-        const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+        // The README's picture of the run screen, when KB_SCREENSHOTS is set.
+        const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
         if (!dir.isEmpty()) {
             view.resize(1100, 640);
             QApplication::processEvents();

@@ -1,7 +1,7 @@
 // The suspension form and the status utilities offscreen, over real
 // presenters: the form's views carry one range, the utility stops its
 // clients from its button, and the list writes what its rows say. With
-// KB_SCREENSHOT_DIR set, each view is also saved there as a picture.
+// KB_SCREENSHOTS set, each view is also saved there as a picture.
 
 #include "InsertRow.h"
 #include "ScriptedUserInterface.h"
@@ -37,7 +37,7 @@ namespace {
 
 void screenshot(QWidget& view, const QString& name)
 {
-    const QString dir = qEnvironmentVariable("KB_SCREENSHOT_DIR");
+    const QString dir = qEnvironmentVariable("KB_SCREENSHOTS");
     if (!dir.isEmpty()) view.grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
 }
 

@@ -6,36 +6,28 @@
 #include "UserInterface.h"
 #include "delivery/FailureText.h"
 #include "deliveryreports/DeliveryReportChoice.h"
+#include "deliveryreports/ReportDestinationGroup.h"
 #include "printouts/DeliveryDirections.h"
 #include "session/TDataModule1.h"
 #include "settings/SettingsFile.h"
 
 #include <QCalendarWidget>
 #include <QDialogButtonBox>
-#include <QGroupBox>
-#include <QPrinterInfo>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 namespace kb::ui {
 
 DeliveryDirectionsDialog::DeliveryDirectionsDialog(const QDate& start, QWidget* parent)
     : QDialog(parent), m_calendar(new QCalendarWidget(this)),
-      m_screen(new QRadioButton(QStringLiteral("&Screen"))),
-      m_printer(new QRadioButton(QStringLiteral("&Printer")))
+      m_destination(new ReportDestinationGroup(QStringLiteral("Select a Destination for the Report:"), this))
 {
     setWindowTitle(reports::DeliveryDirections::caption());
     m_calendar->setSelectedDate(start);
     m_calendar->setGridVisible(true);
-    auto* destination = new QGroupBox(QStringLiteral("Select a Destination for the Report:"), this);
-    auto* choices = new QVBoxLayout(destination);
-    choices->addWidget(m_screen);
-    choices->addWidget(m_printer);
-    m_screen->setChecked(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_calendar);
-    layout->addWidget(destination);
+    layout->addWidget(m_destination);
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -49,7 +41,7 @@ QDate DeliveryDirectionsDialog::date() const
 
 reports::ReportDestination DeliveryDirectionsDialog::destination() const
 {
-    return m_printer->isChecked() ? reports::ReportDestination::Printer : reports::ReportDestination::Screen;
+    return m_destination->destination();
 }
 
 void printDeliveryDirections(TDataModule1& data, UserInterface& ui, QWidget* parent, qint64 personId,
@@ -57,9 +49,7 @@ void printDeliveryDirections(TDataModule1& data, UserInterface& ui, QWidget* par
 {
     DeliveryDirectionsDialog options(data.clock().today().addDays(1), parent);
     if (options.exec() != QDialog::Accepted) return;
-    const reports::ReportDestination destination = QPrinterInfo::availablePrinterNames().isEmpty()
-                                                       ? reports::ReportDestination::Screen
-                                                       : options.destination();
+    const reports::ReportDestination destination = options.destination();
     const reports::DeliveryReportContext context = deliveryReportContext(data, ui);
     QtReportOutput output(parent, ui, data.userSettings().path());
     reports::ReportHolder holder(output, data.clock());

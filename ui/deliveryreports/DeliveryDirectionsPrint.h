@@ -8,7 +8,6 @@
 #include <optional>
 
 class QCalendarWidget;
-class QRadioButton;
 
 namespace kb {
 class TDataModule1;
@@ -16,6 +15,8 @@ class UserInterface;
 } // namespace kb
 
 namespace kb::ui {
+
+class ReportDestinationGroup;
 
 // TFormDeliveryDirectionsOptions, "Delivery Directions": the date of the
 // delivery on a month calendar (a double click on a day counts as OK) and
@@ -33,8 +34,7 @@ public:
 
 private:
     QCalendarWidget* m_calendar;
-    QRadioButton* m_screen;
-    QRadioButton* m_printer;
+    ReportDestinationGroup* m_destination;
 };
 
 // "Delivery Directions" of a client: asks for the date (tomorrow first) and

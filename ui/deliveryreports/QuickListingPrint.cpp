@@ -5,33 +5,26 @@
 #include "UserInterface.h"
 #include "delivery/FailureText.h"
 #include "deliveryreports/DeliveryReportChoice.h"
+#include "deliveryreports/ReportDestinationGroup.h"
 #include "printouts/QuickListingReport.h"
 #include "session/TDataModule1.h"
 #include "settings/SettingsFile.h"
 #include "store/ResultSet.h"
 
 #include <QDialogButtonBox>
-#include <QGroupBox>
-#include <QPrinterInfo>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 namespace kb::ui {
 
 ReportDestinationDialog::ReportDestinationDialog(QWidget* parent)
-    : QDialog(parent), m_screen(new QRadioButton(QStringLiteral("&Screen"))),
-      m_printer(new QRadioButton(QStringLiteral("&Printer")))
+    : QDialog(parent),
+      m_destination(new ReportDestinationGroup(QStringLiteral("Select a Report Destination"), this))
 {
     setWindowTitle(QStringLiteral("Report Option"));
     setObjectName(QStringLiteral("TFormReportDestination"));
-    auto* group = new QGroupBox(QStringLiteral("Select a Report Destination"), this);
-    auto* choices = new QVBoxLayout(group);
-    choices->addWidget(m_screen);
-    choices->addWidget(m_printer);
-    m_screen->setChecked(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(group);
+    layout->addWidget(m_destination);
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -39,7 +32,7 @@ ReportDestinationDialog::ReportDestinationDialog(QWidget* parent)
 
 reports::ReportDestination ReportDestinationDialog::destination() const
 {
-    return m_printer->isChecked() ? reports::ReportDestination::Printer : reports::ReportDestination::Screen;
+    return m_destination->destination();
 }
 
 void printQuickListing(TDataModule1& data, UserInterface& ui, QWidget* parent, ResultSet rows,
@@ -47,9 +40,7 @@ void printQuickListing(TDataModule1& data, UserInterface& ui, QWidget* parent, R
 {
     ReportDestinationDialog options(parent);
     if (options.exec() != QDialog::Accepted) return;
-    const reports::ReportDestination destination = QPrinterInfo::availablePrinterNames().isEmpty()
-                                                       ? reports::ReportDestination::Screen
-                                                       : options.destination();
+    const reports::ReportDestination destination = options.destination();
     const reports::DeliveryReportContext context = deliveryReportContext(data, ui);
     QtReportOutput output(parent, ui, data.userSettings().path());
     reports::ReportHolder holder(output, data.clock());

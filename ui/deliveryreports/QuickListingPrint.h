@@ -4,7 +4,6 @@
 
 #include <QDialog>
 
-class QRadioButton;
 
 namespace kb {
 class ResultSet;
@@ -13,6 +12,8 @@ class UserInterface;
 } // namespace kb
 
 namespace kb::ui {
+
+class ReportDestinationGroup;
 
 // TFormReportDestination, "Report Option": "Select a Report Destination",
 // the screen or the printer.
@@ -25,8 +26,7 @@ public:
     reports::ReportDestination destination() const;
 
 private:
-    QRadioButton* m_screen;
-    QRadioButton* m_printer;
+    ReportDestinationGroup* m_destination;
 };
 
 // "Quick Clients Listing" of a delivery grid: asks for the destination,
